@@ -1,0 +1,22 @@
+#ifndef Pegasus_ProviderException_h
+#define Pegasus_ProviderException_h
+
+#include <Pegasus/Common/Exception.h>
+
+namespace Pegasus {
+
+class PEGASUS_PROVIDER_LINKAGE CIMOperationFailedException : public CIMException {
+ public:
+  /// The code is CIM_ERR_FAILED.
+  CIMOperationFailedException(const String& message);
+  CIMOperationFailedException(const CIMOperationFailedException& other);
+  CIMOperationFailedException& operator=(const CIMOperationFailedException& other);
+  ~CIMOperationFailedException() override;
+
+ protected:
+  CIMOperationFailedException(CIMStatusCode code, const String& message);
+};
+
+}  // namespace Pegasus
+
+#endif

@@ -1,0 +1,20 @@
+#ifndef MPUEVENT_DRIVEADMP_EVENT_H
+#define MPUEVENT_DRIVEADMP_EVENT_H
+
+#include <MPUEvent/Quarn_Event.h>
+
+namespace Pegasus {
+
+/// Events of the DRIVEADMP module, of which no layout is known: the Body is the payload in hex.
+class MPUEVENT_API DRIVEADMP_Event : public Quarn_Event {
+ public:
+  DRIVEADMP_Event(EmpEvLogMsg_s* record, int length);
+  ~DRIVEADMP_Event() override;
+};
+
+/// "Sample Body text", whatever the record; it may be null.
+MPUEVENT_API String get_DRIVEADMP_such_and_such_event_body(EmpEvLogMsg_s const* record);
+
+}  // namespace Pegasus
+
+#endif

@@ -1,0 +1,20 @@
+#ifndef MPUEVENT_MSMMP_EVENT_H
+#define MPUEVENT_MSMMP_EVENT_H
+
+#include <MPUEvent/Quarn_Event.h>
+
+namespace Pegasus {
+
+/// Events of the MSMMP module, of which no layout is known: the Body is the payload in hex.
+class MPUEVENT_API MSMMP_Event : public Quarn_Event {
+ public:
+  MSMMP_Event(EmpEvLogMsg_s* record, int length);
+  ~MSMMP_Event() override;
+};
+
+/// "Sample Body text", whatever the record; it may be null.
+MPUEVENT_API String get_MSMMP_such_and_such_event_body(EmpEvLogMsg_s const* record);
+
+}  // namespace Pegasus
+
+#endif

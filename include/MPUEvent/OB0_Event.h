@@ -1,0 +1,20 @@
+#ifndef MPUEVENT_OB0_EVENT_H
+#define MPUEVENT_OB0_EVENT_H
+
+#include <MPUEvent/Quarn_Event.h>
+
+namespace Pegasus {
+
+/// Events of the OB0 module, of which no layout is known: the Body is the payload in hex.
+class MPUEVENT_API OB0_Event : public Quarn_Event {
+ public:
+  OB0_Event(EmpEvLogMsg_s* record, int length);
+  ~OB0_Event() override;
+};
+
+/// "Sample Body text", whatever the record; it may be null.
+MPUEVENT_API String get_OB0_such_and_such_event_body(EmpEvLogMsg_s const* record);
+
+}  // namespace Pegasus
+
+#endif

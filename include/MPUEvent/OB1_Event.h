@@ -1,0 +1,20 @@
+#ifndef MPUEVENT_OB1_EVENT_H
+#define MPUEVENT_OB1_EVENT_H
+
+#include <MPUEvent/Quarn_Event.h>
+
+namespace Pegasus {
+
+/// Events of the OB1 module, of which no layout is known: the Body is the payload in hex.
+class MPUEVENT_API OB1_Event : public Quarn_Event {
+ public:
+  OB1_Event(EmpEvLogMsg_s* record, int length);
+  ~OB1_Event() override;
+};
+
+/// "Sample Body text", whatever the record; it may be null.
+MPUEVENT_API String get_OB1_such_and_such_event_body(EmpEvLogMsg_s const* record);
+
+}  // namespace Pegasus
+
+#endif

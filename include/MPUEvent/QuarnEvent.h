@@ -1,0 +1,38 @@
+#ifndef MPUEVENT_QUARNEVENT_H
+#define MPUEVENT_QUARNEVENT_H
+
+#include <MPUEvent/Quarn_Event.h>
+
+namespace Pegasus {
+
+/// An event whose Body is a long list of elements, appended one by one.
+class MPUEVENT_API QuarnEvent : public Quarn_Event {
+ public:
+  /// As `Quarn_Event`; the list starts empty.
+  QuarnEvent(EmpEvLogMsg_s* record, int length);
+  ~QuarnEvent() override;
+
+  /// Appends "<key>value</key>" to the Body; the value is the printf-style expansion of `format`
+  /// and of the arguments behind it. Nothing is escaped, but a key or value that ends in a lone
+  /// backslash gets a period in its place: the key's is overwritten in the caller's buffer.
+  virtual void addEntry(char* key, char* format, ...)
+#ifdef __GNUC__
+      __attribute__((format(printf, 3, 4)))
+#endif
+      ;
+
+  /// Appends a NUL-terminated text to the Body, which grows ahead of need.
+  virtual void appendBody(char* text);
+
+ protected:
+  /// `appendBody` for `length` bytes that need no terminator.
+  void appendBodyBytes(const char* text, unsigned int length);
+
+ private:
+  unsigned int bodyLength_;
+  unsigned int bodyCapacity_;
+};
+
+}  // namespace Pegasus
+
+#endif

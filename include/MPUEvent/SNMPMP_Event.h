@@ -1,0 +1,20 @@
+#ifndef MPUEVENT_SNMPMP_EVENT_H
+#define MPUEVENT_SNMPMP_EVENT_H
+
+#include <MPUEvent/Quarn_Event.h>
+
+namespace Pegasus {
+
+/// Events of the SNMPMP module, of which no layout is known: the Body is the payload in hex.
+class MPUEVENT_API SNMPMP_Event : public Quarn_Event {
+ public:
+  SNMPMP_Event(EmpEvLogMsg_s* record, int length);
+  ~SNMPMP_Event() override;
+};
+
+/// "Sample Body text", whatever the record; it may be null.
+MPUEVENT_API String get_SNMPMP_such_and_such_event_body(EmpEvLogMsg_s const* record);
+
+}  // namespace Pegasus
+
+#endif

@@ -1,0 +1,115 @@
+#include "event/BodyWriter.h"
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+
+#include "event/Text.h"
+
+namespace mpuevent {
+
+namespace {
+
+constexpr char lowerDigits[] = "0123456789abcdef";
+constexpr char upperDigits[] = "0123456789ABCDEF";
+constexpr std::size_t longestDecimal = 20;
+
+template <class Number>
+void writeDecimal(BodyWriter& writer, Number value) {
+  const std::size_t before = writer.size();
+  char* place = writer.claim(longestDecimal);
+  const char* end = std::to_chars(place, place + longestDecimal, value).ptr;
+  writer.cut(before + static_cast<std::size_t>(end - place));
+}
+
+unsigned hexLength(std::uint64_t value) {
+  return std::max(1U, (static_cast<unsigned>(std::bit_width(value)) + 3) / 4);
+}
+
+}  // namespace
+
+std::size_t writeHex(char* place, std::string_view bytes) {
+  for (const char byte : bytes) {
+    const auto value = static_cast<unsigned char>(byte);
+    *place++ = upperDigits[value >> 4];
+    *place++ = upperDigits[value & 0xF];
+  }
+  return 2 * bytes.size();
+}
+
+BodyWriter::BodyWriter(Separator separator, std::size_t expectedSize)
+    : buffer_(std::make_unique_for_overwrite<char[]>(expectedSize)),
+      capacity_(expectedSize),
+      separator_(separator) {}
+
+void BodyWriter::grow(std::size_t count) {
+  const std::size_t capacity = std::max(2 * capacity_, size_ + count);
+  auto buffer = std::make_unique_for_overwrite<char[]>(capacity);
+  std::memcpy(buffer.get(), buffer_.get(), size_);
+  buffer_ = std::move(buffer);
+  capacity_ = capacity;
+}
+
+Pegasus::String BodyWriter::string() const { return toString(view()); }
+
+void BodyWriter::decimal(std::int32_t value) { writeDecimal(*this, value); }
+void BodyWriter::decimal(std::uint32_t value) { writeDecimal(*this, value); }
+void BodyWriter::decimal(std::uint64_t value) { writeDecimal(*this, value); }
+
+void BodyWriter::hexDigits(std::uint64_t value, unsigned digits, bool upperCase) {
+  const char* digitTexts = upperCase ? upperDigits : lowerDigits;
+  const unsigned length = std::max(digits, hexLength(value));
+  char* place = claim(length) + length;
+  for (unsigned i = 0; i < length; ++i, value >>= 4) *--place = digitTexts[value & 0xF];
+}
+
+void BodyWriter::number(Format format, std::uint64_t value) {
+  switch (format) {
+    case Format::dec:
+      return decimal(static_cast<std::int32_t>(value));
+    case Format::udec:
+      return decimal(value);
+    case Format::hex:
+      text("0x");
+      return hexDigits(value, 1, false);
+    case Format::hex8:
+      text("0x");
+      return hexDigits(value, 8, true);
+    case Format::hex8Lower:
+      text("0x");
+      return hexDigits(value, 8, false);
+    case Format::hex2:
+      text("0x");
+      return hexDigits(value, 2, true);
+    case Format::hex2Lower:
+      text("0x");
+      return hexDigits(value, 2, false);
+    case Format::bareHex:
+      return hexDigits(value, 1, false);
+    case Format::bareHex8:
+      return hexDigits(value, 8, true);
+    case Format::bareHex2:
+      return hexDigits(value, 2, true);
+  }
+}
+
+void BodyWriter::element(std::string_view key, std::string_view value) {
+  openElement(key);
+  text(value);
+  closeElement(key);
+}
+
+void BodyWriter::element(std::string_view key, Format format, std::uint64_t value) {
+  openElement(key);
+  number(format, value);
+  closeElement(key);
+}
+
+void BodyWriter::tag(std::string_view opening, std::string_view key) {
+  char* place = claim(opening.size() + key.size() + 1);
+  std::memcpy(place, opening.data(), opening.size());
+  if (!key.empty()) std::memcpy(place + opening.size(), key.data(), key.size());
+  place[opening.size() + key.size()] = '>';
+}
+
+}  // namespace mpuevent

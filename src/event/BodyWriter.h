@@ -1,0 +1,94 @@
+#ifndef EVENT_BODYWRITER_H
+#define EVENT_BODYWRITER_H
+
+#include <Pegasus/Common/String.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+namespace mpuevent {
+
+/// What follows the closing tag of an element; nothing ever follows the tags of a group.
+enum class Separator : std::uint8_t { none, blank };
+
+/// The text of a number; the printf formats are those that it reads like.
+enum class Format : std::uint8_t {
+  dec,        ///< "%d": the value as a signed 32-bit number
+  udec,       ///< "%u", and "%llu" of a 64-bit value
+  hex,        ///< "0x%x"
+  hex8,       ///< "0x%08X"; a pair or quad joins its words with ":"
+  hex8Lower,  ///< "0x%08x"; a pair is joined with two blanks
+  hex2,       ///< "0x%02X"
+  hex2Lower,  ///< "0x%02x"
+  bareHex,    ///< "%x"
+  bareHex8,   ///< "%08X"
+  bareHex2,   ///< "%02X"
+};
+
+/// Writes two upper-case hex digits for each byte to `place`; returns how many characters that is.
+std::size_t writeHex(char* place, std::string_view bytes);
+
+/// Builds a body as bytes in one growing buffer. It knows the forms of elements and numbers and
+/// is the only code that writes tags. Nothing is escaped.
+class BodyWriter {
+ public:
+  explicit BodyWriter(Separator separator = Separator::blank, std::size_t expectedSize = 1024);
+
+  std::size_t size() const { return size_; }
+  std::string_view view() const { return {buffer_.get(), size_}; }
+  /// The bytes as a text: UTF-8 if they are, else Latin-1.
+  Pegasus::String string() const;
+  /// Drops what was written behind the first `size` bytes.
+  void cut(std::size_t size) { size_ = size; }
+
+  void character(char value) { *claim(1) = value; }
+  void text(std::string_view value) {
+    if (!value.empty()) std::memcpy(claim(value.size()), value.data(), value.size());
+  }
+  void decimal(std::int32_t value);
+  void decimal(std::uint32_t value);
+  void decimal(std::uint64_t value);
+  /// Hex digits alone, filled up with zeros to at least `digits`.
+  void hexDigits(std::uint64_t value, unsigned digits, bool upperCase);
+  /// Two upper-case digits for each byte, nothing between them.
+  void hexBytes(std::string_view bytes) { writeHex(claim(2 * bytes.size()), bytes); }
+  void number(Format format, std::uint64_t value);
+
+  /// "<key>" and "</key>" around the elements of a group.
+  void openGroup(std::string_view key) { tag("<", key); }
+  void closeGroup(std::string_view key) { tag("</", key); }
+
+  /// For an element whose value is written piece by piece between the two calls.
+  void openElement(std::string_view key) { tag("<", key); }
+  void closeElement(std::string_view key) {
+    tag("</", key);
+    if (separator_ == Separator::blank) character(' ');
+  }
+
+  void element(std::string_view key, std::string_view value);
+  void element(std::string_view key, Format format, std::uint64_t value);
+
+  /// Room for `count` more bytes, which count as written: the caller fills them.
+  char* claim(std::size_t count) {
+    if (count > capacity_ - size_) grow(count);
+    char* place = buffer_.get() + size_;
+    size_ += count;
+    return place;
+  }
+
+ private:
+  void grow(std::size_t count);
+  void tag(std::string_view opening, std::string_view key);
+
+  std::unique_ptr<char[]> buffer_;
+  std::size_t size_ = 0;
+  std::size_t capacity_;
+  Separator separator_;
+};
+
+}  // namespace mpuevent
+
+#endif

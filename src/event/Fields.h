@@ -1,0 +1,59 @@
+#ifndef EVENT_FIELDS_H
+#define EVENT_FIELDS_H
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "event/BodyWriter.h"
+#include "event/RecordView.h"
+
+namespace mpuevent {
+
+/// What lies at a field's offset.
+enum class Width : std::uint8_t {
+  u8,
+  u16,
+  u24,  ///< the low 24 bits of a word
+  u32,
+  u64,
+  pairHighFirst,   ///< two words, printed in storage order
+  pairHighSecond,  ///< two words, the one at the higher offset printed first
+  quad,            ///< four words, printed in storage order
+};
+
+/// One row of a layout: the element that shows a number of fixed place.
+struct Field {
+  std::string_view key;
+  std::uint16_t offset;
+  Width width;
+  Format format;
+};
+
+/// The bytes that a field of this width covers.
+constexpr std::size_t byteCount(Width width) {
+  switch (width) {
+    case Width::u8:
+      return 1;
+    case Width::u16:
+      return 2;
+    case Width::u24:
+    case Width::u32:
+      return 4;
+    case Width::u64:
+    case Width::pairHighFirst:
+    case Width::pairHighSecond:
+      return 8;
+    case Width::quad:
+      break;
+  }
+  return 16;
+}
+
+/// Writes the element of each row, in order. Offsets count from the start of `layout`; a row
+/// whose bytes are not all held is left out.
+void writeFields(BodyWriter& body, RecordView layout, std::span<const Field> fields);
+
+}  // namespace mpuevent
+
+#endif

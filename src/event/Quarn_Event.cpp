@@ -1,0 +1,170 @@
+#include <MPUEvent/Quarn_Event.h>
+
+#include <cstring>
+
+#include "event/BodyWriter.h"
+#include "event/RecordView.h"
+#include "event/SafeText.h"
+#include "event/Text.h"
+#include "event/Trace.h"
+
+namespace Pegasus {
+
+using mpuevent::BodyWriter;
+using mpuevent::Record;
+using mpuevent::Separator;
+using mpuevent::toString;
+using mpuevent::trace;
+using mpuevent::viewOf;
+
+Quarn_Event::Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length)
+    : ControllerSlotID(0), EventLogInstanceNumber(0), SequenceID(0), Timestamp(0), EventType(0) {
+  if (record == nullptr) return;
+  const auto signedLength = static_cast<int>(length);
+  const Record header(record, signedLength);
+  EnclosureSerialNumber = toString(header.enclosureSerialNumber());
+  ControllerSerialNumber = toString(header.controllerSerialNumber());
+  ControllerSlotID = header.controllerSlot();
+  EventLogInstanceNumber = header.logInstance();
+  SequenceID = header.sequenceId();
+  Timestamp = header.timestamp();
+  Source = sourceFromEmpValue(header.source());
+  Category = categoryFromEmpValue(header.category());
+  EventType = eventTypeFromEmpValue(header.type());
+  EventID = mpuevent::decimalString(header.id());
+
+  const std::uint32_t structLength = header.structLength();
+  if (static_cast<int>(Record::headerSize + structLength) == signedLength) return;
+  trace({"Quarn_Event", 152}, {"Quarn_Event constructed with len=", std::uint32_t{length},
+                               ", but evStructLength=", structLength});
+  trace({"Quarn_Event", 153}, {"Contents of Event data is:"});
+  if (mpuevent::traceWanted()) trace({"Quarn_Event", 154}, {Quarn_Event::str()});
+}
+
+Quarn_Event::~Quarn_Event() = default;
+
+String Quarn_Event::getEnclosureSerialNumber() const { return EnclosureSerialNumber; }
+void Quarn_Event::setEnclosureSerialNumber(String text) { EnclosureSerialNumber = text; }
+unsigned int Quarn_Event::getControllerSlotID() const { return ControllerSlotID; }
+void Quarn_Event::setControllerSlotID(unsigned int number) { ControllerSlotID = number; }
+String Quarn_Event::getControllerSerialNumber() const { return ControllerSerialNumber; }
+void Quarn_Event::setControllerSerialNumber(String text) { ControllerSerialNumber = text; }
+unsigned int Quarn_Event::getEventLogInstanceNumber() const { return EventLogInstanceNumber; }
+void Quarn_Event::setEventLogInstanceNumber(unsigned int number) {
+  EventLogInstanceNumber = number;
+}
+unsigned int Quarn_Event::getSequenceID() const { return SequenceID; }
+void Quarn_Event::setSequenceID(unsigned int number) { SequenceID = number; }
+unsigned int Quarn_Event::getTimestamp() const { return Timestamp; }
+void Quarn_Event::setTimestamp(unsigned int number) { Timestamp = number; }
+String Quarn_Event::getSource() const { return Source; }
+void Quarn_Event::setSource(String text) { Source = text; }
+String Quarn_Event::getCategory() const { return Category; }
+void Quarn_Event::setCategory(String text) { Category = text; }
+
+String Quarn_Event::getEventType() {
+  switch (EventType) {
+    case 1:
+      return "Informational";
+    case 2:
+      return "Warning";
+    case 3:
+      return "Error";
+    default:
+      return {};
+  }
+}
+
+unsigned int Quarn_Event::getEventType() const { return EventType; }
+void Quarn_Event::setEventType(unsigned int number) { EventType = number; }
+String Quarn_Event::getEventID() const { return EventID; }
+void Quarn_Event::setEventID(String text) { EventID = text; }
+String Quarn_Event::getSummary() const { return Summary; }
+void Quarn_Event::setSummary(String text) { Summary = text; }
+String Quarn_Event::getBody() const { return Body; }
+void Quarn_Event::setBody(String text) { Body = text; }
+
+String Quarn_Event::str() const {
+  const auto number = [](unsigned int value) { return mpuevent::decimalString(value); };
+  String line;
+  line.reserveCapacity(400 + Summary.size() + Body.size());
+  line.append("Enclosure Ser#: '").append(EnclosureSerialNumber);
+  line.append("', Card Ser#: '").append(ControllerSerialNumber);
+  line.append("', Slot: ").append(number(ControllerSlotID));
+  line.append(", Log Instance # ").append(number(EventLogInstanceNumber));
+  line.append(", Sequence ID=").append(number(SequenceID));
+  line.append(", Timestamp=").append(number(Timestamp));
+  line.append(", Source: '").append(Source);
+  line.append("', Category: '").append(Category);
+  line.append("', EventType=").append(number(EventType));
+  line.append(", EventID: '").append(EventID);
+  line.append("', Summary: '").append(Summary);
+  line.append("', Body: '").append(Body).append("'");
+  return line;
+}
+
+long Quarn_Event::hexified(char* destination, const char* source, long count) {
+  std::string_view bytes;
+  if (count > 0) bytes = {source, static_cast<std::size_t>(count)};
+  const std::size_t length = mpuevent::writeHex(destination, bytes);
+  destination[length] = '\0';
+  return static_cast<long>(length);
+}
+
+String Quarn_Event::hexifiedString(const char* source, long count) {
+  if (source == nullptr || count <= 0) return {};
+  BodyWriter digits(Separator::none, 2 * static_cast<std::size_t>(count));
+  digits.hexBytes({source, static_cast<std::size_t>(count)});
+  return digits.string();
+}
+
+String Quarn_Event::xmlize(const char* key, const char* value) {
+  BodyWriter element(Separator::none);
+  element.element(viewOf(key), viewOf(value));
+  return element.string();
+}
+
+String Quarn_Event::xmlizeString(const char* key, String value) {
+  const String keyText = toString(viewOf(key));
+  String element;
+  element.reserveCapacity(2 * keyText.size() + value.size() + 5);
+  return element.append("<")
+      .append(keyText)
+      .append(">")
+      .append(value)
+      .append("</")
+      .append(keyText)
+      .append(">");
+}
+
+void Quarn_Event::makeSafeKeyname(char* text, int length) {
+  if (text == nullptr || length < 0) return;
+  const auto isKept = [](char byte) {
+    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
+           (byte >= '0' && byte <= '9') || byte == '_';
+  };
+  const std::size_t count = length > 0 ? static_cast<std::size_t>(length) : std::strlen(text);
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const char byte = text[i];
+    if (byte == ' ' || byte == '\t' || byte == '\n') {
+      text[kept++] = '_';
+    } else if (isKept(byte)) {
+      text[kept++] = byte;
+    }
+  }
+  // With length 0 there is no NUL: the tail of the old text stays behind the kept characters.
+  if (static_cast<int>(kept) < length) text[kept] = '\0';
+}
+
+String Quarn_Event::makeSafeString(const char* text, int length) {
+  if (text == nullptr || length < 0) return {};
+  const std::string_view input = length == 0
+                                     ? std::string_view{text}
+                                     : std::string_view{text, static_cast<std::size_t>(length)};
+  BodyWriter safe(Separator::none, input.size() + input.size() / 4 + 16);
+  mpuevent::writeSafe(safe, input);
+  return safe.string();
+}
+
+}  // namespace Pegasus

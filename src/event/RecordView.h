@@ -1,0 +1,111 @@
+#ifndef EVENT_RECORDVIEW_H
+#define EVENT_RECORDVIEW_H
+
+#include <MPUEvent/EmpEvLogMsg.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+namespace mpuevent {
+
+/// Bytes of a record and how many of them are held: the only code that reads them.
+///
+/// Every read is checked against the bytes held, in a form that cannot wrap. A number that they
+/// do not hold whole reads as 0, a text or run of bytes ends where they end.
+class RecordView {
+ public:
+  static constexpr std::size_t toEnd = static_cast<std::size_t>(-1);
+
+  constexpr RecordView() = default;
+  RecordView(const void* bytes, std::size_t size)
+      : bytes_(static_cast<const unsigned char*>(bytes)), size_(bytes == nullptr ? 0 : size) {}
+
+  std::size_t size() const { return size_; }
+  const unsigned char* data() const { return bytes_; }
+
+  bool holds(std::size_t at, std::size_t width) const { return at <= size_ && width <= size_ - at; }
+
+  std::uint8_t u8(std::size_t at) const { return holds(at, 1) ? bytes_[at] : std::uint8_t{0}; }
+  std::uint16_t u16(std::size_t at) const {
+    return static_cast<std::uint16_t>(holds(at, 2) ? bigEndian<2>(at) : 0);
+  }
+  /// The low 24 bits of the word at `at`.
+  std::uint32_t u24(std::size_t at) const { return u32(at) & 0x00FFFFFF; }
+  std::uint32_t u32(std::size_t at) const {
+    return static_cast<std::uint32_t>(holds(at, 4) ? bigEndian<4>(at) : 0);
+  }
+  std::int32_t s32(std::size_t at) const { return static_cast<std::int32_t>(u32(at)); }
+  std::uint64_t u64(std::size_t at) const { return holds(at, 8) ? bigEndian<8>(at) : 0; }
+
+  /// The text from `at` up to its NUL, at most `limit` bytes.
+  std::string_view text(std::size_t at, std::size_t limit = toEnd) const {
+    const std::string_view field = bytes(at, limit);
+    if (field.empty()) return {};
+    const void* nul = std::memchr(field.data(), 0, field.size());
+    if (nul == nullptr) return field;
+    return field.substr(0, static_cast<std::size_t>(static_cast<const char*>(nul) - field.data()));
+  }
+
+  /// The bytes from `at`, as many of `count` as are held.
+  std::string_view bytes(std::size_t at, std::size_t count = toEnd) const {
+    const RecordView part = from(at, count);
+    return {reinterpret_cast<const char*>(part.bytes_), part.size_};
+  }
+
+  /// A view on the bytes from `at`, as many of `count` as are held.
+  RecordView from(std::size_t at, std::size_t count = toEnd) const {
+    if (at >= size_) return {};
+    return {bytes_ + at, std::min(count, size_ - at)};
+  }
+
+ private:
+  template <std::size_t width>
+  std::uint64_t bigEndian(std::size_t at) const {
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < width; ++i) value = value << 8 | bytes_[at + i];
+    return value;
+  }
+
+  const unsigned char* bytes_ = nullptr;
+  std::size_t size_ = 0;
+};
+
+/// A whole record: its header fields, and its payload.
+class Record : public RecordView {
+ public:
+  static constexpr std::size_t headerSize = 152;
+
+  /// `length` bytes are held; a length below 0 holds none.
+  Record(const Pegasus::EmpEvLogMsg_s* record, int length)
+      : RecordView(record, length < 0 ? 0 : static_cast<std::size_t>(length)) {}
+
+  /// A record whose holder does not say how long it is: its own `evStructLength` is trusted.
+  static Record trusting(const Pegasus::EmpEvLogMsg_s* record) {
+    const int headerLength = record == nullptr ? 0 : static_cast<int>(headerSize);
+    const Record header(record, headerLength);
+    return {record, headerLength + header.structLength()};
+  }
+
+  std::string_view enclosureSerialNumber() const { return text(0, 64); }
+  std::string_view controllerSerialNumber() const { return text(64, 64); }
+  std::uint32_t controllerSlot() const { return u32(128); }
+  std::uint32_t logInstance() const { return u32(132); }
+  std::uint32_t sequenceId() const { return u32(136); }
+  std::uint32_t timestamp() const { return u32(140); }
+  std::uint16_t structLength() const { return u16(144); }
+  std::uint8_t source() const { return u8(146); }
+  std::uint8_t type() const { return u8(147); }
+  std::uint8_t category() const { return u8(148); }
+  std::uint8_t idVersion() const { return u8(149); }
+  std::uint16_t id() const { return u16(150); }
+
+  /// All that is held behind the header, whatever `evStructLength` says.
+  RecordView payload() const { return from(headerSize); }
+};
+
+}  // namespace mpuevent
+
+#endif

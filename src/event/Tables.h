@@ -1,0 +1,53 @@
+#ifndef EVENT_TABLES_H
+#define EVENT_TABLES_H
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace mpuevent {
+
+/// One row of a code table that has gaps.
+struct CodeText {
+  std::uint32_t code;
+  std::string_view text;
+};
+
+/// True if the rows' numbers rise: what `findRow` needs of a table, for a `static_assert`.
+/// `number` names the member that holds a row's number.
+template <class Row, std::size_t size>
+constexpr bool rising(const Row (&rows)[size], std::uint32_t Row::*number) {
+  for (std::size_t i = 1; i < size; ++i) {
+    if (rows[i].*number <= rows[i - 1].*number) return false;
+  }
+  return true;
+}
+
+/// The row with this number, or null.
+template <class Row, std::size_t size>
+constexpr const Row* findRow(const Row (&rows)[size], std::uint32_t Row::*number,
+                             std::uint32_t wanted) {
+  const Row* row = std::lower_bound(
+      std::begin(rows), std::end(rows), wanted,
+      [number](const Row& candidate, std::uint32_t value) { return candidate.*number < value; });
+  return row != std::end(rows) && row->*number == wanted ? row : nullptr;
+}
+
+/// The text of a code in a table with gaps; empty if the code has none.
+template <std::size_t size>
+constexpr std::string_view textOf(const CodeText (&rows)[size], std::uint32_t code) {
+  const CodeText* row = findRow(rows, &CodeText::code, code);
+  return row == nullptr ? std::string_view{} : row->text;
+}
+
+/// The text at an index of a table without gaps; empty past the table's end.
+template <std::size_t size>
+constexpr std::string_view textAt(const std::string_view (&texts)[size], std::uint32_t index) {
+  return index < size ? texts[index] : std::string_view{};
+}
+
+}  // namespace mpuevent
+
+#endif

@@ -1,0 +1,24 @@
+#ifndef EVENT_TEXT_H
+#define EVENT_TEXT_H
+
+#include <Pegasus/Common/String.h>
+
+#include <cstdint>
+#include <string_view>
+
+namespace mpuevent {
+
+/// Bytes of a record or a caller as a text: UTF-8 if they are valid UTF-8, else each byte as the
+/// Latin-1 character of its number. Nothing is lost and nothing throws but an allocation. This is
+/// the one way from bytes to `Pegasus::String`.
+Pegasus::String toString(std::string_view bytes);
+
+/// The number as "%d" prints it: 2^31 and above come out negative.
+Pegasus::String decimalString(std::uint32_t number);
+
+/// A caller's text, which may be null.
+std::string_view viewOf(const char* text);
+
+}  // namespace mpuevent
+
+#endif

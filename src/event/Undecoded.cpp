@@ -1,0 +1,28 @@
+#include "event/Undecoded.h"
+
+#include "event/BodyWriter.h"
+
+namespace mpuevent {
+
+using Pegasus::String;
+
+String hexBody(const Record& record) {
+  const std::string_view bytes = record.payload().bytes(0, record.structLength());
+  BodyWriter body(Separator::none, 2 * bytes.size() + 16);
+  body.openElement("Hex");
+  body.hexBytes(bytes);
+  body.closeElement("Hex");
+  return body.string();
+}
+
+void showUndecoded(Pegasus::Quarn_Event& event, const Record& record, TraceSite site,
+                   const char* summary, const char* traceText) {
+  // The number is in the base of standard output, whatever the text before it says.
+  trace(site, {traceText, std::uint32_t{record.id()}});
+  event.setSummary(summary);
+  event.setBody(hexBody(record));
+}
+
+String sampleBody() { return "Sample Body text"; }
+
+}  // namespace mpuevent

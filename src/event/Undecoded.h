@@ -1,0 +1,24 @@
+#ifndef EVENT_UNDECODED_H
+#define EVENT_UNDECODED_H
+
+#include <MPUEvent/Quarn_Event.h>
+
+#include "event/RecordView.h"
+#include "event/Trace.h"
+
+namespace mpuevent {
+
+/// `<Hex>` with the payload's bytes: those that are held, at most `evStructLength`.
+Pegasus::String hexBody(const Record& record);
+
+/// What a decoder makes of a record that it has no layout for: a trace line with the event id, a
+/// fixed Summary, and the hex body.
+void showUndecoded(Pegasus::Quarn_Event& event, const Record& record, TraceSite site,
+                   const char* summary, const char* traceText = "Unknown EventID: 0x");
+
+/// The body of the modules' sample functions.
+Pegasus::String sampleBody();
+
+}  // namespace mpuevent
+
+#endif

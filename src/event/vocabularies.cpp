@@ -1,0 +1,94 @@
+#include <MPUEvent/Quarn_Event.h>
+
+#include "event/Tables.h"
+#include "event/Text.h"
+#include "event/Trace.h"
+
+namespace Pegasus {
+
+namespace {
+
+using mpuevent::CodeText;
+using mpuevent::rising;
+using mpuevent::textOf;
+
+constexpr CodeText sourceNames[] = {
+    {0,  "iSCSI 1"    },
+    {1,  "iSCSI 2"    },
+    {2,  "SCSI"       },
+    {3,  "Cache 1"    },
+    {4,  "Cache 2"    },
+    {5,  "I/O Mgr"    },
+    {6,  "Dev Mgr"    },
+    {7,  "MIP"        },
+    {8,  "PieMan"     },
+    {9,  "AWR"        },
+    {10, "VPI"        },
+    {11, "MIP Local"  },
+    {12, "iChar"      },
+    {13, "OB0"        },
+    {14, "OB1"        },
+    {15, "HACC"       },
+    {16, "MSM"        },
+    {17, "RCP"        },
+    {18, "Startup"    },
+    {19, "DDLM"       },
+    {20, "Vol Mgr"    },
+    {21, "Drive Admin"},
+    {22, "ICS"        },
+    {23, "SCC"        },
+    {24, "NCS"        },
+    {25, "AIM"        },
+    {26, "Environ"    },
+    {27, "EMP"        },
+    {28, "SNMP"       },
+    {29, "SMIS"       },
+    {30, "SMIS IND"   },
+    {31, "iSNS"       },
+    {33, "ES Adapter" }, // 32 has no name
+};
+static_assert(rising(sourceNames, &CodeText::code));
+
+constexpr CodeText categoryWords[] = {
+    {1,  "System"       },
+    {2,  "Management"   },
+    {3,  "Environmental"},
+    {4,  "Device"       },
+    {5,  "Volume"       },
+    {6,  "Device"       }, // the same word as 4
+    {7,  "SCSI"         },
+    {8,  "iSCSI"        },
+    {9,  "Network"      },
+    {10, "Hardware"     },
+    {11, "I/O"          },
+    {12, "Cache"        },
+    {13, "iSNS"         },
+};
+static_assert(rising(categoryWords, &CodeText::code));
+
+}  // namespace
+
+String Quarn_Event::sourceFromEmpValue(unsigned int source) const {
+  const std::string_view name = textOf(sourceNames, source);
+  if (!name.empty()) return mpuevent::toString(name);
+  mpuevent::trace({"Quarn_Event", 173},
+                  {"Quarn_Event::sourceFromEmpValue() has no case for source # ", source});
+  return mpuevent::decimalString(source);
+}
+
+String Quarn_Event::categoryFromEmpValue(unsigned int category) const {
+  const std::string_view word = textOf(categoryWords, category);
+  if (!word.empty()) return mpuevent::toString(word);
+  mpuevent::trace({"Quarn_Event", 300},
+                  {"Quarn_Event::categoryFromEmpValue() has no case for category # ", category});
+  return mpuevent::decimalString(category);
+}
+
+unsigned int Quarn_Event::eventTypeFromEmpValue(unsigned int type) const {
+  if (type >= 1 && type <= 3) return type;
+  mpuevent::trace({"Quarn_Event", 361},
+                  {"Quarn_Event::eventTypeFromEmpValue() has no case for Event Type # ", type});
+  return 0;
+}
+
+}  // namespace Pegasus

@@ -25,7 +25,7 @@ constexpr std::array<CMAPErrorCodes::Entry, CMAPErrorCodes::entryCount> makeEntr
 
 }  // namespace
 
-constexpr std::array<CMAPErrorCodes::Entry, CMAPErrorCodes::entryCount>
+constinit const std::array<CMAPErrorCodes::Entry, CMAPErrorCodes::entryCount>
     CMAPErrorCodes::_errorCodeArray = makeEntries();
 
 Uint32 CMAPErrorCodes::getIndex(Uint32 code) {

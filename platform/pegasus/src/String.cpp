@@ -124,17 +124,17 @@ String& String::assign(const char* text, Uint32 count) { return *this = String(t
 /// Makes the buffer this text's own, with room for `capacity` units. Returns the text on the buffer
 /// that it replaced, if it did: what the caller is about to copy may lie in there.
 String String::makeRoom(Uint32 capacity) {
-  if (buffer_ != nullptr && buffer_->capacity >= capacity &&
-      buffer_->owners.load(std::memory_order_acquire) == 1) {
-    return String();
+  String replaced;
+  const bool fits = buffer_ != nullptr && buffer_->capacity >= capacity &&
+                    buffer_->owners.load(std::memory_order_acquire) == 1;
+  if (!fits) {
+    const Uint32 needed = std::max({checkedSize(capacity), size(), minCapacity});
+    replaced.buffer_ = Buffer::make(std::min(std::bit_ceil(needed), maxCapacity));
+    std::memcpy(replaced.buffer_->units(), getChar16Data(), size() * sizeof(Char16));
+    replaced.buffer_->setSize(size());
+    std::swap(buffer_, replaced.buffer_);
   }
-  const Uint32 needed = std::max({checkedSize(capacity), size(), minCapacity});
-  String grown;
-  grown.buffer_ = Buffer::make(std::min(std::bit_ceil(needed), maxCapacity));
-  std::memcpy(grown.buffer_->units(), getChar16Data(), size() * sizeof(Char16));
-  grown.buffer_->setSize(size());
-  std::swap(buffer_, grown.buffer_);
-  return grown;
+  return replaced;
 }
 
 String& String::append(const Char16& unit) { return append(&unit, 1); }
@@ -156,13 +156,13 @@ void String::appendPrintf(const char* format, ...) {
   notNull(format);
   std::va_list arguments;
   va_start(arguments, format);
-  std::va_list again;
-  va_copy(again, arguments);
+  // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): clang-tidy 14 errs when given many files.
   const int length = std::vsnprintf(nullptr, 0, format, arguments);
   va_end(arguments);
   std::vector<char> bytes(static_cast<std::size_t>(std::max(length, 0)) + 1);
-  std::vsnprintf(bytes.data(), bytes.size(), format, again);
-  va_end(again);
+  va_start(arguments, format);
+  std::vsnprintf(bytes.data(), bytes.size(), format, arguments);
+  va_end(arguments);
   append(String(bytes.data(), checkedSize(bytes.size() - 1)));
 }
 

@@ -5,6 +5,8 @@
 
 namespace Pegasus {
 
+// NOLINTBEGIN(google-explicit-constructor): callers rely on the conversions.
+
 /// One UTF-16 code unit. A plain char above 0x7F comes in sign-extended where char is signed: cast
 /// it to Uint8 first.
 class PEGASUS_COMMON_LINKAGE Char16 {
@@ -25,6 +27,8 @@ inline Boolean operator==(char a, const Char16& b) { return Uint16(a) == Uint16(
 inline Boolean operator!=(const Char16& a, const Char16& b) { return Uint16(a) != Uint16(b); }
 inline Boolean operator!=(const Char16& a, char b) { return Uint16(a) != Uint16(b); }
 inline Boolean operator!=(char a, const Char16& b) { return Uint16(a) != Uint16(b); }
+
+// NOLINTEND(google-explicit-constructor)
 
 }  // namespace Pegasus
 

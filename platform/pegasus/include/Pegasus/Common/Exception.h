@@ -6,6 +6,8 @@
 
 namespace Pegasus {
 
+// NOLINTBEGIN(google-explicit-constructor): callers rely on the conversions.
+
 /// Base of the exception classes; not a std::exception.
 class PEGASUS_COMMON_LINKAGE Exception {
  public:
@@ -36,6 +38,8 @@ class PEGASUS_COMMON_LINKAGE CIMException : public Exception {
  private:
   CIMStatusCode code_;
 };
+
+// NOLINTEND(google-explicit-constructor)
 
 }  // namespace Pegasus
 

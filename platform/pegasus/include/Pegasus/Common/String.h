@@ -8,6 +8,8 @@
 
 namespace Pegasus {
 
+// NOLINTBEGIN(google-explicit-constructor): callers rely on the conversions.
+
 /// NUL-terminated bytes that a String was turned into; owns them.
 class PEGASUS_COMMON_LINKAGE CString {
  public:
@@ -53,7 +55,7 @@ class PEGASUS_COMMON_LINKAGE String {
 #endif
       ~String() {
     if (buffer_ != nullptr) {
-      release(buffer_);
+      release(buffer_);  // NOLINT(clang-analyzer-cplusplus.NewDelete): it is counted
     }
   }
 
@@ -130,6 +132,8 @@ PEGASUS_COMMON_LINKAGE String operator+(const String& a, const String& b);
 /// Writes U+0001..U+00FF as one byte each (Latin-1, not UTF-8), any other unit as \xHHHH. A field
 /// width applies to the first character alone.
 PEGASUS_COMMON_LINKAGE std::ostream& operator<<(std::ostream& stream, const String& text);
+
+// NOLINTEND(google-explicit-constructor)
 
 }  // namespace Pegasus
 

@@ -5,6 +5,8 @@
 
 namespace Pegasus {
 
+// NOLINTBEGIN(google-explicit-constructor): callers rely on the conversions.
+
 class PEGASUS_PROVIDER_LINKAGE CIMOperationFailedException : public CIMException {
  public:
   /// The code is CIM_ERR_FAILED.
@@ -16,6 +18,8 @@ class PEGASUS_PROVIDER_LINKAGE CIMOperationFailedException : public CIMException
  protected:
   CIMOperationFailedException(CIMStatusCode code, const String& message);
 };
+
+// NOLINTEND(google-explicit-constructor)
 
 }  // namespace Pegasus
 

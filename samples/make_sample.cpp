@@ -1,0 +1,108 @@
+// Writes a log such as one array sends to its management agent: CMAP messages, back to back. The
+// bytes are the same on every machine and in every run.
+#include <array>
+#include <cstdint>
+#include <fstream>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "records/SampleRecords.h"
+#include "support/RecordBuilder.h"
+
+namespace {
+
+using mpuevent::samples::Module;
+using mpuevent::samples::Sample;
+
+constexpr std::size_t kFewestMessages = 300;
+
+/// Numbers from below `bound`; the distributions of <random> differ between libraries.
+class Dice {
+ public:
+  std::uint32_t below(std::uint32_t bound) {
+    state_ ^= state_ << 13;
+    state_ ^= state_ >> 17;
+    state_ ^= state_ << 5;
+    return static_cast<std::uint32_t>((std::uint64_t{state_} * bound) >> 32);
+  }
+
+ private:
+  std::uint32_t state_ = 0x2545F491;
+};
+
+struct Card {
+  std::string_view serial;
+  std::uint32_t slot;
+  std::uint32_t logInstance;
+  std::uint32_t sequenceId;
+};
+
+struct Event {
+  const Module* module;
+  Sample sample;
+};
+
+std::vector<Event> everySample() {
+  std::vector<Event> events;
+  for (const Module& module : mpuevent::samples::modules()) {
+    for (Sample& sample : module.samples()) {
+      events.push_back({&module, std::move(sample)});
+    }
+  }
+  return events;
+}
+
+std::string makeLog() {
+  std::array<Card, 2> cards = {
+      {
+       {"SCB2100340-0719A", 0, 1, 48210},
+       {"SCB2100352-0719A", 1, 2, 39977},
+       }
+  };
+  std::uint32_t timestamp = 1163421907;
+  std::uint32_t handle = 0x00004E21;
+  Dice dice;
+  std::vector<Event> events = everySample();
+  std::string log;
+  for (std::size_t written = 0; written < kFewestMessages; written += events.size()) {
+    for (std::size_t left = events.size(); left > 1; --left) {
+      std::swap(events[left - 1], events[dice.below(static_cast<std::uint32_t>(left))]);
+    }
+    for (const Event& event : events) {
+      Card& card = cards[dice.below(2)];
+      card.sequenceId += 1;
+      timestamp += 1 + dice.below(240);
+      handle += 1 + dice.below(3);
+      log += mpuevent::support::message(mpuevent::samples::record(*event.module, event.sample)
+                                            .enclosureSerial("ENC7540-000318")
+                                            .controllerSerial(card.serial)
+                                            .slot(card.slot)
+                                            .logInstance(card.logInstance)
+                                            .sequenceId(card.sequenceId)
+                                            .timestamp(timestamp)
+                                            .str(),
+                                        handle);
+    }
+  }
+  return log;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::cerr << "usage: make_sample OUT.cmap\n";
+    return 2;
+  }
+  const std::string log = makeLog();
+  std::ofstream out(argv[1], std::ios::binary);
+  out.write(log.data(), static_cast<std::streamsize>(log.size())).flush();
+  if (!out) {
+    std::cerr << "make_sample: " << argv[1] << ": cannot be written\n";
+    return 2;
+  }
+  return 0;
+}

@@ -1,0 +1,87 @@
+#include <MPUEvent/DRIVEADMP_Event.h>
+#include <MPUEvent/ENVIRONMP_Event.h>
+#include <MPUEvent/ES_ADAPTERMP.h>
+#include <MPUEvent/EVENTLOGMP.h>
+#include <MPUEvent/HACCMP_Event.h>
+#include <MPUEvent/ICHAR_Event.h>
+#include <MPUEvent/MSMMP_Event.h>
+#include <MPUEvent/OB0_Event.h>
+#include <MPUEvent/OB1_Event.h>
+#include <MPUEvent/PIEMAN8P.h>
+#include <MPUEvent/SNMPMP_Event.h>
+#include <gtest/gtest.h>
+
+#include "support/DecodedEvent.h"
+#include "support/RecordBuilder.h"
+#include "support/TraceCapture.h"
+
+namespace {
+
+using mpuevent::support::decode;
+using mpuevent::support::RecordBuilder;
+using mpuevent::support::TraceCapture;
+using mpuevent::support::utf8;
+using namespace Pegasus;
+
+TEST(GenericDecoders, ShowThePayloadInHexAndTraceTheId) {
+  struct Case {
+    std::uint8_t source;
+    const char* summary;
+    const char* trace;
+  };
+  const Case cases[] = {
+      {12, "Unhandled Event by ICHAR",     "ICHAR_Event:96                :----: "},
+      {13, "Unhandled Event by OB0",       "OB0_Event:99                  :----: "},
+      {14, "Unhandled Event by OB1",       "OB1_Event:99                  :----: "},
+      {15, "Unhandled Event by HACCMP",    "HACCMP_Event:99               :----: "},
+      {16, "Unhandled Event by MSMMP",     "MSMMP_Event:99                :----: "},
+      {21, "Unhandled Event by DRIVEADMP", "DRIVEADMP_Event:96            :----: "},
+      {26, "Unhandled Event by ENVIRONMP", "ENVIRONMP_Event:99            :----: "},
+      {28, "Unhandled Event by SNMPMP",    "SNMPMP_Event:99               :----: "},
+  };
+  for (const Case& c : cases) {
+    const TraceCapture trace;
+    const auto event = decode(
+        RecordBuilder().source(c.source).id(26).payload(std::string("\x01\xAB\0\x7F", 4)).str());
+    EXPECT_EQ(utf8(event->getSummary()), c.summary);
+    EXPECT_EQ(utf8(event->getBody()), "<Hex>01AB007F</Hex>");
+    EXPECT_EQ(utf8(event->getEventID()), "26");
+    // The digits are decimal, whatever stands before them.
+    EXPECT_EQ(trace.lines(),
+              std::vector<std::string>{std::string(c.trace) + "Unknown EventID: 0x26"});
+  }
+}
+
+TEST(GenericDecoders, DumpWhatIsHeldAndBelongsToThePayload) {
+  const auto bodyOf = [](std::uint16_t structLength) {
+    return utf8(decode(RecordBuilder().source(13).structLength(structLength).payload("abc").str())
+                    ->getBody());
+  };
+  EXPECT_EQ(bodyOf(0), "<Hex></Hex>");
+  EXPECT_EQ(bodyOf(2), "<Hex>6162</Hex>");
+  EXPECT_EQ(bodyOf(3), "<Hex>616263</Hex>");
+  EXPECT_EQ(bodyOf(65535), "<Hex>616263</Hex>");
+}
+
+TEST(GenericDecoders, LeaveTheEventOfANullRecordEmpty) {
+  const TraceCapture trace;
+  const OB0_Event event(nullptr, 200);
+  EXPECT_EQ(utf8(event.getSummary()), "");
+  EXPECT_EQ(utf8(event.getBody()), "");
+  EXPECT_TRUE(trace.lines().empty());
+}
+
+TEST(GenericDecoders, OfferASampleBodyForEachModule) {
+  using Sample = String (*)(EmpEvLogMsg_s const*);
+  const Sample samples[] = {
+      get_ICHAR_such_and_such_event_body,      get_OB0_such_and_such_event_body,
+      get_OB1_such_and_such_event_body,        get_HACCMP_such_and_such_event_body,
+      get_MSMMP_such_and_such_event_body,      get_DRIVEADMP_such_and_such_event_body,
+      get_ENVIRONMP_such_and_such_event_body,  get_SNMPMP_such_and_such_event_body,
+      get_EVENTLOGMP_such_and_such_event_body, get_ES_ADAPTERMP_such_and_such_event_body,
+      get_PIEMAN8P_such_and_such_event_body,
+  };
+  for (const Sample sample : samples) EXPECT_EQ(utf8(sample(nullptr)), "Sample Body text");
+}
+
+}  // namespace

@@ -1,0 +1,209 @@
+#include <MPUEvent/Quarn_Event.h>
+#include <gtest/gtest.h>
+
+#include <iostream>
+
+#include "support/DecodedEvent.h"
+#include "support/RecordBuilder.h"
+#include "support/TraceCapture.h"
+
+namespace {
+
+using mpuevent::support::RecordBuilder;
+using mpuevent::support::TraceCapture;
+using mpuevent::support::utf8;
+using Pegasus::EmpEvLogMsg_s;
+using Pegasus::Quarn_Event;
+
+Quarn_Event eventOf(const std::string& record, unsigned int length) {
+  return {reinterpret_cast<const EmpEvLogMsg_s*>(record.data()), length};
+}
+
+Quarn_Event eventOf(const std::string& record) {
+  return eventOf(record, static_cast<unsigned int>(record.size()));
+}
+
+RecordBuilder distinctRecord() {
+  return RecordBuilder()
+      .enclosureSerial("ENC-1")
+      .controllerSerial("CARD-2")
+      .slot(0x01020304)
+      .logInstance(0x05060708)
+      .sequenceId(0x090A0B0C)
+      .timestamp(0x8D0E0F10)
+      .source(22)
+      .type(2)
+      .category(9)
+      .idVersion(7)
+      .id(0xFFFE);
+}
+
+TEST(BaseEvent, DecodesEveryHeaderField) {
+  const std::string record = distinctRecord().str();
+  const Quarn_Event event = eventOf(record);
+  EXPECT_EQ(utf8(event.getEnclosureSerialNumber()), "ENC-1");
+  EXPECT_EQ(utf8(event.getControllerSerialNumber()), "CARD-2");
+  EXPECT_EQ(event.getControllerSlotID(), 0x01020304U);
+  EXPECT_EQ(event.getEventLogInstanceNumber(), 0x05060708U);
+  EXPECT_EQ(event.getSequenceID(), 0x090A0B0CU);
+  EXPECT_EQ(event.getTimestamp(), 0x8D0E0F10U);
+  EXPECT_EQ(utf8(event.getSource()), "ICS");
+  EXPECT_EQ(utf8(event.getCategory()), "Network");
+  EXPECT_EQ(event.getEventType(), 2U);
+  EXPECT_EQ(utf8(event.getEventID()), "65534");
+  // Numbers of 2^31 and above print negative here.
+  EXPECT_EQ(
+      utf8(event.str()),
+      "Enclosure Ser#: 'ENC-1', Card Ser#: 'CARD-2', Slot: 16909060, Log Instance # 84281096, "
+      "Sequence ID=151653132, Timestamp=-1928458480, Source: 'ICS', Category: 'Network', "
+      "EventType=2, EventID: '65534', Summary: '', Body: ''");
+}
+
+TEST(BaseEvent, NullRecordGivesAnEmptyEventWithoutTrace) {
+  const TraceCapture trace;
+  const Quarn_Event event(nullptr, 300);
+  EXPECT_EQ(utf8(event.str()),
+            "Enclosure Ser#: '', Card Ser#: '', Slot: 0, Log Instance # 0, Sequence ID=0, "
+            "Timestamp=0, Source: '', Category: '', EventType=0, EventID: '', Summary: '', "
+            "Body: ''");
+  EXPECT_TRUE(trace.lines().empty());
+}
+
+TEST(BaseEvent, SettersReplaceWhatStrShows) {
+  Quarn_Event event(nullptr, 0);
+  event.setEnclosureSerialNumber("a");
+  event.setControllerSerialNumber("b");
+  event.setControllerSlotID(1);
+  event.setEventLogInstanceNumber(2);
+  event.setSequenceID(3);
+  event.setTimestamp(4);
+  event.setSource("c");
+  event.setCategory("d");
+  event.setEventType(5);
+  event.setEventID("e");
+  event.setSummary("f");
+  event.setBody("g");
+  EXPECT_EQ(utf8(event.str()),
+            "Enclosure Ser#: 'a', Card Ser#: 'b', Slot: 1, Log Instance # 2, Sequence ID=3, "
+            "Timestamp=4, Source: 'c', Category: 'd', EventType=5, EventID: 'e', Summary: 'f', "
+            "Body: 'g'");
+}
+
+TEST(BaseEvent, EventTypeHasAWordAndANumber) {
+  const char* const words[] = {"", "Informational", "Warning", "Error", "", ""};
+  for (std::uint8_t type = 0; type < 6; ++type) {
+    Quarn_Event event = eventOf(RecordBuilder().type(type).str());
+    EXPECT_EQ(utf8(event.getEventType()), words[type]);
+    EXPECT_EQ(std::as_const(event).getEventType(), type <= 3 ? type : 0U);
+  }
+}
+
+TEST(BaseEvent, SerialNumbersEndAtTheirFieldAndKeepTheirBytes) {
+  struct Case {
+    const char* name;
+    std::string serial;
+    std::string expected;
+  };
+  const Case cases[] = {
+      {"no NUL in 64 bytes",                          std::string(70, 'x'),            std::string(64, 'x')},
+      {"UTF-8",                                         "r\xC3\xA9seau \xE2\x82\xAC \xF0\x9F\x98\x80",
+       "r\xC3\xA9seau \xE2\x82\xAC \xF0\x9F\x98\x80"                                                               },
+      {"Latin-1", "r\xE9seau",               "r\xC3\xA9seau"},
+      {"cut sequence",                              "ab\xE2\x82",                              "ab\xC3\xA2\xC2\x82"                                                                         },
+      {"overlong",                         "\xC0\x80",          "\xC3\x80\xC2\x80"},
+      {"surrogate",                           "\xED\xA0\x80",                                "\xC3\xAD\xC2\xA0\xC2\x80"                                                                                              },
+      {"beyond U+10FFFF",                   "\xF4\x90\x80\x80",  "\xC3\xB4\xC2\x90\xC2\x80\xC2\x80"},
+      {"last characters",           "\xEF\xBF\xBF \xF4\x8F\xBF\xBF",                        "\xEF\xBF\xBF \xF4\x8F\xBF\xBF"                                                                                                                    },
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    const Quarn_Event event =
+        eventOf(RecordBuilder().enclosureSerial(c.serial).controllerSerial("next").str());
+    EXPECT_EQ(utf8(event.getEnclosureSerialNumber()), c.expected);
+    EXPECT_EQ(utf8(event.getControllerSerialNumber()), "next");
+  }
+}
+
+TEST(BaseEvent, FieldsThatAreNotHeldReadAsNothing) {
+  const std::string record = distinctRecord().str();
+  const Quarn_Event cut = eventOf(record.substr(0, 134));
+  EXPECT_EQ(cut.getControllerSlotID(), 0x01020304U);
+  EXPECT_EQ(cut.getEventLogInstanceNumber(), 0U);
+  EXPECT_EQ(utf8(cut.getEventID()), "0");
+  EXPECT_EQ(utf8(eventOf(record.substr(0, 67)).getControllerSerialNumber()), "CAR");
+  EXPECT_EQ(utf8(eventOf(record, 0xFFFFFFFF).getEnclosureSerialNumber()), "");
+}
+
+TEST(BaseEvent, TracesALengthThatDoesNotFit) {
+  const std::string record = RecordBuilder().structLength(40).payload(std::string(48, 'p')).str();
+  {
+    const TraceCapture trace;
+    const Quarn_Event event = eventOf(record);
+    const std::vector<std::string> lines = trace.lines();
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[0],
+              "Quarn_Event:152               :----: Quarn_Event constructed with len=200, but "
+              "evStructLength=40");
+    EXPECT_EQ(lines[1], "Quarn_Event:153               :----: Contents of Event data is:");
+    EXPECT_EQ(lines[2], "Quarn_Event:154               :----: " + utf8(event.str()));
+  }
+  const TraceCapture trace;
+  eventOf(RecordBuilder().payload(std::string(48, 'p')).str());
+  eventOf(RecordBuilder().str());
+  EXPECT_TRUE(trace.lines().empty());
+}
+
+TEST(BaseEvent, TraceNumbersTakeTheStreamsBaseAndLeaveItAlone) {
+  const TraceCapture trace;
+  std::cout << std::hex;
+  eventOf(RecordBuilder().source(200).str());
+  EXPECT_TRUE((std::cout.flags() & std::ios_base::hex) != 0);
+  std::cout << std::dec;
+  ASSERT_EQ(trace.lines().size(), 1U);
+  EXPECT_EQ(trace.lines()[0],
+            "Quarn_Event:173               :----: Quarn_Event::sourceFromEmpValue() has no case "
+            "for source # c8");
+}
+
+TEST(Vocabularies, NamesEverySource) {
+  const char* const names[] = {
+      "iSCSI 1",     "iSCSI 2", "SCSI",     "Cache 1", "Cache 2",   "I/O Mgr",    "Dev Mgr",
+      "MIP",         "PieMan",  "AWR",      "VPI",     "MIP Local", "iChar",      "OB0",
+      "OB1",         "HACC",    "MSM",      "RCP",     "Startup",   "DDLM",       "Vol Mgr",
+      "Drive Admin", "ICS",     "SCC",      "NCS",     "AIM",       "Environ",    "EMP",
+      "SNMP",        "SMIS",    "SMIS IND", "iSNS",    "32",        "ES Adapter", "34",
+  };
+  const Quarn_Event event(nullptr, 0);
+  const TraceCapture trace;
+  for (unsigned int code = 0; code < std::size(names); ++code) {
+    EXPECT_EQ(utf8(event.sourceFromEmpValue(code)), names[code]);
+  }
+  EXPECT_EQ(utf8(event.sourceFromEmpValue(0xFFFFFFFF)), "-1");
+  const std::string site = "Quarn_Event:173               :----: ";
+  const std::string message = "Quarn_Event::sourceFromEmpValue() has no case for source # ";
+  EXPECT_EQ(trace.lines(), (std::vector<std::string>{site + message + "32", site + message + "34",
+                                                     site + message + "4294967295"}));
+}
+
+TEST(Vocabularies, NamesEveryCategoryAndType) {
+  const char* const words[] = {"0",        "System", "Management", "Environmental", "Device",
+                               "Volume",   "Device", "SCSI",       "iSCSI",         "Network",
+                               "Hardware", "I/O",    "Cache",      "iSNS",          "14"};
+  const Quarn_Event event(nullptr, 0);
+  const TraceCapture trace;
+  for (unsigned int code = 0; code < std::size(words); ++code) {
+    EXPECT_EQ(utf8(event.categoryFromEmpValue(code)), words[code]);
+  }
+  EXPECT_EQ(event.eventTypeFromEmpValue(3), 3U);
+  EXPECT_EQ(event.eventTypeFromEmpValue(4), 0U);
+  const std::string category =
+      "Quarn_Event:300               :----: Quarn_Event::categoryFromEmpValue() has no case for "
+      "category # ";
+  EXPECT_EQ(trace.lines(),
+            (std::vector<std::string>{
+                category + "0", category + "14",
+                "Quarn_Event:361               :----: Quarn_Event::eventTypeFromEmpValue() has no "
+                "case for Event Type # 4"}));
+}
+
+}  // namespace

@@ -1,0 +1,196 @@
+#include <MPUEvent/Quarn_Event.h>
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "support/DecodedEvent.h"
+
+namespace {
+
+using mpuevent::support::utf8;
+using Pegasus::Quarn_Event;
+
+std::string safe(const std::string& text) {
+  return utf8(Quarn_Event::makeSafeString(text.data(), static_cast<int>(text.size())));
+}
+
+std::string escaped(std::string_view text) {
+  const std::string_view kept =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 \t\n.:,()-\"/_#'=";
+  std::string result;
+  for (const char c : text) {
+    if (kept.find(c) == std::string_view::npos) result += '\\';
+    if (c == '=') {
+      result += ": ";
+    } else {
+      result += c;
+    }
+  }
+  return result;
+}
+
+/// The rule told plainly, element by element and with recursion: slow, but easy to believe.
+std::string safeByRule(std::string_view text) {
+  std::string result;
+  std::size_t at = 0;
+  while (at < text.size()) {
+    if (text[at] != '<') {
+      result += escaped(text.substr(at, 1));
+      ++at;
+      continue;
+    }
+    const std::size_t name = at + 1;
+    // A ">" right behind the "<" does not end the tag.
+    const std::size_t tagEnd =
+        name < text.size() ? text.find('>', name + 1) : std::string_view::npos;
+    if (tagEnd == std::string_view::npos) return result + escaped(text.substr(at));
+    const std::string_view key = text.substr(name, tagEnd - name);
+    const std::size_t content = tagEnd + 1;
+    std::size_t close = content;
+    std::size_t closeEnd = 0;
+    for (; close + 2 < text.size(); ++close) {
+      if (text[close] != '<' || text[close + 1] != '/') continue;
+      if (text[close + 2] == '>') {
+        closeEnd = close + 3;
+        break;
+      }
+      if (text.substr(close + 2, key.size()) == key && close + 2 + key.size() < text.size()) {
+        closeEnd = close + 3 + key.size();
+        break;
+      }
+    }
+    if (closeEnd == 0) return result + escaped(text.substr(at));
+    result += text.substr(at, content - at);
+    result += safeByRule(text.substr(content, close - content));
+    result += text.substr(close, closeEnd - close);
+    at = closeEnd;
+  }
+  return result;
+}
+
+TEST(SafeText, EscapesTextAndKeepsElements) {
+  struct Case {
+    std::string text;
+    std::string expected;
+  };
+  const Case cases[] = {
+      {"",                      ""                         },
+      {"a=b",                   "a: b"                     },
+      {"50%",                   "50\\%"                    },
+      {"Az09 \t\n.:,()-\"/_#'", "Az09 \t\n.:,()-\"/_#'"    },
+      {"a\rb\\c&d>e\x01",       "a\\\rb\\\\c\\&d\\>e\\\x01"},
+      {"\xC3\xA9",              "\\\xC3\x83\\\xC2\xA9"     }, // each byte by itself
+      {"x<y",                   "x\\<y"                    },
+      {"<",                     "\\<"                      },
+      {"<Key>1&2</Key>",        "<Key>1\\&2</Key>"         },
+      {"<Key></Key>",           "<Key></Key>"              },
+      {"<K>v</>!",              "<K>v</>\\!"               },
+      {"<K>v</K",               "\\<K\\>v\\</K"            }, // the closing tag needs one character more
+      {"<K>v</K?=",             "<K>v</K?: "               }, // which may be any character
+      {"<K>v</Kx>=",            "<K>v</Kx\\>: "            }, // so this one ends at the x
+      {"<K>v</",                "\\<K\\>v\\</"             },
+      {"<>a>b</>a>!",           "<>a>b</>a\\>\\!"          }, // an empty tag goes on to the next ">"
+      {"<a><b>1&2</b></a>",     "<a><b>1\\&2</b></a>"      },
+      {"<a><a>&</a></a>",       "<a>\\<a\\>\\&</a>\\</a\\>"},
+      {"<a><b>&</a>",           "<a>\\<b\\>\\&</a>"        },
+      {"<a b='c'>&</a b='c'>",  "<a b='c'>\\&</a b='c'>"   },
+      {"A<B>1</B> <C>2",        "A<B>1</B> \\<C\\>2"       },
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(safe(c.text), c.text.empty() ? "" : c.expected) << c.text;
+    EXPECT_EQ(utf8(Quarn_Event::makeSafeString(c.text.c_str(), 0)), c.expected) << c.text;
+  }
+  EXPECT_EQ(safe(std::string("a\0b", 3)), std::string("a\\\0b", 4));
+  EXPECT_EQ(utf8(Quarn_Event::makeSafeString("abc", -1)), "");
+  EXPECT_EQ(utf8(Quarn_Event::makeSafeString(nullptr, 0)), "");
+}
+
+TEST(SafeText, FollowsTheRuleOnTangledTags) {
+  std::mt19937 random(20260);
+  const auto below = [&random](std::size_t limit) { return random() % limit; };
+  const std::string alphabets[] = {"<>/ab", "<>/a", "<</>ab=&", "<>/abcdefghijkl"};
+  for (int i = 0; i < 60000; ++i) {
+    const std::string& alphabet = alphabets[below(std::size(alphabets))];
+    std::string text;
+    for (std::size_t left = below(48) + 1; left > 0; --left) {
+      switch (below(12)) {
+        case 0:
+          text += "</";
+          break;
+        case 1:
+          text += std::string("<") + alphabet[below(alphabet.size())] + ">";
+          break;
+        case 2:
+          text += std::string("</") + alphabet[below(alphabet.size())] + ">";
+          break;
+        default:
+          text += alphabet[below(alphabet.size())];
+      }
+    }
+    ASSERT_EQ(safe(text), utf8(Pegasus::String(safeByRule(text).c_str()))) << text;
+  }
+}
+
+TEST(SafeText, NestsAsDeepAsTheTextIsLong) {
+  // Distinct names, so that each element holds all that follow; then the same left open.
+  std::string opening;
+  std::string closing;
+  for (int i = 0; i < 4000; ++i) {
+    const std::string name = std::to_string(i + 10000);
+    opening += "<" + name + ">";
+    closing.insert(0, "</" + name + ">");
+  }
+  EXPECT_EQ(safe(opening + "&" + closing), opening + "\\&" + closing);
+  EXPECT_EQ(safe(opening + "&"), escaped(opening + "&"));
+  const std::string inner = opening + "=" + closing.substr(0, closing.size() / 2);
+  EXPECT_EQ(safe("<all>" + inner + "</all>"), "<all>" + safeByRule(inner) + "</all>");
+}
+
+TEST(Hex, DumpsBytes) {
+  const char bytes[] = {0, static_cast<char>(0xAB), 0x7F};
+  char digits[8] = "zzzzzzz";
+  EXPECT_EQ(Quarn_Event::hexified(digits, bytes, 3), 6);
+  EXPECT_STREQ(digits, "00AB7F");
+  EXPECT_EQ(digits[7], '\0');
+  EXPECT_EQ(Quarn_Event::hexified(digits, bytes, -5), 0);
+  EXPECT_EQ(std::string(digits, 3), std::string("\0"
+                                                "0A",
+                                                3));
+  EXPECT_EQ(utf8(Quarn_Event::hexifiedString(bytes, 3)), "00AB7F");
+  EXPECT_EQ(utf8(Quarn_Event::hexifiedString(bytes, 0)), "");
+}
+
+TEST(Xmlize, WrapsWithoutEscaping) {
+  EXPECT_EQ(utf8(Quarn_Event::xmlize("K", "a<b")), "<K>a<b</K>");
+  EXPECT_EQ(utf8(Quarn_Event::xmlize("", "")), "<></>");
+  EXPECT_EQ(utf8(Quarn_Event::xmlize("K\xE9", "\xC3\xA9")),
+            "<K\xC3\xA9>\xC3\x83\xC2\xA9</K\xC3\xA9>");
+  EXPECT_EQ(utf8(Quarn_Event::xmlizeString("Key", "v&")), "<Key>v&</Key>");
+}
+
+TEST(SafeKeyname, CompactsInPlace) {
+  struct Case {
+    std::string text;  // and the bytes behind it
+    int length;
+    std::string expected;
+  };
+  const auto bytes = [](const char* text, std::size_t size) { return std::string(text, size); };
+  const Case cases[] = {
+      {bytes("Slot ID\0",  8), 0,  bytes("Slot_ID\0", 8)},
+      {bytes("a-b\0",      4), 0,  bytes("abb\0",     4)},
+      {bytes("a-b\0",      4), 3,  bytes("ab\0\0",    4)},
+      {bytes("a-bc",       4), 3,  bytes("ab\0c",     4)},
+      {bytes("abcX",       4), 3,  bytes("abcX",      4)}, // nothing dropped, no NUL
+      {bytes("a\0b\tc\nZ", 7), 6,  bytes("ab_c_\0Z",  7)},
+      {bytes("\x80_9z!",   5), 5,  bytes("_9z\0!",    5)},
+      {bytes("a-b\0",      4), -1, bytes("a-b\0",     4)},
+  };
+  for (const Case& c : cases) {
+    std::string text = c.text;
+    Quarn_Event::makeSafeKeyname(text.data(), c.length);
+    EXPECT_EQ(text, c.expected) << c.text << " " << c.length;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,130 @@
+// What holds for every decoder, shown on the sample records of each.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "records/SampleRecords.h"
+#include "support/DecodedEvent.h"
+#include "support/RecordBuilder.h"
+
+namespace {
+
+using mpuevent::samples::Module;
+using mpuevent::samples::Sample;
+using mpuevent::support::EventFields;
+using mpuevent::support::fieldsOf;
+using mpuevent::support::RecordBuilder;
+
+constexpr std::size_t kHeaderSize = 152;
+
+/// A copy of the record that begins `misalignment` bytes into an allocation and ends with it: an
+/// address sanitizer sees every read past the record.
+class PlacedRecord {
+ public:
+  PlacedRecord(std::string_view record, std::size_t misalignment, std::string_view behind = "")
+      : bytes_(new unsigned char[misalignment + record.size() + behind.size()]),
+        begin_(bytes_.get() + misalignment),
+        length_(static_cast<int>(record.size())) {
+    std::copy(behind.begin(), behind.end(), std::copy(record.begin(), record.end(), begin_));
+  }
+
+  EventFields decodeAs(const Module& module) const {
+    auto* record = reinterpret_cast<Pegasus::EmpEvLogMsg_s*>(begin_);
+    return fieldsOf(*std::unique_ptr<Pegasus::Quarn_Event>(module.construct(record, length_)));
+  }
+
+ private:
+  std::unique_ptr<unsigned char[]> bytes_;
+  unsigned char* begin_;
+  int length_;
+};
+
+std::optional<EventFields> decodeByEnvelope(std::string_view record) {
+  const auto event = mpuevent::support::decode(record);
+  return event ? std::optional(fieldsOf(*event)) : std::nullopt;
+}
+
+class EverySample : public testing::TestWithParam<Module> {
+ protected:
+  /// Calls `check(builder)` with a record builder for each sample of the module.
+  template <class Check>
+  static void forEach(Check check) {
+    int index = 0;
+    for (const Sample& sample : GetParam().samples()) {
+      SCOPED_TRACE(testing::Message() << "sample " << index++ << ", event id " << sample.id);
+      check(mpuevent::samples::record(GetParam(), sample));
+    }
+  }
+};
+
+TEST_P(EverySample, DecodesToTheClassOfItsSource) {
+  forEach([](const RecordBuilder& builder) {
+    const auto event = mpuevent::support::decode(builder.str());
+    ASSERT_NE(event, nullptr);
+    EXPECT_EQ(mpuevent::support::className(*event), GetParam().decoder);
+  });
+}
+
+TEST_P(EverySample, DecodesAtEveryLength) {
+  forEach([](const RecordBuilder& builder) {
+    const std::string whole = builder.str();
+    const EventFields full = *decodeByEnvelope(whole);
+    for (std::size_t length = 0; length <= whole.size(); ++length) {
+      SCOPED_TRACE(testing::Message() << "cut at " << length);
+      const std::string_view cut = std::string_view(whole).substr(0, length);
+      const EventFields event = PlacedRecord(cut, length % 8).decodeAs(GetParam());
+      const std::optional<EventFields> byEnvelope = decodeByEnvelope(cut);
+      if (length < kHeaderSize) {
+        EXPECT_FALSE(byEnvelope);
+        continue;
+      }
+      EXPECT_EQ(byEnvelope, event);
+      EXPECT_EQ(event.numbers, full.numbers);
+      EXPECT_TRUE(std::equal(full.texts.begin(), full.texts.begin() + 4, event.texts.begin()));
+    }
+  });
+}
+
+TEST_P(EverySample, BelievesNoStructLength) {
+  forEach([](RecordBuilder builder) {
+    const std::size_t size = builder.str().size() - kHeaderSize;
+    for (const std::size_t claimed : {std::size_t{0}, size / 2, size + 1, std::size_t{65535}}) {
+      SCOPED_TRACE(testing::Message() << "claims " << claimed);
+      const std::string whole = builder.structLength(static_cast<std::uint16_t>(claimed)).str();
+      for (std::size_t length = kHeaderSize; length <= whole.size(); ++length) {
+        SCOPED_TRACE(testing::Message() << "cut at " << length);
+        const std::string_view cut = std::string_view(whole).substr(0, length);
+        EXPECT_EQ(decodeByEnvelope(cut), PlacedRecord(cut, length % 8).decodeAs(GetParam()));
+      }
+    }
+  });
+}
+
+TEST_P(EverySample, ReadsNothingBehindTheRecord) {
+  forEach([](RecordBuilder builder) {
+    for (const std::string& whole : {builder.str(), builder.structLength(65535).str()}) {
+      for (const std::size_t length : {whole.size(), (kHeaderSize + whole.size()) / 2}) {
+        const std::string_view cut = std::string_view(whole).substr(0, length);
+        const EventFields nulsBehind =
+            PlacedRecord(cut, 3, std::string(512, '\0')).decodeAs(GetParam());
+        const EventFields textBehind =
+            PlacedRecord(cut, 5, std::string(512, 'x')).decodeAs(GetParam());
+        EXPECT_EQ(nulsBehind, textBehind);
+      }
+    }
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Modules, EverySample, testing::ValuesIn(mpuevent::samples::modules()),
+                         [](const testing::TestParamInfo<Module>& row) {
+                           return std::string(row.param.decoder) + "_" +
+                                  std::to_string(row.param.source);
+                         });
+
+}  // namespace

@@ -1,0 +1,136 @@
+#include <CMAP/CMAPErrorCodes.h>
+#include <CMAP/CMAPMessageHeader.h>
+#include <CMAP/CMAPOperationFailedException.h>
+#include <CMAP/Quarn_istream.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace Pegasus;
+
+Uint32 handleOf(const CMAPMessageHeader& header) {
+  const unsigned char* at = header.getWireBytes() + 40;
+  return Uint32{at[0]} << 24 | Uint32{at[1]} << 16 | Uint32{at[2]} << 8 | at[3];
+}
+
+TEST(CMAPMessageHeader, OnlyDefaultConstructionDrawsAHandle) {
+  const Uint32 before = CMAPMessageHeader::nextHandleValue;
+  CMAPMessageHeader::nextHandleValue = 0x01020304;
+  const CMAPMessageHeader first;
+  CMAPMessageHeader second;
+  const CMAPMessageHeader copy(second);
+  const CMAPMessageHeader wired(first.getWireBytes());
+  EXPECT_EQ(handleOf(first), 0x01020304U);
+  EXPECT_EQ(handleOf(second), 0x01020305U);
+  EXPECT_EQ(handleOf(copy), 0x01020305U);
+  EXPECT_EQ(handleOf(wired), 0x01020304U);
+  second = first;
+  EXPECT_EQ(handleOf(second), 0x01020304U);
+  EXPECT_EQ(CMAPMessageHeader::nextHandleValue, 0x01020306U);
+  CMAPMessageHeader::nextHandleValue = before;
+}
+
+TEST(CMAPMessageHeader, ThreadsDrawDistinctHandles) {
+  std::vector<std::vector<Uint32>> drawn(3);
+  std::vector<std::thread> threads;
+  threads.reserve(drawn.size());
+  for (auto& handles : drawn) {
+    threads.emplace_back([&handles] {
+      for (int i = 0; i < 2000; ++i) {
+        handles.push_back(handleOf(CMAPMessageHeader()));
+      }
+    });
+  }
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+  std::set<Uint32> distinct;
+  for (const auto& handles : drawn) {
+    distinct.insert(handles.begin(), handles.end());
+  }
+  EXPECT_EQ(distinct.size(), 6000U);
+}
+
+TEST(CMAPMessageHeader, KeepsWireBytesAndDumpsThem) {
+  unsigned char wire[64];
+  for (unsigned char i = 0; i < 64; ++i) {
+    wire[i] = static_cast<unsigned char>(0xC0 + i);
+  }
+  CMAPMessageHeader header(wire);
+  EXPECT_EQ(std::memcmp(header.getWireBytes(), wire, 64), 0);
+  EXPECT_EQ(header.getTotalLength(), 0xCACB);
+  EXPECT_STREQ(header.str().getCString(),
+               "Type: 200, version: 201, length: 51915, protocol: 0xcc, opcode: 0xcdcecf, "
+               "requestor: 208, control: 0xd1, destination: 210, return code: 0xe4e5e6e7, "
+               "handle: 3907644139");
+
+  header.setTotalLength(0x0102);
+  wire[10] = 0x01;
+  wire[11] = 0x02;
+  EXPECT_EQ(std::memcmp(header.getWireBytes(), wire, 64), 0);
+}
+
+TEST(QuarnImemstream, DeliversWhatIsLeft) {
+  char buffer[8] = {};
+  Quarn_imemstream memory("abcdef", 6);
+  Quarn_istream& stream = memory;
+  EXPECT_EQ(stream.gcount(), 0);
+  const struct {
+    char* buffer;
+    int count;
+    int delivered;
+    std::string bytes;
+  } reads[] = {
+      {buffer,  4,  4,  "abcd"},
+      {buffer,  -1, -1, ""    },
+      {nullptr, 1,  -1, ""    },
+      {nullptr, 0,  0,  ""    },
+      {buffer,  8,  2,  "ef"  },
+      {buffer,  1,  0,  ""    },
+  };
+  for (const auto& test : reads) {
+    EXPECT_EQ(stream.read(test.buffer, test.count).gcount(), test.delivered);
+    if (test.delivered > 0) {
+      EXPECT_EQ(std::string(buffer, static_cast<std::size_t>(test.delivered)), test.bytes);
+    }
+  }
+  EXPECT_EQ(Quarn_imemstream(nullptr, 0).read(buffer, 5).gcount(), 0);
+}
+
+TEST(CMAPErrorCodes, CodesLeadToTexts) {
+  const auto& entries = CMAPErrorCodes::_errorCodeArray;
+  ASSERT_EQ(entries.size(), 172U);
+  for (Uint32 i = 0; i < entries.size(); ++i) {
+    EXPECT_NE(entries[i].code, i);
+    EXPECT_EQ(CMAPErrorCodes::getIndex(entries[i].code), i);
+    EXPECT_GT(CMAPErrorCodes::getTextForIndex(i).size(), 0U);
+  }
+  const auto text = [](Uint32 index) {
+    return std::string(CMAPErrorCodes::getTextForIndex(index).getCString());
+  };
+  EXPECT_EQ(text(28), "Reading the message body failed");
+  EXPECT_EQ(text(30), "The message body ended before the length in its header");
+  EXPECT_EQ(CMAPErrorCodes::getIndex(0xFFFFFFFF), 172U);
+  EXPECT_EQ(text(172), "Unknown CMAP error");
+  EXPECT_EQ(text(0xFFFFFFFF), "Unknown CMAP error");
+}
+
+TEST(CMAPOperationFailedException, IsCaughtAsItsBases) {
+  try {
+    throw CMAPOperationFailedException(0x01020304, "why");
+  } catch (const CIMOperationFailedException& exception) {
+    EXPECT_EQ(exception.getCode(), CIM_ERR_FAILED);
+    EXPECT_STREQ(exception.getMessage().getCString(), "why");
+    const auto* own = dynamic_cast<const CMAPOperationFailedException*>(&exception);
+    ASSERT_NE(own, nullptr);
+    EXPECT_EQ(own->getErrorCode(), 0x01020304U);
+  }
+}
+
+}  // namespace

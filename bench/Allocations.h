@@ -1,0 +1,13 @@
+#ifndef MPUEVENT_BENCH_ALLOCATIONS_H
+#define MPUEVENT_BENCH_ALLOCATIONS_H
+
+#include <cstdint>
+
+namespace mpuevent::bench {
+
+/// How often the whole program, its shared libraries included, has taken memory from the heap.
+std::uint64_t allocations();
+
+}  // namespace mpuevent::bench
+
+#endif

@@ -1,0 +1,18 @@
+#ifndef MPUEVENT_FUZZ_FUZZTARGET_H
+#define MPUEVENT_FUZZ_FUZZTARGET_H
+
+#include <cstddef>
+#include <cstdint>
+
+/// A target tries one input, and aborts when one of its properties does not hold. libFuzzer calls
+/// it, or replay_main.cpp with the bytes of files.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace mpuevent::fuzz {
+
+/// Aborts, naming the property, if it does not hold.
+void require(bool holds, const char* property);
+
+}  // namespace mpuevent::fuzz
+
+#endif

@@ -1,0 +1,127 @@
+// Arbitrary bytes as one message: through the envelope and the factory to every accessor.
+#include <MPUEvent/MPUEvent.h>
+#include <ProviderTraceServices.h>
+
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <limits>
+#include <memory>
+#include <streambuf>
+#include <string>
+#include <string_view>
+
+#include "FuzzTarget.h"
+#include "support/DecodedEvent.h"
+
+namespace {
+
+using mpuevent::fuzz::require;
+using mpuevent::support::EventFields;
+using mpuevent::support::fieldsOf;
+using Pegasus::CMAPMessageHeader;
+using Pegasus::MPUEvent;
+using Pegasus::ProviderTraceServices;
+
+constexpr std::size_t kRecordHeaderSize = 152;
+constexpr std::size_t kSourceAt = 146;
+constexpr std::size_t kLongestRecord =
+    std::numeric_limits<std::uint16_t>::max() - CMAPMessageHeader::wireSize;
+
+// The widest rendering so far is two characters a byte; a decoder that names every bit of a
+// register gives far more for each, and none may give more than this.
+constexpr std::size_t kTextOfAnyEvent = 16384;
+constexpr std::size_t kTextPerByte = 128;
+
+class Discard : public std::streambuf {
+ protected:
+  int_type overflow(int_type character) override { return traits_type::not_eof(character); }
+  std::streamsize xsputn(const char_type*, std::streamsize count) override { return count; }
+};
+
+class Tracing {
+ public:
+  Tracing() : terminal_(std::cout.rdbuf(&discard_)) {
+    ProviderTraceServices::setTraceSuppressed(false);
+  }
+  ~Tracing() {
+    ProviderTraceServices::setTraceSuppressed(true);
+    std::cout.rdbuf(terminal_);
+  }
+  Tracing(const Tracing&) = delete;
+  Tracing& operator=(const Tracing&) = delete;
+
+ private:
+  Discard discard_;
+  std::streambuf* terminal_;
+};
+
+/// The event of a record of `length` bytes; null if they are too few.
+std::unique_ptr<Pegasus::Quarn_Event> decode(const MPUEvent& envelope, std::size_t length) {
+  std::unique_ptr<Pegasus::Quarn_Event> event(envelope.create_Quarn_Event());
+  require((event == nullptr) == (length < kRecordHeaderSize), "null below 152 bytes only");
+  return event;
+}
+
+/// It must be the same each time.
+void decodeTwice(const MPUEvent& envelope, std::size_t length) {
+  if (const auto event = decode(envelope, length)) {
+    const EventFields fields = fieldsOf(*event);
+    require(fields.textSize() <= kTextOfAnyEvent + kTextPerByte * length,
+            "text in proportion to the record");
+    require(fields == fieldsOf(*decode(envelope, length)), "decoding twice gives the same event");
+  }
+}
+
+/// Nor may it matter whether trace lines are written.
+void decodeTraced(const MPUEvent& envelope, std::size_t length) {
+  if (const auto event = decode(envelope, length)) {
+    const EventFields fields = fieldsOf(*event);
+    require(mpuevent::support::utf8(event->str()).size() > fields.textSize(),
+            "str() holds every text");
+    const Tracing tracing;
+    require(fields == fieldsOf(*decode(envelope, length)), "tracing changes no event");
+  }
+}
+
+/// What the total length says decides whether the body can be read.
+void readAsSent(const CMAPMessageHeader& header, std::string_view body) {
+  const std::size_t wanted =
+      static_cast<std::uint16_t>(header.getTotalLength() - CMAPMessageHeader::wireSize);
+  Pegasus::Quarn_imemstream stream(body.data(), static_cast<int>(body.size()));
+  try {
+    const MPUEvent envelope(header, stream);
+    require(wanted <= body.size(), "a short body throws");
+    decodeTwice(envelope, wanted);
+    require(envelope.str().size() > 0, "a loaded envelope has a dump");
+  } catch (const Pegasus::CMAPOperationFailedException&) {
+    require(wanted > body.size(), "a whole body does not throw");
+  }
+}
+
+MPUEvent wholeMessage(CMAPMessageHeader header, std::string_view body) {
+  header.setTotalLength(static_cast<std::uint16_t>(body.size() + CMAPMessageHeader::wireSize));
+  Pegasus::Quarn_imemstream stream(body.data(), static_cast<int>(body.size()));
+  return MPUEvent(header, stream);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  std::array<unsigned char, CMAPMessageHeader::wireSize> wire{};
+  const std::size_t headerSize = std::min(size, wire.size());
+  std::copy(data, data + headerSize, wire.begin());
+  const CMAPMessageHeader header(wire.data());
+  std::string body(data + headerSize, data + size);
+
+  readAsSent(header, body);
+  body.resize(std::min(body.size(), kLongestRecord));
+  decodeTraced(wholeMessage(header, body), body.size());
+  if (body.size() > kSourceAt) {
+    for (unsigned source = 0; source <= 34; ++source) {
+      body[kSourceAt] = static_cast<char>(source == 34 ? 255 : source);
+      decodeTwice(wholeMessage(header, body), body.size());
+    }
+  }
+  return 0;
+}

@@ -3,7 +3,6 @@
 #include <Pegasus/Provider/ProviderException.h>
 #include <gtest/gtest.h>
 
-#include <map>
 #include <new>
 #include <sstream>
 #include <string>
@@ -68,12 +67,11 @@ TEST(PegasusString, ReadsUtf8) {
 
 TEST(PegasusString, TextSurvivesWhereverTheNonAsciiStands) {
   for (std::size_t before = 0; before < 40; ++before) {
-    const std::size_t after = 39 - before;
-    const std::string bytes =
-        std::string(before, 'x') + "\xC3\xA9\xF0\x9F\x98\x80" + std::string(after, 'y');
+    const std::string x(before, 'x');
+    const std::string bytes = x + "\xC2\x80:0123456789abcdefgh\xF0\x9F\x98\x80-end";
     const String text = fromBytes(bytes);
     EXPECT_EQ(unitsOf(text),
-              std::u16string(before, u'x') + u"\u00E9\U0001F600" + std::u16string(after, u'y'));
+              std::u16string(before, u'x') + u"\x80:0123456789abcdefgh\U0001F600-end");
     EXPECT_EQ(utf8Of(text), bytes);
     EXPECT_TRUE(fromUnits(unitsOf(text)) == text);
   }
@@ -246,16 +244,11 @@ TEST(PegasusString, Compares) {
   EXPECT_EQ(String::compare("abcX", "abcY", 3), 0);
   EXPECT_EQ(String::compareNoCase("aBZ", "AbZ"), 0);
   EXPECT_TRUE(String::equalNoCase("aBZ", "AbZ"));
-  EXPECT_FALSE(String::equalNoCase("@[", "`{"));
+  EXPECT_FALSE(String::equalNoCase("@", "`") || String::equalNoCase("[", "{"));
   const String nulB = fromBytes("a\0b"s);
   const String nulC = fromBytes("a\0c"s);
   EXPECT_EQ(String::compare(nulB, nulC), 0);
   EXPECT_FALSE(nulB == nulC);
-
-  std::map<String, int> byText;
-  byText["seven"] = 7;
-  byText["nine"] = 9;
-  EXPECT_EQ(byText[String("seven")], 7);
 }
 
 TEST(PegasusString, SharedTextServesManyThreads) {

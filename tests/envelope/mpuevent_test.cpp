@@ -149,14 +149,16 @@ TEST(Envelope, AFailedReadThrowsTheCodeOfItsKind) {
   Quarn_imemstream nothing("", 0);
   expectThrow(nothing, 30);
   // What arrived stays with the envelope, and zeros for what did not.
-  Quarn_imemstream part = streamOver(numbers.substr(0, 145));
+  const std::string start = numbers.substr(0, 145);
+  Quarn_imemstream part = streamOver(start);
   EXPECT_NE(expectThrow(part, 30).find("SequenceId: -2147483647, time: 77, len: 0, source: 0,"),
             std::string::npos);
 }
 
 TEST(Envelope, CanBeLoadedAgain) {
   MPUEvent event(header(numbers.size() + 64));
-  Quarn_imemstream stream = streamOver(numbers + numbers);
+  const std::string twice = numbers + numbers;
+  Quarn_imemstream stream = streamOver(twice);
   EXPECT_EQ(&event.deserialize(stream), &stream);
   event.deserialize(stream);
   EXPECT_NE(utf8(event.str()).find(numbersText), std::string::npos);

@@ -81,6 +81,12 @@ void BodyWriter::number(Format format, std::uint64_t value) {
     case Format::hex2:
       text("0x");
       return hexDigits(value, 2, true);
+    case Format::hex6Lower:
+      text("0x");
+      return hexDigits(value, 6, false);
+    case Format::hex4Lower:
+      text("0x");
+      return hexDigits(value, 4, false);
     case Format::hex2Lower:
       text("0x");
       return hexDigits(value, 2, false);

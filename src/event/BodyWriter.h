@@ -22,6 +22,8 @@ enum class Format : std::uint8_t {
   hex8,       ///< "0x%08X"; a pair or quad joins its words with ":"
   hex8Lower,  ///< "0x%08x"; a pair is joined with two blanks
   hex2,       ///< "0x%02X"
+  hex6Lower,  ///< "0x%06x"
+  hex4Lower,  ///< "0x%04x"
   hex2Lower,  ///< "0x%02x"
   bareHex,    ///< "%x"
   bareHex8,   ///< "%08X"

@@ -26,6 +26,8 @@ void writeValue(BodyWriter& body, RecordView layout, const Field& field) {
       return body.number(field.format, layout.u24(at));
     case Width::u32:
       return body.number(field.format, layout.u32(at));
+    case Width::u48:
+      return body.number(field.format, layout.u48(at));
     case Width::u64:
       return body.number(field.format, layout.u64(at));
     case Width::pairHighFirst:
@@ -41,13 +43,15 @@ void writeValue(BodyWriter& body, RecordView layout, const Field& field) {
 
 }  // namespace
 
+void writeField(BodyWriter& body, RecordView layout, const Field& field) {
+  if (!layout.holds(field.offset, byteCount(field.width))) return;
+  body.openElement(field.key);
+  writeValue(body, layout, field);
+  body.closeElement(field.key);
+}
+
 void writeFields(BodyWriter& body, RecordView layout, std::span<const Field> fields) {
-  for (const Field& field : fields) {
-    if (!layout.holds(field.offset, byteCount(field.width))) continue;
-    body.openElement(field.key);
-    writeValue(body, layout, field);
-    body.closeElement(field.key);
-  }
+  for (const Field& field : fields) writeField(body, layout, field);
 }
 
 }  // namespace mpuevent

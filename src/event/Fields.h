@@ -16,6 +16,7 @@ enum class Width : std::uint8_t {
   u16,
   u24,  ///< the low 24 bits of a word
   u32,
+  u48,
   u64,
   pairHighFirst,   ///< two words, printed in storage order
   pairHighSecond,  ///< two words, the one at the higher offset printed first
@@ -40,6 +41,8 @@ constexpr std::size_t byteCount(Width width) {
     case Width::u24:
     case Width::u32:
       return 4;
+    case Width::u48:
+      return 6;
     case Width::u64:
     case Width::pairHighFirst:
     case Width::pairHighSecond:
@@ -50,8 +53,11 @@ constexpr std::size_t byteCount(Width width) {
   return 16;
 }
 
-/// Writes the element of each row, in order. Offsets count from the start of `layout`; a row
-/// whose bytes are not all held is left out.
+/// Writes the element of a row. Its offset counts from the start of `layout`; it is left out if
+/// its bytes are not all held.
+void writeField(BodyWriter& body, RecordView layout, const Field& field);
+
+/// Writes the element of each row, in order.
 void writeFields(BodyWriter& body, RecordView layout, std::span<const Field> fields);
 
 }  // namespace mpuevent

@@ -38,6 +38,7 @@ class RecordView {
     return static_cast<std::uint32_t>(holds(at, 4) ? bigEndian<4>(at) : 0);
   }
   std::int32_t s32(std::size_t at) const { return static_cast<std::int32_t>(u32(at)); }
+  std::uint64_t u48(std::size_t at) const { return holds(at, 6) ? bigEndian<6>(at) : 0; }
   std::uint64_t u64(std::size_t at) const { return holds(at, 8) ? bigEndian<8>(at) : 0; }
 
   /// The text from `at` up to its NUL, at most `limit` bytes.

@@ -22,6 +22,48 @@ void writeDecimal(BodyWriter& writer, Number value) {
   writer.cut(before + static_cast<std::size_t>(end - place));
 }
 
+template <std::size_t width>
+void copyEnds(char* place, const char* from, std::size_t size) {
+  std::memcpy(place, from, width);
+  std::memcpy(place + size - width, from + size - width, width);
+}
+
+/// Copies a text and returns where it ends. Keys and words are short: moves of a fixed width cost
+/// less than a call of memcpy.
+char* put(char* place, std::string_view text) {
+  const char* from = text.data();
+  const std::size_t size = text.size();
+  if (size > 32) {
+    std::memcpy(place, from, size);
+  } else if (size >= 16) {
+    copyEnds<16>(place, from, size);
+  } else if (size >= 8) {
+    copyEnds<8>(place, from, size);
+  } else if (size >= 4) {
+    copyEnds<4>(place, from, size);
+  } else {
+    for (std::size_t i = 0; i < size; ++i) place[i] = from[i];
+  }
+  return place + size;
+}
+
+char* putOpening(char* place, std::string_view key) {
+  *place = '<';
+  place = put(place + 1, key);
+  *place = '>';
+  return place + 1;
+}
+
+void putClosing(char* place, std::string_view key, Separator behind) {
+  place[0] = '<';
+  place[1] = '/';
+  place = put(place + 2, key);
+  *place = '>';
+  if (behind == Separator::blank) place[1] = ' ';
+}
+
+constexpr std::size_t sizeOf(Separator separator) { return separator == Separator::blank ? 1 : 0; }
+
 unsigned hexLength(std::uint64_t value) {
   return std::max(1U, (static_cast<unsigned>(std::bit_width(value)) + 3) / 4);
 }
@@ -100,9 +142,8 @@ void BodyWriter::number(Format format, std::uint64_t value) {
 }
 
 void BodyWriter::element(std::string_view key, std::string_view value) {
-  openElement(key);
-  text(value);
-  closeElement(key);
+  char* place = claim(2 * key.size() + value.size() + 5 + sizeOf(separator_));
+  putClosing(put(putOpening(place, key), value), key, separator_);
 }
 
 void BodyWriter::element(std::string_view key, Format format, std::uint64_t value) {
@@ -111,11 +152,10 @@ void BodyWriter::element(std::string_view key, Format format, std::uint64_t valu
   closeElement(key);
 }
 
-void BodyWriter::tag(std::string_view opening, std::string_view key) {
-  char* place = claim(opening.size() + key.size() + 1);
-  std::memcpy(place, opening.data(), opening.size());
-  if (!key.empty()) std::memcpy(place + opening.size(), key.data(), key.size());
-  place[opening.size() + key.size()] = '>';
+void BodyWriter::openTag(std::string_view key) { putOpening(claim(key.size() + 2), key); }
+
+void BodyWriter::closeTag(std::string_view key, Separator behind) {
+  putClosing(claim(key.size() + 3 + sizeOf(behind)), key, behind);
 }
 
 }  // namespace mpuevent

@@ -60,15 +60,12 @@ class BodyWriter {
   void number(Format format, std::uint64_t value);
 
   /// "<key>" and "</key>" around the elements of a group.
-  void openGroup(std::string_view key) { tag("<", key); }
-  void closeGroup(std::string_view key) { tag("</", key); }
+  void openGroup(std::string_view key) { openTag(key); }
+  void closeGroup(std::string_view key) { closeTag(key, Separator::none); }
 
   /// For an element whose value is written piece by piece between the two calls.
-  void openElement(std::string_view key) { tag("<", key); }
-  void closeElement(std::string_view key) {
-    tag("</", key);
-    if (separator_ == Separator::blank) character(' ');
-  }
+  void openElement(std::string_view key) { openTag(key); }
+  void closeElement(std::string_view key) { closeTag(key, separator_); }
 
   void element(std::string_view key, std::string_view value);
   void element(std::string_view key, Format format, std::uint64_t value);
@@ -83,7 +80,8 @@ class BodyWriter {
 
  private:
   void grow(std::size_t count);
-  void tag(std::string_view opening, std::string_view key);
+  void openTag(std::string_view key);
+  void closeTag(std::string_view key, Separator behind);
 
   std::unique_ptr<char[]> buffer_;
   std::size_t size_ = 0;

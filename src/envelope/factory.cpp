@@ -2,6 +2,7 @@
 #include <MPUEvent/ENVIRONMP_Event.h>
 #include <MPUEvent/HACCMP_Event.h>
 #include <MPUEvent/ICHAR_Event.h>
+#include <MPUEvent/ISCSIMP_Event.h>
 #include <MPUEvent/MPUEvent.h>
 #include <MPUEvent/MSMMP_Event.h>
 #include <MPUEvent/OB0_Event.h>
@@ -50,7 +51,7 @@ constexpr Create decoders[] = {
     create<Quarn_Event>,      // 19, DDLM
     create<Quarn_Event>,      // 20, Vol Mgr
     create<DRIVEADMP_Event>,  // 21
-    create<Quarn_Event>,      // 22, ICS
+    create<ISCSIMP_Event>,    // 22, ICS
     create<Quarn_Event>,      // 23, SCC
     create<Quarn_Event>,      // 24, NCS
     create<Quarn_Event>,      // 25, AIM

@@ -8,6 +8,7 @@
 #include "decoders/ISCSIMP_Event_tables.h"
 #include "event/BodyWriter.h"
 #include "event/RecordView.h"
+#include "event/Text.h"
 
 namespace Pegasus {
 
@@ -20,6 +21,7 @@ namespace {
 
 constexpr std::size_t bodySize = 2048;
 constexpr std::size_t summarySize = 128;
+constexpr std::size_t unknownSize = 24;
 
 // By payload kind.
 constexpr iscsimp::WriteEvent* writers[] = {
@@ -35,6 +37,14 @@ constexpr iscsimp::WriteEvent* writers[] = {
 /// Bytes of which the caller knows that they are all there, and that texts among them end with
 /// their NUL.
 RecordView trusting(const void* layout) { return {layout, PTRDIFF_MAX}; }
+
+String eventName(std::uint16_t id) {
+  const std::string_view name = mpuevent::textAt(iscsimp::event_names, id);
+  if (!name.empty()) return mpuevent::toString(name);
+  BodyWriter unknown(Separator::none, unknownSize);
+  iscsimp::writeUnknown(unknown, id);
+  return unknown.string();
+}
 
 void build(XmlString& body, std::string& summary, const void* data, iscsimp::WriteEvent* write) {
   BodyWriter elements(Separator::none, bodySize);
@@ -62,9 +72,7 @@ ISCSIMP_Event::ISCSIMP_Event(EmpEvLogMsg_s* record, int length)
   BodyWriter body(Separator::none, bodySize);
   BodyWriter summary(Separator::none, summarySize);
   if (kind < std::size(writers) && writers[kind] != nullptr) writers[kind](body, summary, payload);
-  BodyWriter name(Separator::none, summarySize);
-  iscsimp::writeTextOf(name, iscsimp::event_names, held.id());
-  Quarn_Event::setEventID(name.string());
+  Quarn_Event::setEventID(eventName(held.id()));
   Quarn_Event::setBody(body.string());
   Quarn_Event::setSummary(summary.string());
 }
@@ -100,7 +108,7 @@ void ISCSIMP_Event::build_unknown_event(XmlString&, std::string& summary, ICS_EV
 }
 
 std::string ISCSIMP_Event::build_unknown_string(unsigned int code) {
-  BodyWriter text(Separator::none, 24);
+  BodyWriter text(Separator::none, unknownSize);
   iscsimp::writeUnknown(text, code);
   return std::string(text.view());
 }

@@ -4,6 +4,7 @@
 #include <MPUEvent/ENVIRONMP_Event.h>
 #include <MPUEvent/HACCMP_Event.h>
 #include <MPUEvent/ICHAR_Event.h>
+#include <MPUEvent/ISCSIMP_Event.h>
 #include <MPUEvent/MSMMP_Event.h>
 #include <MPUEvent/OB0_Event.h>
 #include <MPUEvent/OB1_Event.h>

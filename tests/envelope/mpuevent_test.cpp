@@ -172,6 +172,7 @@ TEST(Factory, ChoosesTheClassBySourceAlone) {
       {15, "HACCMP_Event"   },
       {16, "MSMMP_Event"    },
       {21, "DRIVEADMP_Event"},
+      {22, "ISCSIMP_Event"  },
       {26, "ENVIRONMP_Event"},
       {28, "SNMPMP_Event"   },
   };

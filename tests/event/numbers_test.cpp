@@ -25,6 +25,13 @@ TEST(XmlString, BuildsElementsAndCollectsThem) {
   EXPECT_EQ(XmlString::addDecimalElement("Count", 4294967295), "<Count>4294967295</Count>");
   EXPECT_EQ(XmlString::addHexElement("Flags", 255), "<Flags>0x000000ff</Flags>");
   EXPECT_EQ(XmlString::addHexElement("Pair", 2, 0xAB), "<Pair>0x2000000ab</Pair>");
+  // Short texts are copied in steps that depend on their size.
+  const std::string text = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKL";
+  for (std::size_t size = 0; size <= text.size(); ++size) {
+    const std::string part = text.substr(0, size);
+    EXPECT_EQ(XmlString::addStringElement(part, "v" + part),
+              "<" + part + ">v" + part + "</" + part + ">");
+  }
   XmlString body;
   EXPECT_EQ(body.text(), "");
   body.append(XmlString::addDecimalElement("a", 1));

@@ -28,10 +28,6 @@ void writeFlags(BodyWriter& body, RecordView layout, std::span<const Flag> flags
   }
 }
 
-void writeName(BodyWriter& body, RecordView layout, std::string_view key, std::size_t at) {
-  if (layout.holds(at, 1)) body.element(key, layout.text(at));
-}
-
 void writeStatus(BodyWriter& out, RecordView data) {
   writeTextOf(out, status_texts, data.u16(statusCode));
 }

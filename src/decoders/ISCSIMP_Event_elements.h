@@ -50,9 +50,6 @@ void writeCode(BodyWriter& body, RecordView layout, std::string_view key, std::s
 
 void writeFlags(BodyWriter& body, RecordView layout, std::span<const Flag> flags);
 
-/// The element of a text that ends with its NUL: left out if not even its first byte is held.
-void writeName(BodyWriter& body, RecordView layout, std::string_view key, std::size_t at);
-
 /// The text of a payload's status code.
 void writeStatus(BodyWriter& out, RecordView data);
 void writeReason(BodyWriter& body, RecordView data);

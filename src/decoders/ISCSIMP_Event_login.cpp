@@ -94,10 +94,10 @@ void writeLoginEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
   const bool hasTarget = data.u16(70) != 0;
 
   writeField(body, data, socketNumber);
-  writeName(body, data, "InitiatorName", texts);
+  body.element("InitiatorName", data.text(texts));
   writeField(body, data, initiatorId);
   if (hasTarget) {
-    writeName(body, data, "TargetName", texts + targetNameOffset);
+    body.element("TargetName", data.text(texts + targetNameOffset));
     writeField(body, data, targetId);
   }
   writeCode(body, data, "SessionType", 18, u16, session_types, type);

@@ -36,7 +36,7 @@ class TextCursor {
 
   void write(std::string_view key, std::uint16_t length) {
     if (length == 0) return;
-    writeName(body_, data_, key, at_);
+    body_.element(key, data_.text(at_));
     at_ += length;
   }
 

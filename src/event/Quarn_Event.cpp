@@ -17,24 +17,31 @@ using mpuevent::toString;
 using mpuevent::trace;
 using mpuevent::viewOf;
 
-Quarn_Event::Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length)
-    : ControllerSlotID(0), EventLogInstanceNumber(0), SequenceID(0), Timestamp(0), EventType(0) {
-  if (record == nullptr) return;
-  const auto signedLength = static_cast<int>(length);
-  const Record header(record, signedLength);
-  EnclosureSerialNumber = toString(header.enclosureSerialNumber());
-  ControllerSerialNumber = toString(header.controllerSerialNumber());
-  ControllerSlotID = header.controllerSlot();
-  EventLogInstanceNumber = header.logInstance();
-  SequenceID = header.sequenceId();
-  Timestamp = header.timestamp();
-  Source = sourceFromEmpValue(header.source());
-  Category = categoryFromEmpValue(header.category());
-  EventType = eventTypeFromEmpValue(header.type());
-  EventID = mpuevent::decimalString(header.id());
+namespace {
 
-  const std::uint32_t structLength = header.structLength();
-  if (static_cast<int>(Record::headerSize + structLength) == signedLength) return;
+Record headerOf(const EmpEvLogMsg_s* record, unsigned int length) {
+  return {record, static_cast<int>(length)};
+}
+
+}  // namespace
+
+// The texts are made in place: assigned, each would be counted up and down once more.
+Quarn_Event::Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length)
+    : EnclosureSerialNumber(toString(headerOf(record, length).enclosureSerialNumber())),
+      ControllerSerialNumber(toString(headerOf(record, length).controllerSerialNumber())),
+      ControllerSlotID(headerOf(record, length).controllerSlot()),
+      EventLogInstanceNumber(headerOf(record, length).logInstance()),
+      SequenceID(headerOf(record, length).sequenceId()),
+      Timestamp(headerOf(record, length).timestamp()),
+      Source(record == nullptr ? String() : sourceFromEmpValue(headerOf(record, length).source())),
+      Category(record == nullptr ? String()
+                                 : categoryFromEmpValue(headerOf(record, length).category())),
+      EventType(record == nullptr ? 0 : eventTypeFromEmpValue(headerOf(record, length).type())),
+      EventID(record == nullptr ? String()
+                                : mpuevent::decimalString(headerOf(record, length).id())) {
+  if (record == nullptr) return;
+  const std::uint32_t structLength = headerOf(record, length).structLength();
+  if (static_cast<int>(Record::headerSize + structLength) == static_cast<int>(length)) return;
   trace({"Quarn_Event", 152}, {"Quarn_Event constructed with len=", std::uint32_t{length},
                                ", but evStructLength=", structLength});
   trace({"Quarn_Event", 153}, {"Contents of Event data is:"});

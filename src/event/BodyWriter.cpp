@@ -138,6 +138,8 @@ void BodyWriter::number(Format format, std::uint64_t value) {
       return hexDigits(value, 8, true);
     case Format::bareHex2:
       return hexDigits(value, 2, true);
+    case Format::trueFalse:
+      return text(value != 0 ? "TRUE" : "FALSE");
   }
 }
 

@@ -28,6 +28,7 @@ enum class Format : std::uint8_t {
   bareHex,    ///< "%x"
   bareHex8,   ///< "%08X"
   bareHex2,   ///< "%02X"
+  trueFalse,  ///< "TRUE" if it is not 0, else "FALSE"
 };
 
 /// Writes two upper-case hex digits for each byte to `place`; returns how many characters that is.

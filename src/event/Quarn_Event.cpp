@@ -166,12 +166,9 @@ void Quarn_Event::makeSafeKeyname(char* text, int length) {
 
 String Quarn_Event::makeSafeString(const char* text, int length) {
   if (text == nullptr || length < 0) return {};
-  const std::string_view input = length == 0
-                                     ? std::string_view{text}
-                                     : std::string_view{text, static_cast<std::size_t>(length)};
-  BodyWriter safe(Separator::none, input.size() + input.size() / 4 + 16);
-  mpuevent::writeSafe(safe, input);
-  return safe.string();
+  return mpuevent::safeString(length == 0
+                                  ? std::string_view{text}
+                                  : std::string_view{text, static_cast<std::size_t>(length)});
 }
 
 }  // namespace Pegasus

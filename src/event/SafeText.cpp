@@ -1,44 +1,47 @@
 #include "event/SafeText.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <map>
 #include <unordered_map>
 #include <vector>
 
+#include "event/Text.h"
+
 namespace mpuevent {
 
 namespace {
 
-enum class Treatment : std::uint8_t { escape, keep, equals };
-
-constexpr std::array<Treatment, 256> treatments = [] {
-  std::array<Treatment, 256> table{};
+/// Whether a character stays as it is.
+constexpr std::array<bool, 256> isKept = [] {
+  std::array<bool, 256> table{};
   const std::string_view kept =
       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789 \t\n.:,()-\"/_#'";
-  for (const char character : kept) table[static_cast<unsigned char>(character)] = Treatment::keep;
-  table['='] = Treatment::equals;
+  for (const char character : kept) table[static_cast<unsigned char>(character)] = true;
   return table;
 }();
+
+/// How many characters of the text stay as they are before the first that does not.
+std::size_t keptLength(std::string_view text) {
+  std::size_t length = 0;
+  while (length < text.size() && isKept[static_cast<unsigned char>(text[length])]) ++length;
+  return length;
+}
 
 void writeEscaped(BodyWriter& out, std::string_view text) {
   const std::size_t before = out.size();
   char* const start = out.claim(2 * text.size());
   char* place = start;
-  for (const char character : text) {
-    switch (treatments[static_cast<unsigned char>(character)]) {
-      case Treatment::escape:
-        *place++ = '\\';
-        *place++ = character;
-        break;
-      case Treatment::keep:
-        *place++ = character;
-        break;
-      case Treatment::equals:
-        *place++ = ':';
-        *place++ = ' ';
-        break;
-    }
+  for (;;) {
+    const std::size_t kept = keptLength(text);
+    place = std::copy_n(text.data(), kept, place);
+    text.remove_prefix(kept);
+    if (text.empty()) break;
+    const bool equals = text.front() == '=';
+    *place++ = equals ? ':' : '\\';
+    *place++ = equals ? ' ' : text.front();
+    text.remove_prefix(1);
   }
   out.cut(before + static_cast<std::size_t>(place - start));
 }
@@ -135,13 +138,16 @@ class TagIndex {
 /// opened inside that one and still open were plain text.
 class TagFinder {
  public:
-  explicit TagFinder(std::string_view text) : text_(text) {}
+  explicit TagFinder(std::string_view text) : text_(text) {
+    open_.reserve(fewTags);
+    tags_.reserve(8 * fewTags);
+  }
 
   /// The opening and closing tags of all elements, in the order of the text.
   std::vector<Range> find() && {
     bool inTag = false;
     std::size_t tagStart = 0;
-    for (std::size_t at = 0; at < text_.size();) {
+    for (std::size_t at = nextBracket(0); at < text_.size(); at = nextBracket(at)) {
       if (text_[at] == '<') {
         if (const std::size_t end = close(at); end != 0) {
           inTag = false;
@@ -183,6 +189,11 @@ class TagFinder {
       index_ = std::make_unique<TagIndex>(text_, open_);
       for (std::size_t i = 0; i < open_.size(); ++i) index_->add(i);
     }
+  }
+
+  std::size_t nextBracket(std::size_t at) const {
+    while (at < text_.size() && text_[at] != '<' && text_[at] != '>') ++at;
+    return at;
   }
 
   /// Closes an element if a closing tag starts at `at`; returns the tag's end, else 0.
@@ -264,6 +275,25 @@ void writeSafe(BodyWriter& out, std::string_view text) {
     }
   }
   writeEscaped(out, text.substr(done));
+}
+
+Pegasus::String safeString(std::string_view text) {
+  if (keptLength(text) == text.size()) return toString(text);
+  BodyWriter safe(Separator::none, 2 * text.size());
+  writeSafe(safe, text);
+  return safe.string();
+}
+
+void SafeBody::recordText(std::string_view text) {
+  if (!escaping_) return BodyWriter::text(text);
+  tagLike_ = tagLike_ || text.find('<') != std::string_view::npos;
+  writeEscaped(*this, text);
+}
+
+void SafeBody::recordElement(std::string_view key, std::string_view text) {
+  openElement(key);
+  recordText(text);
+  closeElement(key);
 }
 
 }  // namespace mpuevent

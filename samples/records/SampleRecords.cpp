@@ -1,5 +1,7 @@
 #include "records/SampleRecords.h"
 
+#include <MPUEvent/AIMMP_Event.h>
+#include <MPUEvent/DDLMMP_Event.h>
 #include <MPUEvent/DRIVEADMP_Event.h>
 #include <MPUEvent/ENVIRONMP_Event.h>
 #include <MPUEvent/HACCMP_Event.h>
@@ -9,6 +11,7 @@
 #include <MPUEvent/OB0_Event.h>
 #include <MPUEvent/OB1_Event.h>
 #include <MPUEvent/SNMPMP_Event.h>
+#include <MPUEvent/SYSTEM_CONFIGMP_Event.h>
 
 namespace mpuevent::samples {
 

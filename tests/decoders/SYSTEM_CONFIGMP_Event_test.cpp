@@ -1,0 +1,382 @@
+#include <MPUEvent/SYSTEM_CONFIGMP_Event.h>
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+
+#include "support/DecodedEvent.h"
+#include "support/RecordBuilder.h"
+#include "support/TraceCapture.h"
+
+namespace {
+
+using mpuevent::support::EventFields;
+using mpuevent::support::Payload;
+using mpuevent::support::RecordBuilder;
+using mpuevent::support::utf8;
+using namespace Pegasus;
+
+RecordBuilder recordOf(std::uint16_t id, std::uint8_t type, const Payload& payload) {
+  return RecordBuilder().source(23).id(id).type(type).payload(payload);
+}
+
+EventFields decode(const RecordBuilder& record) {
+  return mpuevent::support::fieldsOf(*mpuevent::support::decode(record.str()));
+}
+
+std::string titleOf(const EventFields& fields) { return fields.texts[4]; }
+std::string summaryOf(const EventFields& fields) { return fields.texts[5]; }
+
+/// A location block; the event's data can follow.
+Payload located() { return Payload().u16(0xFDE8).text("ddlm.c").field("grant", 23); }
+const std::string location = "<File>ddlm.c</File> <Func>grant</Func> <Line>65000</Line> ";
+const std::string noLocation = "<File></File> <Func></Func> <Line>0</Line> ";
+
+Payload words(std::initializer_list<std::uint32_t> values) {
+  Payload payload = located();
+  for (const std::uint32_t value : values) payload.u32(value);
+  return payload;
+}
+
+struct Titles {
+  const char* error;
+  const char* warning;
+  const char* other;
+};
+
+void expectEvent(std::uint16_t id, const Titles& titles, String (*render)(EmpEvLogMsg_s*, char*),
+                 const Payload& payload, const std::string& summary, const std::string& elements) {
+  SCOPED_TRACE(id);
+  const EventFields warning = decode(recordOf(id, 2, payload));
+  EXPECT_EQ(titleOf(warning), titles.warning);
+  EXPECT_EQ(titleOf(decode(recordOf(id, 3, payload))), titles.error);
+  EXPECT_EQ(titleOf(decode(recordOf(id, 1, payload))), titles.other);
+  EXPECT_EQ(decode(recordOf(id, 1, payload)).body(), elements);
+  EXPECT_EQ(summaryOf(warning), summary);
+  EXPECT_EQ(warning.body(), elements + location);
+
+  // Two more processes log the same records; a type that is none of the three is no warning.
+  const EventFields fromDdlm = decode(recordOf(id, 0, payload).source(19));
+  const EventFields fromAim = decode(recordOf(id, 4, payload).source(25));
+  for (const EventFields& event : {fromDdlm, fromAim}) {
+    EXPECT_EQ(titleOf(event), titles.other);
+    EXPECT_EQ(summaryOf(event), summary);
+    EXPECT_EQ(event.body(), elements + location);
+  }
+
+  // The function knows its layout without the event id.
+  std::string record = recordOf(7, 0, payload).str();
+  char rendered[64];
+  EXPECT_EQ(utf8(render(reinterpret_cast<EmpEvLogMsg_s*>(record.data()), rendered)),
+            elements + location);
+  EXPECT_EQ(rendered, summary);
+  EXPECT_EQ(utf8(render(nullptr, rendered)), "");
+  EXPECT_STREQ(rendered, "");
+}
+
+TEST(SystemConfig, DecodesTextsAndDumps) {
+  expectEvent(2000, {"Error Text", "Warning Text", "Text Information"}, get_SCC_text_event_body,
+              located().text("Disk scan done. More follows"), "Disk scan done",
+              "<Text>Disk scan done. More follows</Text> ");
+  expectEvent(2005, {"Error Dump Data", "Warning Dump Data", "Dump Information"},
+              get_SCC_dump_event_body, located().text("block: ").u32(0x00ABCDEF).u8(0x1F),
+              "block: ", "<Text>block: </Text> <Hex>00ABCDEF1F</Hex>\n");
+}
+
+TEST(SystemConfig, DecodesLocksMemoryAndMessages) {
+  const char noMemory[] = "Instantiation of SharedMemory Failed";
+  expectEvent(2010, {noMemory, noMemory, noMemory}, get_SCC_shmem_event_body, words({0xFFFFFF01}),
+              "Shared Memory Event", "<ShMem_Key>-255</ShMem_Key> ");
+  expectEvent(2012, {noMemory, noMemory, noMemory}, get_SCC_shmem_event_body, words({0x01020304}),
+              "Shared Memory Event", "<ShMem_Key>16909060</ShMem_Key> ");
+  expectEvent(
+      2011, {"Locking Error", "Locking Warning", "Locking Information"}, get_SCC_lock_event_body,
+      words({0xA1B2, 0xC0000001, 0xFFFFFFF9, 77, 3, 6, 0x0102}).text("task 4, object 77"),
+      "task 4, object 77",
+      "<Lock_Classes><Read>0x0000A1B2</Read> <Write>0xC0000001</Write> </Lock_Classes>"
+      "<Object><Class>-7</Class> <Index>77</Index> </Object>"
+      "<Request_Type>DDLM_get EX</Request_Type> "
+      "<Transaction_Status>TransactionCompletePersistenceOptional</Transaction_Status> "
+      "<Replication_Parameter>0x00000102</Replication_Parameter> <Text>task 4, object 77</Text> ");
+  expectEvent(
+      2013, {"MMSG Error", "MMSG Warning", "MMSG Information"}, get_SCC_mmsg_event_body,
+      words({0xE7FFFFFD, 21, 22, 116, 0xFFFFFF92, 90211, 0xABCDEF, 0xFFFF0000, 1}).text("lost"),
+      "lost",
+      "<OpCode_Protocol>231</OpCode_Protocol> <OpCode_Type>16777213</OpCode_Type> "
+      "<Requestor>21</Requestor> <Dest_EP>22</Dest_EP> <MMSG_Len>116</MMSG_Len> "
+      "<Return_Code>-110</Return_Code> <Handle>90211</Handle> "
+      "<General_Use1>0x00ABCDEF</General_Use1> <General_Use2>0xFFFF0000</General_Use2> "
+      "<General_Use3>0x00000001</General_Use3> <Text>lost</Text> ");
+}
+
+TEST(SystemConfig, DecodesTheEventEngine) {
+  expectEvent(
+      2015,
+      {"Error in Request Event processing", "Warning in Request Event processing",
+       "Request Event Information"},
+      get_SCC_requestEvent_body,
+      words({0xFFFFFFFF, 18, 0x0200010F, 30, 500000, 0x1001A2B4, 2, 0xFF}).text("req(): late"),
+      "req(",
+      "<Thread_Index>-1</Thread_Index> <Dest_Endpoint>18</Dest_Endpoint> "
+      "<Request_Opcode>0x0200010F</Request_Opcode> <Timeout_seconds>30</Timeout_seconds> "
+      "<Timeout_microseconds>500000</Timeout_microseconds> <pSema>0x1001A2B4</pSema> "
+      "<pMmsgLh>0x00000002</pMmsgLh> <pTimedout>0x000000FF</pTimedout> <Text>req(): late</Text> ");
+  expectEvent(2016,
+              {"Error in CEE Response Event processing", "Warning in CEE Response Event processing",
+               "CEE Response Event Information"},
+              get_SCC_responseEvent_body,
+              words({5, 18, 0xFFFFFFF1, 30, 500000, 0x1001A2B4, 2, 0xFF}).text(""), "",
+              "<Thread_Index>5</Thread_Index> <Dest_Endpoint>18</Dest_Endpoint> "
+              "<Request_Handle>-15</Request_Handle> <Timeout_seconds>30</Timeout_seconds> "
+              "<Timeout_microseconds>500000</Timeout_microseconds> <pSema>0x1001A2B4</pSema> "
+              "<pMmsgLh>0x00000002</pMmsgLh> <pTimedout>0x000000FF</pTimedout> <Text></Text> ");
+  expectEvent(2017,
+              {"Error in CEE Timer Event processing", "Warning in CEE Timer Event processing",
+               "CEE Timer Event Information"},
+              get_SCC_timerEvent_body,
+              words({6, 60, 0xFFFFFFFF, 0x01000000, 0, 0x1001A2B4, 2, 0xFF}).text("armed"), "armed",
+              "<Thread_Index>6</Thread_Index> <Delay_seconds>60</Delay_seconds> "
+              "<Delay_microseconds>-1</Delay_microseconds> <isRecurring>TRUE</isRecurring> "
+              "<isRelativeToWallClock>FALSE</isRelativeToWallClock> <pSema>0x1001A2B4</pSema> "
+              "<pMmsg>0x00000002</pMmsg> <pCounter>0x000000FF</pCounter> <Text>armed</Text> ");
+}
+
+TEST(SystemConfig, DecodesTheLockManager) {
+  expectEvent(
+      2018,
+      {"Error in DDLM internal processing", "Warning in DDLM internal processing",
+       "DDLM Information"},
+      get_SCC_ddlm_event_body,
+      words({0x01020304, 0xFFFFFFFE, 0xF1F2F3F4, 0xF5F6F7EE, 0x80000000, 0x11121314, 0xE1E2FFFD,
+             0xD1D2FFFC, 0x21222324, 0xFFFFFFFD})
+          .text("granted"),
+      "granted",
+      "<TSS_RdLocks>16909060</TSS_RdLocks> <TSS_WrLocks>-2</TSS_WrLocks> "
+      "<TSS_Priority>241</TSS_Priority> <TSS_TaskId>242</TSS_TaskId> "
+      "<TSS_TaskStatus>243</TSS_TaskStatus> <CLS_ClassId>244</CLS_ClassId> "
+      "<CLS_ClassStatus>245</CLS_ClassStatus> <CLS_TaskId>246</CLS_TaskId> "
+      "<CLS_RequestCount>247</CLS_RequestCount> <CLS_HoldsLocks>TRUE</CLS_HoldsLocks> "
+      "<OLS_ObjectIx>286397204</OLS_ObjectIx> <OLS_OwningTask>225</OLS_OwningTask> "
+      "<OLS_ObjectStatus>226</OLS_ObjectStatus> <OLS_ReferenceCount>65533</OLS_ReferenceCount> "
+      "<TES_ClassId>209</TES_ClassId> <TES_TransactionStatus>210</TES_TransactionStatus> "
+      "<TES_ReplicationParam>65532</TES_ReplicationParam> <TES_ObjectIx>555885348</TES_ObjectIx> "
+      "<TES_DataLength>-3</TES_DataLength> <Text>granted</Text> ");
+}
+
+struct PersistentMemory {
+  Payload payload = words({3, 4, 0xFFFFFFFF, 5, 6, 7, 8, 9, 0xFAEEEEEE});
+  std::string body =
+      "<cpmControlFileFd>3</cpmControlFileFd> <cpmDataFile0Fd>4</cpmDataFile0Fd> "
+      "<cpmDataFile1Fd>-1</cpmDataFile1Fd> <cpmInit>5</cpmInit> <cpmDone>6</cpmDone> "
+      "<cpmFlush>7</cpmFlush> <cpmSetAllObjectsValue>8</cpmSetAllObjectsValue> "
+      "<cpmStart>9</cpmStart> <cpmDebug>250</cpmDebug> ";
+
+  PersistentMemory() {
+    array("cpmClassOffset", 16843009, 16843009);
+    array("cpmClassSize", 1000, 1000);
+    array("cpmClassDirty", 201, 1);
+    array("cpmGetObjectAddr", -1, -1);
+    array("cpmReleaseObjectAddr", 70001, 1);
+  }
+
+  void array(const std::string& key, int first, int step) {
+    for (int i = 1, value = first; i <= 32; ++i, value += step) {
+      if (key == "cpmClassDirty") {
+        payload.u8(static_cast<std::uint8_t>(value));
+      } else {
+        payload.u32(static_cast<std::uint32_t>(value));
+      }
+      body += "<" + key + ">\\[" + std::to_string(i) + "\\], value \\[" + std::to_string(value) +
+              "\\]</" + key + "> ";
+    }
+  }
+};
+
+TEST(SystemConfig, DecodesPersistentMemory) {
+  const PersistentMemory memory;
+  expectEvent(
+      2019,
+      {"Error in CPM internal processing", "Warning in CPM internal processing", "CPM Information"},
+      get_SCC_cpm_event_body, memory.payload, "Persistent Memory Event", memory.body);
+}
+
+TEST(SystemConfig, DumpsUnknownEvents) {
+  for (const int id : {1999, 2001, 2009, 2014, 2020, 65535}) {
+    const mpuevent::support::TraceCapture trace;
+    const std::string number = std::to_string(id);
+    const EventFields event =
+        decode(recordOf(static_cast<std::uint16_t>(id), 1, Payload().bytes("ab")).source(19));
+    EXPECT_EQ(titleOf(event), number);
+    EXPECT_EQ(summaryOf(event), "***UNKNOWN EventID***");
+    EXPECT_EQ(event.body(), "<Hex>6162</Hex>");
+    EXPECT_EQ(trace.lines(),
+              std::vector{"SYSTEM_CONFIGMP_Event:137     :----: Unknown EventID: 0x" + number});
+  }
+}
+
+TEST(SystemConfig, TakesTheLocationFromPayloadsOfMoreThan32Bytes) {
+  const std::string name28(28, 'f');
+  const std::string name29(29, 'F');
+  const auto block = [](std::string_view file) { return Payload().u16(0x3132).text(file); };
+  const auto body = [](const Payload& payload) {
+    return decode(recordOf(2000, 3, payload)).body();
+  };
+  EXPECT_EQ(body(block("f.c").padTo(32)), "<Text>12f.c</Text> " + noLocation);
+  EXPECT_EQ(body(located().bytes("x")), "<Text>x</Text> " + location);
+  EXPECT_EQ(body(block("f.c").bytes("cut_behind_its_26th_letter").bytes("x")),
+            "<Text>x</Text> <File>f.c</File> <Func>cut_behind_its_26th_letter</Func> "
+            "<Line>12594</Line> ");
+  EXPECT_EQ(body(block(name28).bytes("gx")),
+            "<Text>x</Text> <File>" + name28 + "</File> <Func>g</Func> <Line>12594</Line> ");
+  EXPECT_EQ(body(block(name29).bytes("x")),
+            "<Text>x</Text> <File>" + name29 + "</File> <Func></Func> <Line>12594</Line> ");
+
+  const auto cut = [](const Payload& payload) {
+    return decode(recordOf(2000, 3, payload).structLength(40)).body();
+  };
+  EXPECT_EQ(cut(Payload().u8(1)), "");
+  EXPECT_EQ(cut(Payload().u16(0x0102)), "<Line>258</Line> ");
+  EXPECT_EQ(cut(Payload().u16(3).bytes("f.c")), "<File>f.c</File> <Line>3</Line> ");
+  EXPECT_EQ(cut(block("f.c")), "<File>f.c</File> <Line>12594</Line> ");
+  EXPECT_EQ(cut(block("f.c").bytes("g")), "<File>f.c</File> <Func>g</Func> <Line>12594</Line> ");
+}
+
+TEST(SystemConfig, UnpacksALocationBlock) {
+  std::string block = Payload().u16(0xFDE8).text("ddlm.c").text("gr").padTo(32).str();
+  auto* locinfo = reinterpret_cast<SCC_EVENT_LOCINFO_t*>(block.data());
+  int line = 0;
+  char function[31] = "..............................";
+  char file[8] = ".......";
+  SCC_fetch_event_location_information(locinfo, &line, function, file);
+  EXPECT_EQ(line, 65000);
+  EXPECT_STREQ(file, "ddlm.c");
+  EXPECT_STREQ(function, "gr");
+  block.replace(9, 23, 23, 'f');
+  SCC_fetch_event_location_information(locinfo, &line, function, file);
+  EXPECT_EQ(function, std::string(23, 'f'));
+  EXPECT_EQ(function[24], '.');
+}
+
+TEST(SystemConfig, CutsSummaries) {
+  const std::string word62(62, 'w');
+  const std::string word28(28, 'a');
+  const std::string words58 = word28 + ' ' + std::string(29, 'b');
+  struct Case {
+    std::string text;
+    int limit;
+    std::string summary;
+  };
+  const Case cases[] = {
+      {"one two;three",        0,  "one two"       },
+      {"init(): failed",       0,  "init("         },
+      {"():x",                 0,  "("             },
+      {"):x",                  0,  "):x"           },
+      {"f(a): b() :c",         0,  "f(a): b() :c"  },
+      {word62,                 0,  word62          },
+      {word62 + ".",           0,  word62          },
+      {word62 + "w",           0,  ""              },
+      {words58 + " ccc",       0,  words58 + " ccc"},
+      {words58 + " cccc",      0,  words58         },
+      {words58 + "bbbb cccc",  0,  words58 + "bbbb"},
+      {words58 + "bbbbb cccc", 0,  word28          },
+      {"tab\t" + word62,       0,  "tab"           },
+      {"line\n" + word62,      0,  "line"          },
+      {"four five six",        9,  "four five"     },
+      {"four five six",        8,  "four"          },
+      {"four",                 3,  ""              },
+      {"four. five",           -1, ""              },
+  };
+  for (const Case& c : cases) {
+    std::string text = c.text;
+    char summary[63];
+    SCC_copySummarized(summary, text.data(), c.limit);
+    EXPECT_EQ(summary, c.summary) << c.text << c.limit;
+  }
+}
+
+TEST(SystemConfig, ShowsUnknownLockCodesInDecimal) {
+  struct Case {
+    std::uint32_t request;
+    std::uint32_t status;
+    const char* requestText;
+    const char* statusText;
+  };
+  const Case cases[] = {
+      {0, 0,          "0",               "IndeterminateSyncTime"                   },
+      {1, 1,          "DDLM_begin",      "IndeterminateSyncTimePersistenceRequired"},
+      {4, 3,          "DDLM_get SH",     "TransactionContinues"                    },
+      {6, 5,          "DDLM_release SH", "5"                                       },
+      {8, 8,          "DDLM_sync",       "TransactionComplete"                     },
+      {9, 0xFFFFFFF7, "9",               "-9"                                      },
+  };
+  for (const Case& c : cases) {
+    const std::string body =
+        decode(recordOf(2011, 1, words({1, 2, 3, 4, c.request, c.status}))).body();
+    EXPECT_EQ(body.substr(body.find("<Request_Type>")),
+              std::string("<Request_Type>") + c.requestText +
+                  "</Request_Type> <Transaction_Status>" + c.statusText + "</Transaction_Status> ");
+  }
+}
+
+TEST(SystemConfig, SubtractsALocationFromEveryDump) {
+  struct Case {
+    Payload payload;
+    std::uint16_t structLength;
+    const char* body;
+  };
+  const Payload abAndTwo = located().text("ab").u16(0x01F2);
+  const Case cases[] = {
+      {Payload().text("abc").u32(7).padTo(32), 32,    "<Text>abc</Text> <Hex></Hex>\n"   },
+      {Payload(),                              0,     "<Hex></Hex>\n"                    },
+      {located().bytes("x"),                   33,    "<Text>x</Text> <Hex>78</Hex>\n"   },
+      {located().text("ab"),                   35,    "<Text>ab</Text> <Hex></Hex>\n"    },
+      {abAndTwo,                               36,    "<Text>ab</Text> <Hex>01</Hex>\n"  },
+      {abAndTwo,                               34,    "<Text>ab</Text> <Hex>6162</Hex>\n"},
+      {abAndTwo,                               65535, "<Text>ab</Text> <Hex>01F2</Hex>\n"},
+      {located(),                              65535, "<Hex></Hex>\n"                    },
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(decode(recordOf(2005, 1, c.payload).structLength(c.structLength)).body(), c.body);
+  }
+}
+
+TEST(SystemConfig, MakesTheWholeBodySafe) {
+  struct Case {
+    const char* text;
+    const char* summary;
+    std::string body;
+  };
+  const Case cases[] = {
+      {"a=b & 50%", "a: b \\& 50\\%", "<Text>a: b \\& 50\\%</Text> " + location},
+      {"a>b",       "a\\>b",          "<Text>a\\>b</Text> " + location         },
+      {"a=b < c",   "a: b \\< c",     "<Text>a: b \\< c</Text> " + location    },
+      {"<b>=</b>",  "<b>: </b>",      "<Text><b>: </b></Text> " + location     },
+      {"<File>",    "\\<File\\>",     "<Text>\\<File\\></Text> " + location    },
+  };
+  for (const Case& c : cases) {
+    const EventFields event = decode(recordOf(2000, 3, located().text(c.text)));
+    EXPECT_EQ(summaryOf(event), c.summary);
+    EXPECT_EQ(event.body(), c.body);
+  }
+  // This text closes the element that it is in, and the rest of the body is plain text.
+  EXPECT_EQ(decode(recordOf(2000, 3, located().text("a</>="))).body(),
+            "<Text>a</>: \\</Text\\> \\<File\\>ddlm.c\\</File\\> \\<Func\\>grant\\</Func\\> "
+            "\\<Line\\>65000\\</Line\\> ");
+  PersistentMemory memory;
+  memory.payload.at(0).u16(9).text("<c").text("=");
+  EXPECT_EQ(decode(recordOf(2019, 3, memory.payload)).body(),
+            memory.body + "<File>\\<c</File> <Func>: </Func> <Line>9</Line> ");
+}
+
+TEST(SystemConfig, LeavesOutWhatIsNotHeld) {
+  const auto body = [](std::uint16_t id, const Payload& payload) {
+    return decode(recordOf(id, 1, payload).structLength(700)).body();
+  };
+  EXPECT_EQ(body(2011, words({0xA1B2}).u24(3)),
+            "<Lock_Classes><Read>0x0000A1B2</Read> </Lock_Classes><Object></Object>");
+  EXPECT_EQ(body(2013, located().u16(0x0708)), "<OpCode_Protocol>7</OpCode_Protocol> ");
+  const PersistentMemory memory;
+  EXPECT_EQ(body(2019, Payload().bytes(memory.payload.str().substr(0, 32 + 36 + 11))),
+            memory.body.substr(0, memory.body.find("<cpmClassOffset>\\[3")));
+}
+
+}  // namespace

@@ -140,6 +140,14 @@ void BodyWriter::number(Format format, std::uint64_t value) {
       return hexDigits(value, 2, true);
     case Format::trueFalse:
       return text(value != 0 ? "TRUE" : "FALSE");
+    case Format::pointer:
+      return value == 0 ? text("(nil)") : number(Format::hex, value);
+    case Format::pointer0x:
+      text("0x");
+      return number(Format::pointer, value);
+    case Format::seconds:
+      number(Format::dec, value);
+      return text(" seconds");
   }
 }
 

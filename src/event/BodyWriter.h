@@ -29,6 +29,9 @@ enum class Format : std::uint8_t {
   bareHex8,   ///< "%08X"
   bareHex2,   ///< "%02X"
   trueFalse,  ///< "TRUE" if it is not 0, else "FALSE"
+  pointer,    ///< "%p": "0x%x", and "(nil)" for 0
+  pointer0x,  ///< "0x%p": two prefixes, and "0x(nil)" for 0
+  seconds,    ///< "%d seconds"
 };
 
 /// Writes two upper-case hex digits for each byte to `place`; returns how many characters that is.

@@ -10,6 +10,7 @@
 #include <MPUEvent/OB0_Event.h>
 #include <MPUEvent/OB1_Event.h>
 #include <MPUEvent/SNMPMP_Event.h>
+#include <MPUEvent/STARTUPMP_Event.h>
 #include <MPUEvent/SYSTEM_CONFIGMP_Event.h>
 
 #include "event/RecordView.h"
@@ -50,12 +51,12 @@ constexpr Create decoders[] = {
     create<HACCMP_Event>,           // 15
     create<MSMMP_Event>,            // 16
     create<Quarn_Event>,            // 17, RCP
-    create<Quarn_Event>,            // 18, Startup
+    create<STARTUPMP_Event>,        // 18
     create<DDLMMP_Event>,           // 19
     create<Quarn_Event>,            // 20, Vol Mgr
     create<DRIVEADMP_Event>,        // 21
     create<ISCSIMP_Event>,          // 22, ICS
-    create<SYSTEM_CONFIGMP_Event>,  // 23
+    create<SYSTEM_CONFIGMP_Event>,  // 23, SCC
     create<Quarn_Event>,            // 24, NCS
     create<AIMMP_Event>,            // 25
     create<ENVIRONMP_Event>,        // 26

@@ -12,6 +12,7 @@
 #include <MPUEvent/OB1_Event.h>
 #include <MPUEvent/SNMPMP_Event.h>
 #include <MPUEvent/SYSTEM_CONFIGMP_Event.h>
+#include <MPUEvent/STARTUPMP_Event.h>
 
 namespace mpuevent::samples {
 

@@ -178,6 +178,16 @@ TEST(Factory, ChoosesTheClassBySourceAlone) {
       {25, "AIMMP_Event"          },
       {26, "ENVIRONMP_Event"      },
       {28, "SNMPMP_Event"         },
+      {12, "ICHAR_Event"    },
+      {13, "OB0_Event"      },
+      {14, "OB1_Event"      },
+      {15, "HACCMP_Event"   },
+      {16, "MSMMP_Event"    },
+      {18, "STARTUPMP_Event"},
+      {21, "DRIVEADMP_Event"},
+      {22, "ISCSIMP_Event"  },
+      {26, "ENVIRONMP_Event"},
+      {28, "SNMPMP_Event"   },
   };
   for (int source = 0; source < 256; ++source) {
     const auto event = decode(RecordBuilder().source(static_cast<std::uint8_t>(source)).str());

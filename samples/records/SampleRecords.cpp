@@ -7,6 +7,7 @@
 #include <MPUEvent/HACCMP_Event.h>
 #include <MPUEvent/ICHAR_Event.h>
 #include <MPUEvent/ISCSIMP_Event.h>
+#include <MPUEvent/ISNSC_Event.h>
 #include <MPUEvent/MSMMP_Event.h>
 #include <MPUEvent/OB0_Event.h>
 #include <MPUEvent/OB1_Event.h>

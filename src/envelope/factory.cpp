@@ -5,6 +5,7 @@
 #include <MPUEvent/HACCMP_Event.h>
 #include <MPUEvent/ICHAR_Event.h>
 #include <MPUEvent/ISCSIMP_Event.h>
+#include <MPUEvent/ISNSC_Event.h>
 #include <MPUEvent/MPUEvent.h>
 #include <MPUEvent/MSMMP_Event.h>
 #include <MPUEvent/OB0_Event.h>
@@ -64,7 +65,7 @@ constexpr Create decoders[] = {
     create<SNMPMP_Event>,           // 28
     create<Quarn_Event>,            // 29, SMIS
     create<Quarn_Event>,            // 30, SMIS IND
-    create<Quarn_Event>,            // 31, iSNS
+    create<ISNSC_Event>,            // 31
     create<Quarn_Event>,            // 32: neither name nor decoder
     create<Quarn_Event>,            // 33, ES Adapter
 };

@@ -188,6 +188,7 @@ TEST(Factory, ChoosesTheClassBySourceAlone) {
       {22, "ISCSIMP_Event"  },
       {26, "ENVIRONMP_Event"},
       {28, "SNMPMP_Event"   },
+      {31, "ISNSC_Event"},
   };
   for (int source = 0; source < 256; ++source) {
     const auto event = decode(RecordBuilder().source(static_cast<std::uint8_t>(source)).str());

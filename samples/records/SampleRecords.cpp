@@ -9,6 +9,7 @@
 #include <MPUEvent/ISCSIMP_Event.h>
 #include <MPUEvent/ISNSC_Event.h>
 #include <MPUEvent/MSMMP_Event.h>
+#include <MPUEvent/NETWORK_CONFIGMP_Event.h>
 #include <MPUEvent/OB0_Event.h>
 #include <MPUEvent/OB1_Event.h>
 #include <MPUEvent/SNMPMP_Event.h>

@@ -8,6 +8,7 @@
 #include <MPUEvent/ISNSC_Event.h>
 #include <MPUEvent/MPUEvent.h>
 #include <MPUEvent/MSMMP_Event.h>
+#include <MPUEvent/NETWORK_CONFIGMP_Event.h>
 #include <MPUEvent/OB0_Event.h>
 #include <MPUEvent/OB1_Event.h>
 #include <MPUEvent/SNMPMP_Event.h>
@@ -34,40 +35,40 @@ Quarn_Event* create<Quarn_Event>(EmpEvLogMsg_s* record, int length) {
 
 // By source; a source without a decoder class of its own gets the plain event.
 constexpr Create decoders[] = {
-    create<Quarn_Event>,            // 0, iSCSI 1
-    create<Quarn_Event>,            // 1, iSCSI 2
-    create<Quarn_Event>,            // 2, SCSI
-    create<Quarn_Event>,            // 3, Cache 1
-    create<Quarn_Event>,            // 4, Cache 2
-    create<Quarn_Event>,            // 5, I/O Mgr
-    create<Quarn_Event>,            // 6, Dev Mgr
-    create<Quarn_Event>,            // 7, MIP
-    create<Quarn_Event>,            // 8, PieMan
-    create<Quarn_Event>,            // 9, AWR
-    create<Quarn_Event>,            // 10, VPI
-    create<Quarn_Event>,            // 11, MIP Local: has a name, but no decoder
-    create<ICHAR_Event>,            // 12
-    create<OB0_Event>,              // 13
-    create<OB1_Event>,              // 14
-    create<HACCMP_Event>,           // 15
-    create<MSMMP_Event>,            // 16
-    create<Quarn_Event>,            // 17, RCP
-    create<STARTUPMP_Event>,        // 18
-    create<DDLMMP_Event>,           // 19
-    create<Quarn_Event>,            // 20, Vol Mgr
-    create<DRIVEADMP_Event>,        // 21
-    create<ISCSIMP_Event>,          // 22, ICS
-    create<SYSTEM_CONFIGMP_Event>,  // 23, SCC
-    create<Quarn_Event>,            // 24, NCS
-    create<AIMMP_Event>,            // 25
-    create<ENVIRONMP_Event>,        // 26
-    create<Quarn_Event>,            // 27, EMP
-    create<SNMPMP_Event>,           // 28
-    create<Quarn_Event>,            // 29, SMIS
-    create<Quarn_Event>,            // 30, SMIS IND
-    create<ISNSC_Event>,            // 31
-    create<Quarn_Event>,            // 32: neither name nor decoder
-    create<Quarn_Event>,            // 33, ES Adapter
+    create<Quarn_Event>,             // 0, iSCSI 1
+    create<Quarn_Event>,             // 1, iSCSI 2
+    create<Quarn_Event>,             // 2, SCSI
+    create<Quarn_Event>,             // 3, Cache 1
+    create<Quarn_Event>,             // 4, Cache 2
+    create<Quarn_Event>,             // 5, I/O Mgr
+    create<Quarn_Event>,             // 6, Dev Mgr
+    create<Quarn_Event>,             // 7, MIP
+    create<Quarn_Event>,             // 8, PieMan
+    create<Quarn_Event>,             // 9, AWR
+    create<Quarn_Event>,             // 10, VPI
+    create<Quarn_Event>,             // 11, MIP Local: has a name, but no decoder
+    create<ICHAR_Event>,             // 12
+    create<OB0_Event>,               // 13
+    create<OB1_Event>,               // 14
+    create<HACCMP_Event>,            // 15
+    create<MSMMP_Event>,             // 16
+    create<Quarn_Event>,             // 17, RCP
+    create<STARTUPMP_Event>,         // 18
+    create<DDLMMP_Event>,            // 19
+    create<Quarn_Event>,             // 20, Vol Mgr
+    create<DRIVEADMP_Event>,         // 21
+    create<ISCSIMP_Event>,           // 22, ICS
+    create<SYSTEM_CONFIGMP_Event>,   // 23, SCC
+    create<NETWORK_CONFIGMP_Event>,  // 24, NCS
+    create<AIMMP_Event>,             // 25
+    create<ENVIRONMP_Event>,         // 26
+    create<Quarn_Event>,             // 27, EMP
+    create<SNMPMP_Event>,            // 28
+    create<Quarn_Event>,             // 29, SMIS
+    create<Quarn_Event>,             // 30, SMIS IND
+    create<ISNSC_Event>,             // 31
+    create<Quarn_Event>,             // 32: neither name nor decoder
+    create<Quarn_Event>,             // 33, ES Adapter
 };
 
 }  // namespace

@@ -186,6 +186,7 @@ TEST(Factory, ChoosesTheClassBySourceAlone) {
       {18, "STARTUPMP_Event"},
       {21, "DRIVEADMP_Event"},
       {22, "ISCSIMP_Event"  },
+      {24, "NETWORK_CONFIGMP_Event"},
       {26, "ENVIRONMP_Event"},
       {28, "SNMPMP_Event"   },
       {31, "ISNSC_Event"},

@@ -1,0 +1,202 @@
+#include <MPUEvent/NETWORK_CONFIGMP_Event.h>
+
+#include <span>
+
+#include "event/Fields.h"
+#include "event/Tables.h"
+#include "event/Text.h"
+#include "event/Undecoded.h"
+
+namespace Pegasus {
+
+namespace {
+
+using mpuevent::BodyWriter;
+using mpuevent::Field;
+using mpuevent::Record;
+using mpuevent::RecordView;
+using enum mpuevent::Format;
+using enum mpuevent::Width;
+
+constexpr Field mmsgFields[] = {
+    {"OpCode_Protocol", 0,  u8,  dec },
+    {"OpCode_Type",     0,  u24, hex8},
+    {"Requestor",       4,  u32, dec },
+    {"Dest_EP",         8,  u32, dec },
+    {"Control_Flags",   12, u32, hex2},
+    {"MMSG_Length",     16, u32, dec },
+    {"Return_Code",     20, u32, dec },
+    {"Handle",          24, u32, dec },
+    {"General_Use1",    28, u32, hex8},
+    {"General_Use2",    32, u32, hex8},
+    {"General_Use3",    36, u32, hex8},
+};
+constexpr std::size_t mmsgText = 40;
+
+constexpr Field responseEventFields[] = {
+    {"Thread_Index",         0,  u32, dec },
+    {"Dest_Endpoint",        4,  u32, dec },
+    {"Request_Handle",       8,  u32, dec },
+    {"Timeout_seconds",      12, u32, dec },
+    {"Timeout_microseconds", 16, u32, dec },
+    {"pSema",                20, u32, hex8},
+    {"pMmsgLh",              24, u32, hex8},
+    {"pTimedout",            28, u32, hex8},
+};
+constexpr std::size_t responseEventText = 32;
+
+constexpr std::size_t lagPort = 0;
+constexpr std::size_t operationalStatus = 8;
+constexpr std::uint32_t operationalStatusUp = 0x410;
+
+constexpr Field lagPortField[] = {
+    {"LAG_Port", lagPort, u32, dec},
+};
+// Not in the order of the payload.
+constexpr Field linkFields[] = {
+    {"Admin_State",      14, u8, dec},
+    {"Physical_BladeId", 12, u8, dec},
+};
+
+void writeText(BodyWriter& body, RecordView payload, std::size_t at) {
+  if (payload.holds(at, 1)) body.element("Text", payload.text(at));
+}
+
+String textBody(const Record& record) {
+  const RecordView payload = record.payload();
+  BodyWriter body(mpuevent::Separator::blank, payload.size() + 16);
+  writeText(body, payload, 0);
+  return body.string();
+}
+
+/// The dump starts behind the text's NUL and covers the rest of `length` bytes of payload.
+String textAndDump(const Record& record, std::int64_t length) {
+  const RecordView payload = record.payload();
+  const std::size_t start = payload.text(0).size() + 1;
+  const std::int64_t count = length - static_cast<std::int64_t>(start);
+  BodyWriter body(mpuevent::Separator::blank, 2 * payload.size() + 32);
+  writeText(body, payload, 0);
+  body.openGroup("Hex");
+  if (count > 0) body.hexBytes(payload.bytes(start, static_cast<std::size_t>(count)));
+  body.closeGroup("Hex");
+  body.character('\n');
+  return body.string();
+}
+
+String dumpBody(const Record& record) { return textAndDump(record, record.structLength()); }
+
+String fieldsAndText(const Record& record, std::span<const Field> fields, std::size_t textAt) {
+  const RecordView payload = record.payload();
+  BodyWriter body;
+  writeFields(body, payload, fields);
+  writeText(body, payload, textAt);
+  return body.string();
+}
+
+String mmsgBody(const Record& record) { return fieldsAndText(record, mmsgFields, mmsgText); }
+
+String responseEventBody(const Record& record) {
+  return fieldsAndText(record, responseEventFields, responseEventText);
+}
+
+String linkBody(const Record& record) {
+  const RecordView payload = record.payload();
+  BodyWriter body;
+  writeFields(body, payload, lagPortField);
+  if (payload.holds(operationalStatus, 4)) {
+    const bool up = payload.u32(operationalStatus) == operationalStatusUp;
+    body.element("Operatioanl_Status", up ? "UP" : "DOWN");  // spelled so
+  }
+  writeFields(body, payload, linkFields);
+  return body.string();
+}
+
+String payloadText(std::string_view, const Record& record) {
+  constexpr std::size_t longestSummary = 255;
+  return mpuevent::toString(record.payload().text(0, longestSummary));
+}
+
+String fixedText(std::string_view words, const Record&) { return mpuevent::toString(words); }
+
+/// The event number tells the status, not the payload's status word: they may differ.
+String lagPortStatus(std::string_view status, const Record& record) {
+  BodyWriter summary(mpuevent::Separator::none, 64);
+  summary.text("LAG Port ");
+  summary.number(dec, record.payload().u32(lagPort));
+  summary.text(", Operational Status ");
+  summary.text(status);
+  return summary.string();
+}
+
+struct EventKind {
+  std::uint32_t number;
+  const char* eventId;
+  String (*summary)(std::string_view words, const Record& record);
+  std::string_view words;  ///< of the summary
+  String (*body)(const Record& record);
+};
+
+// clang-format off
+constexpr EventKind eventKinds[] = {
+    {1000, "NCS:Informational Text", payloadText, {}, textBody},
+    {1001, "NCS:Warning message", payloadText, {}, textBody},
+    {1002, "NCS:Error message", payloadText, {}, textBody},
+    {1003, "Info", fixedText, "Informational Text and Hex Dump Data", dumpBody},
+    {1021, "NCS MMSG Request Error", fixedText, "NCS: MMSG with unknown Protocol", mmsgBody},
+    {1022, "NCS MMSG Request Error", fixedText, "NCS: MMSG with invalid Request type", mmsgBody},
+    {1023, "NCS MMSG Request Error", fixedText, "NCS: MMSG with invalid Requester", mmsgBody},
+    {1024, "NCS MMSG Request Error", fixedText,
+     "NCS: MMSG request with Response bit set", mmsgBody},
+    {1025, "NCS MMSG Request Error", fixedText, "NCS: MMSG Response Timedout", mmsgBody},
+    {1026, "NCS CEE Event registration Error", fixedText,
+     "NCS: Failed to Register CEE response event", responseEventBody},
+    {1030, "NCS: Socket Open Failure", fixedText, "NCS: Socket open operation Failed", textBody},
+    {1040, "LAG Port Status Event", lagPortStatus, "UP", linkBody},
+    {1041, "LAG Port Status Event", lagPortStatus, "DOWN", linkBody},
+};
+// clang-format on
+static_assert(mpuevent::rising(eventKinds, &EventKind::number));
+
+}  // namespace
+
+NETWORK_CONFIGMP_Event::NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* record, int length)
+    : Quarn_Event(record, static_cast<unsigned int>(length)) {
+  if (record == nullptr) return;
+  const Record held(record, length);
+  const EventKind* kind = mpuevent::findRow(eventKinds, &EventKind::number, held.id());
+  if (kind == nullptr) {
+    mpuevent::showUndecoded(*this, held, {"NETWORK_CONFIGMP_Event", 114}, "***UNKNOWN EventID***");
+    return;
+  }
+  setEventID(kind->eventId);
+  setSummary(kind->summary(kind->words, held));
+  setBody(kind->body(held));
+}
+
+NETWORK_CONFIGMP_Event::~NETWORK_CONFIGMP_Event() = default;
+
+String get_NCS_text_event_summary(EmpEvLogMsg_s const* record) {
+  return payloadText({}, Record::trusting(record));
+}
+
+String get_NCS_text_event_body(EmpEvLogMsg_s const* record) {
+  return textBody(Record::trusting(record));
+}
+
+String get_NCS_dump_event_body(EmpEvLogMsg_s const* record, int length) {
+  return record == nullptr ? String() : textAndDump(Record::trusting(record), length);
+}
+
+String get_NCS_mmsg_event_body(EmpEvLogMsg_s const* record) {
+  return mmsgBody(Record::trusting(record));
+}
+
+String get_NCS_responseEvent_body(EmpEvLogMsg_s const* record) {
+  return responseEventBody(Record::trusting(record));
+}
+
+String get_NCS_link_event_body(EmpEvLogMsg_s const* record) {
+  return linkBody(Record::trusting(record));
+}
+
+}  // namespace Pegasus

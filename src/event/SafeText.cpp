@@ -202,7 +202,8 @@ class TagFinder {
     if (match.index == TagIndex::none) return 0;
     // A name may hold "</": if a tag further out is closed before this closing tag is complete,
     // then that one counts, and this element was not closed.
-    for (std::size_t inside = at + 1; inside < match.closingTag.end; ++inside) {
+    for (std::size_t inside = text_.find('<', at + 1); inside < match.closingTag.end;
+         inside = text_.find('<', inside + 1)) {
       const Match outer = matchAt(inside, match.index);
       if (outer.index != TagIndex::none) match = outer;
     }

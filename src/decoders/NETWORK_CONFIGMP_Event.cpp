@@ -58,14 +58,10 @@ constexpr Field linkFields[] = {
     {"Physical_BladeId", 12, u8, dec},
 };
 
-void writeText(BodyWriter& body, RecordView payload, std::size_t at) {
-  if (payload.holds(at, 1)) body.element("Text", payload.text(at));
-}
-
 String textBody(const Record& record) {
   const RecordView payload = record.payload();
   BodyWriter body(mpuevent::Separator::blank, payload.size() + 16);
-  writeText(body, payload, 0);
+  body.element("Text", payload.text(0));
   return body.string();
 }
 
@@ -75,7 +71,7 @@ String textAndDump(const Record& record, std::int64_t length) {
   const std::size_t start = payload.text(0).size() + 1;
   const std::int64_t count = length - static_cast<std::int64_t>(start);
   BodyWriter body(mpuevent::Separator::blank, 2 * payload.size() + 32);
-  writeText(body, payload, 0);
+  body.element("Text", payload.text(0));
   body.openGroup("Hex");
   if (count > 0) body.hexBytes(payload.bytes(start, static_cast<std::size_t>(count)));
   body.closeGroup("Hex");
@@ -89,7 +85,7 @@ String fieldsAndText(const Record& record, std::span<const Field> fields, std::s
   const RecordView payload = record.payload();
   BodyWriter body;
   writeFields(body, payload, fields);
-  writeText(body, payload, textAt);
+  body.element("Text", payload.text(textAt));
   return body.string();
 }
 
@@ -157,6 +153,11 @@ constexpr EventKind eventKinds[] = {
 // clang-format on
 static_assert(mpuevent::rising(eventKinds, &EventKind::number));
 
+/// The body of a record that is as long as it says.
+String exportedBody(EmpEvLogMsg_s const* record, String (*body)(const Record& record)) {
+  return record == nullptr ? String() : body(Record::trusting(record));
+}
+
 }  // namespace
 
 NETWORK_CONFIGMP_Event::NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* record, int length)
@@ -180,7 +181,7 @@ String get_NCS_text_event_summary(EmpEvLogMsg_s const* record) {
 }
 
 String get_NCS_text_event_body(EmpEvLogMsg_s const* record) {
-  return textBody(Record::trusting(record));
+  return exportedBody(record, textBody);
 }
 
 String get_NCS_dump_event_body(EmpEvLogMsg_s const* record, int length) {
@@ -188,15 +189,15 @@ String get_NCS_dump_event_body(EmpEvLogMsg_s const* record, int length) {
 }
 
 String get_NCS_mmsg_event_body(EmpEvLogMsg_s const* record) {
-  return mmsgBody(Record::trusting(record));
+  return exportedBody(record, mmsgBody);
 }
 
 String get_NCS_responseEvent_body(EmpEvLogMsg_s const* record) {
-  return responseEventBody(Record::trusting(record));
+  return exportedBody(record, responseEventBody);
 }
 
 String get_NCS_link_event_body(EmpEvLogMsg_s const* record) {
-  return linkBody(Record::trusting(record));
+  return exportedBody(record, linkBody);
 }
 
 }  // namespace Pegasus

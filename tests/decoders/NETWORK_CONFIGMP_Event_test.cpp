@@ -148,16 +148,18 @@ TEST(NetworkConfig, DumpsWhatTheLengthLeavesBehindTheText) {
     EXPECT_EQ(utf8(get_NCS_dump_event_body(pointerTo(bytes), length)), expected(hex));
   }
   EXPECT_EQ(utf8(get_NCS_dump_event_body(pointerTo(bytes), -2147483647 - 1)), expected(""));
-  EXPECT_EQ(decode(recordOf(1003, Payload()))[2], "<Hex></Hex>\n");
+  EXPECT_EQ(decode(recordOf(1003, Payload()))[2], "<Text></Text> <Hex></Hex>\n");
 }
 
 TEST(NetworkConfig, LeavesOutWhatIsNotHeld) {
   const Payload shortMmsg = Payload().bytes(mmsg().str().substr(0, 40));
-  EXPECT_EQ(decode(recordOf(1021, shortMmsg))[2], mmsgBody.substr(0, mmsgBody.find("<Text>")));
+  EXPECT_EQ(decode(recordOf(1021, shortMmsg))[2],
+            mmsgBody.substr(0, mmsgBody.find("late")) + "</Text> ");
   EXPECT_EQ(decode(recordOf(1040, Payload().u32(3).zeros(7)))[2], "<LAG_Port>3</LAG_Port> ");
   EXPECT_EQ(decode(recordOf(1040, Payload().u24(7))),
             (Texts{"LAG Port Status Event", "LAG Port 0, Operational Status UP", ""}));
-  EXPECT_EQ(decode(recordOf(1000, Payload())), (Texts{"NCS:Informational Text", "", ""}));
+  EXPECT_EQ(decode(recordOf(1000, Payload())),
+            (Texts{"NCS:Informational Text", "", "<Text></Text> "}));
 }
 
 TEST(NetworkConfig, DumpsUnknownEvents) {

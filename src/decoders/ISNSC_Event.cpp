@@ -16,6 +16,7 @@ using mpuevent::BodyWriter;
 using mpuevent::CodeText;
 using mpuevent::IsnsPayload;
 using mpuevent::rising;
+using mpuevent::SafeBody;
 
 // The blank separates the event from the reason that follows.
 constexpr CodeText events[] = {
@@ -49,9 +50,27 @@ void writeEventId(BodyWriter& out, const IsnsPayload& payload) {
   writeKnown(out, textOf(reasons, payload.reason()), "Unknown reason: ", payload.reason());
 }
 
-/// The sizes that are traced never exceed those of the buffers that once held the texts.
+using WriteBody = void (*)(SafeBody& body, const IsnsPayload& payload);
+
+void writeNothing(SafeBody&, const IsnsPayload&) {}
+
+/// The size of a text, but never more than that of the buffer which once held it.
 std::uint32_t measured(std::size_t size, std::size_t limit) {
   return static_cast<std::uint32_t>(std::min(size, limit));
+}
+
+/// The body's size is that before anything is escaped.
+void traceSizes(std::size_t eventId, std::size_t summary, WriteBody write,
+                const IsnsPayload& payload) {
+  if (!mpuevent::traceWanted()) return;
+  SafeBody body(SafeBody::Texts::raw);
+  write(body, payload);
+  mpuevent::trace({"ISNSC_Event", 501},
+                  {"setEventID, setBody, setSummary: begin",
+                   ", event_id_buf actual data size = ", measured(eventId, 128),
+                   ", summary_buffer actual data size = ", measured(summary, 256),
+                   ", body_buffer_array actual data size = ", measured(body.size(), 16384),
+                   ", setEventID, setBody, setSummary: end"});
 }
 
 }  // namespace
@@ -70,30 +89,22 @@ ISNSC_Event::ISNSC_Event(EmpEvLogMsg_s* record, int length)
                    ", raw_event_log_data size = ", std::uint32_t{held.structLength()},
                    ", Module ID is ", payload.module(), ", Line Number = ", payload.line()});
 
-  BodyWriter body;
   std::string_view summary = "Unhandled Event by ISNS Client";
+  WriteBody write = writeNothing;
   switch (payload.category()) {
     case IsnsPayload::icsCategory:
       summary = icsSummary(payload);
-      writeIcsMessage(body, payload);
+      write = mpuevent::writeIcsMessage;
       break;
     case IsnsPayload::textCategory:
       summary = textSummary(payload);
-      writeTextMessage(body, payload);
+      write = mpuevent::writeTextMessage;
       break;
   }
-
-  BodyWriter safeBody(mpuevent::Separator::none, body.size() + 64);
-  writeSafe(safeBody, body.view());
   setEventID(eventId.string());
-  setBody(safeBody.string());
+  setBody(mpuevent::safeBody([&](SafeBody& body) { write(body, payload); }));
   setSummary(mpuevent::toString(summary));
-  mpuevent::trace({"ISNSC_Event", 501},
-                  {"setEventID, setBody, setSummary: begin",
-                   ", event_id_buf actual data size = ", measured(eventId.size(), 128),
-                   ", summary_buffer actual data size = ", measured(summary.size(), 256),
-                   ", body_buffer_array actual data size = ", measured(body.size(), 16384),
-                   ", setEventID, setBody, setSummary: end"});
+  traceSizes(eventId.size(), summary.size(), write, payload);
 }
 
 ISNSC_Event::~ISNSC_Event() = default;

@@ -141,11 +141,6 @@ void writeElements(BodyWriter& body, RecordView message, std::span<const Element
   }
 }
 
-void writeText(BodyWriter& body, std::string_view key, RecordView message, std::size_t at,
-               std::size_t limit) {
-  if (message.holds(at, 1)) body.element(key, message.text(at, limit));
-}
-
 void writeArgument(BodyWriter& body, unsigned index, std::uint32_t value) {
   char key[] = "Arg255";
   char* digits = key + 3;
@@ -156,8 +151,8 @@ void writeArgument(BodyWriter& body, unsigned index, std::uint32_t value) {
 
 }  // namespace
 
-void IsnsPayload::writeOrigin(BodyWriter& body) const {
-  if (bytes_.holds(moduleAt, 1)) body.element("Module", module());
+void IsnsPayload::writeOrigin(SafeBody& body) const {
+  body.recordElement("Module", module());
   if (bytes_.holds(lineAt, 4)) body.element("Line", Format::dec, line());
 }
 
@@ -168,11 +163,12 @@ std::string_view icsSummary(const IsnsPayload& payload) {
     case configurationResponse:
       return "Client_Config Response Message";
     default:
+      trace({"ISNSC_Event", 342}, {"Unknown ics_type", payload.message().u32(0)});
       return "Unknown ICS message";
   }
 }
 
-void writeIcsMessage(BodyWriter& body, const IsnsPayload& payload) {
+void writeIcsMessage(SafeBody& body, const IsnsPayload& payload) {
   const RecordView message = payload.message();
   body.openGroup("ICS_MESSAGE");
   payload.writeOrigin(body);
@@ -180,15 +176,13 @@ void writeIcsMessage(BodyWriter& body, const IsnsPayload& payload) {
     case configurationRequest:
       writeElements(body, message, commonElements);
       writeElements(body, message, requestElements);
-      writeText(body, "src_node_id", message, 92, 224);
-      writeText(body, "src_node_alias", message, 316, RecordView::toEnd);
+      body.recordElement("src_node_id", message.text(92, 224));
+      body.recordElement("src_node_alias", message.text(316));
       break;
     case configurationResponse:
       writeElements(body, message, commonElements);
       writeElements(body, message, responseElements);
       break;
-    default:
-      trace({"ISNSC_Event", 342}, {"Unknown ics_type", message.u32(0)});
   }
   body.closeGroup("ICS_MESSAGE");
 }
@@ -204,7 +198,7 @@ std::string_view textSummary(const IsnsPayload& payload) {
   }
 }
 
-void writeTextMessage(BodyWriter& body, const IsnsPayload& payload) {
+void writeTextMessage(SafeBody& body, const IsnsPayload& payload) {
   const RecordView message = payload.message();
   body.openGroup("Arguments");
   payload.writeOrigin(body);

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "event/BodyWriter.h"
 #include "event/RecordView.h"
+#include "event/SafeText.h"
 
 namespace mpuevent {
 
@@ -25,7 +25,7 @@ class IsnsPayload {
   RecordView message() const { return bytes_.from(24); }
 
   /// The "Module" and "Line" elements.
-  void writeOrigin(BodyWriter& body) const;
+  void writeOrigin(SafeBody& body) const;
 
  private:
   static constexpr std::size_t moduleAt = 12;
@@ -34,12 +34,12 @@ class IsnsPayload {
   RecordView bytes_;
 };
 
+/// Writes a trace line if the type of the message is unknown.
 std::string_view icsSummary(const IsnsPayload& payload);
-/// Writes a trace line, too, if the type of the message is unknown.
-void writeIcsMessage(BodyWriter& body, const IsnsPayload& payload);
+void writeIcsMessage(SafeBody& body, const IsnsPayload& payload);
 
 std::string_view textSummary(const IsnsPayload& payload);
-void writeTextMessage(BodyWriter& body, const IsnsPayload& payload);
+void writeTextMessage(SafeBody& body, const IsnsPayload& payload);
 
 }  // namespace mpuevent
 

@@ -1,4 +1,6 @@
 #include <MPUEvent/AIMMP_Event.h>
+#include <MPUEvent/CACHE18P_Event.h>
+#include <MPUEvent/CACHE28P_Event.h>
 #include <MPUEvent/DDLMMP_Event.h>
 #include <MPUEvent/DRIVEADMP_Event.h>
 #include <MPUEvent/ENVIRONMP_Event.h>
@@ -38,8 +40,8 @@ constexpr Create decoders[] = {
     create<Quarn_Event>,             // 0, iSCSI 1
     create<Quarn_Event>,             // 1, iSCSI 2
     create<Quarn_Event>,             // 2, SCSI
-    create<Quarn_Event>,             // 3, Cache 1
-    create<Quarn_Event>,             // 4, Cache 2
+    create<CACHE18P_Event>,          // 3, Cache 1
+    create<CACHE28P_Event>,          // 4, Cache 2
     create<Quarn_Event>,             // 5, I/O Mgr
     create<Quarn_Event>,             // 6, Dev Mgr
     create<Quarn_Event>,             // 7, MIP

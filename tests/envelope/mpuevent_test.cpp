@@ -178,6 +178,8 @@ TEST(Factory, ChoosesTheClassBySourceAlone) {
       {25, "AIMMP_Event"          },
       {26, "ENVIRONMP_Event"      },
       {28, "SNMPMP_Event"         },
+      {3,  "CACHE18P_Event" },
+      {4,  "CACHE28P_Event" },
       {12, "ICHAR_Event"    },
       {13, "OB0_Event"      },
       {14, "OB1_Event"      },

@@ -16,12 +16,10 @@ constexpr unsigned int firstCapacity = 2048;
 
 unsigned int roundedUp(unsigned int value) { return (value + 15) / 16 * 16; }
 
-/// A text that ends in a single backslash was cut inside an escaped pair; a period takes the
-/// backslash's place. `start` is the text's first character, `end` behind its last.
+/// A period takes the place of a lone backslash at the end. `start` is the text's first character,
+/// `end` behind its last.
 void repairLoneBackslash(char* start, char* end) {
-  const bool ends = end != start && end[-1] == '\\';
-  const bool lone = end - start < 2 || end[-2] != '\\';
-  if (ends && lone) end[-1] = '.';
+  if (mpuevent::endsInLoneBackslash({start, static_cast<std::size_t>(end - start)})) end[-1] = '.';
 }
 
 /// Writes the element into `size` bytes as far as it fits. Returns the length of the whole.

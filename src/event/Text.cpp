@@ -89,11 +89,24 @@ String toString(std::string_view bytes) {
   return {units.data(), static_cast<Pegasus::Uint32>(units.size())};
 }
 
+bool isUtf8(std::string_view bytes) {
+  if (isAscii(bytes)) return true;
+  std::uint32_t character = 0;
+  for (std::size_t at = 0; at < bytes.size();) {
+    if (!nextCharacter(bytes, at, character)) return false;
+  }
+  return true;
+}
+
 String decimalString(std::uint32_t number) {
   char digits[11];
   const char* end =
       std::to_chars(digits, digits + sizeof digits, static_cast<std::int32_t>(number)).ptr;
   return {digits, static_cast<Pegasus::Uint32>(end - digits)};
+}
+
+bool endsInLoneBackslash(std::string_view text) {
+  return text.ends_with('\\') && !text.ends_with("\\\\");
 }
 
 std::string_view viewOf(const char* text) {

@@ -13,8 +13,15 @@ namespace mpuevent {
 /// the one way from bytes to `Pegasus::String`.
 Pegasus::String toString(std::string_view bytes);
 
+/// Whether `toString` takes the bytes as UTF-8.
+bool isUtf8(std::string_view bytes);
+
 /// The number as "%d" prints it: 2^31 and above come out negative.
 Pegasus::String decimalString(std::uint32_t number);
+
+/// True of a text that was cut inside an escaped pair: its last character is a backslash, the one
+/// before it is not.
+bool endsInLoneBackslash(std::string_view text);
 
 /// A caller's text, which may be null.
 std::string_view viewOf(const char* text);

@@ -1,0 +1,41 @@
+#include "event/Entry.h"
+
+#include "event/Text.h"
+
+namespace mpuevent {
+
+namespace {
+
+void writeLatin1(BodyWriter& entries, std::string_view bytes) {
+  for (const char byte : bytes) {
+    const auto character = static_cast<unsigned char>(byte);
+    if (character < 0x80) {
+      entries.character(byte);
+    } else {
+      entries.character(static_cast<char>(0xC0 | character >> 6));
+      entries.character(static_cast<char>(0x80 | (character & 0x3F)));
+    }
+  }
+}
+
+}  // namespace
+
+void writeEntry(BodyWriter& entries, std::string_view key, std::string_view value) {
+  entries.openElement(key);
+  const std::size_t valueStart = entries.size();
+  if (isUtf8(value)) {
+    entries.text(value);
+  } else {
+    writeLatin1(entries, value);
+  }
+  repairEnd(entries, valueStart);
+  entries.closeElement(key);
+}
+
+void repairEnd(BodyWriter& entries, std::size_t valueStart) {
+  if (!endsInLoneBackslash(entries.view().substr(valueStart))) return;
+  entries.cut(entries.size() - 1);
+  entries.character('.');
+}
+
+}  // namespace mpuevent

@@ -2,6 +2,7 @@
 
 #include <MPUEvent/AIMMP_Event.h>
 #include <MPUEvent/DDLMMP_Event.h>
+#include <MPUEvent/AWR8P_Event.h>
 #include <MPUEvent/CACHE18P_Event.h>
 #include <MPUEvent/CACHE28P_Event.h>
 #include <MPUEvent/DRIVEADMP_Event.h>

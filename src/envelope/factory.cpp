@@ -1,4 +1,5 @@
 #include <MPUEvent/AIMMP_Event.h>
+#include <MPUEvent/AWR8P_Event.h>
 #include <MPUEvent/CACHE18P_Event.h>
 #include <MPUEvent/CACHE28P_Event.h>
 #include <MPUEvent/DDLMMP_Event.h>
@@ -46,7 +47,7 @@ constexpr Create decoders[] = {
     create<Quarn_Event>,             // 6, Dev Mgr
     create<Quarn_Event>,             // 7, MIP
     create<Quarn_Event>,             // 8, PieMan
-    create<Quarn_Event>,             // 9, AWR
+    create<AWR8P_Event>,             // 9, AWR
     create<Quarn_Event>,             // 10, VPI
     create<Quarn_Event>,             // 11, MIP Local: has a name, but no decoder
     create<ICHAR_Event>,             // 12

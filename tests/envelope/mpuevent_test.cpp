@@ -180,6 +180,7 @@ TEST(Factory, ChoosesTheClassBySourceAlone) {
       {28, "SNMPMP_Event"         },
       {3,  "CACHE18P_Event" },
       {4,  "CACHE28P_Event" },
+      {9,  "AWR8P_Event"    },
       {12, "ICHAR_Event"    },
       {13, "OB0_Event"      },
       {14, "OB1_Event"      },

@@ -1,0 +1,266 @@
+#include "LogReader.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/RecordBuilder.h"
+
+namespace mpuevent::tool {
+namespace {
+
+using support::RecordBuilder;
+
+/// Gives out bytes, at most `step` at a time, and then the end or an error.
+ReadBytes source(const std::string& bytes, std::size_t step, int error = 0) {
+  return [&bytes, step, error, at = std::size_t{0}](unsigned char* to, std::size_t room) mutable {
+    const std::size_t count = std::min({step, room, bytes.size() - at});
+    std::copy_n(bytes.begin() + static_cast<std::ptrdiff_t>(at), count, to);
+    at += count;
+    return count == 0 ? -long{error} : static_cast<long>(count);
+  };
+}
+
+std::string at(std::uint64_t offset) { return std::to_string(offset) + ": "; }
+
+/// What the reader makes of the bytes: "OFFSET: #SEQUENCE_ID, SIZE bytes" for each record, "OFFSET:
+/// REASON" for damage.
+std::vector<std::string> readLog(const std::string& bytes, LogForm form,
+                                 std::size_t step = std::string::npos) {
+  std::vector<std::string> seen;
+  LogReader reader(source(bytes, step), form, [&](std::uint64_t offset, std::string_view reason) {
+    seen.push_back(at(offset).append(reason));
+  });
+  for (LogUnit unit; reader.next(unit);) {
+    const std::string record(unit.record.begin(), unit.record.end());
+    EXPECT_EQ(bytes.compare(unit.offset + (unit.header == nullptr ? 0 : 64), record.size(), record),
+              0);
+    if (unit.header != nullptr) {
+      EXPECT_EQ(std::memcmp(bytes.data() + unit.offset, unit.header, 64), 0);
+    }
+    const int sequenceId = unit.record[138] << 8 | unit.record[139];
+    seen.push_back(at(unit.offset) + "#" + std::to_string(sequenceId) + ", " +
+                   std::to_string(record.size()) + " bytes");
+  }
+  EXPECT_EQ(reader.offset(), bytes.size());
+  EXPECT_EQ(reader.readError(), 0);
+  return seen;
+}
+
+std::string record(std::uint16_t number) {
+  return RecordBuilder().sequenceId(number).payload(std::string(number, '\xA5')).str();
+}
+std::string message(std::uint16_t number) { return support::message(record(number)); }
+
+std::string withTotalLength(std::string message, unsigned length) {
+  message[10] = static_cast<char>(length >> 8);
+  message[11] = static_cast<char>(length & 0xFF);
+  return message;
+}
+std::string withStructLength(std::string message, unsigned length) {
+  message[64 + 144] = static_cast<char>(length >> 8);
+  message[64 + 145] = static_cast<char>(length & 0xFF);
+  return message;
+}
+
+struct Case {
+  const char* name;
+  LogForm form;
+  std::string bytes;
+  std::vector<std::string> seen;
+};
+
+// message(n) has 216 + n bytes and carries record(n) of 152 + n.
+const Case cases[] = {
+    {"Empty",                                                                                LogForm::automatic, "", {}  },
+    {                                  "Messages",
+     LogForm::automatic,
+     message(1) + message(2) + message(300),
+     {"0: #1, 153 bytes", "217: #2, 154 bytes", "435: #300, 452 bytes"}                                                },
+    {                          "Records",
+     LogForm::automatic,
+     record(1) + record(2) + record(300),
+     {"0: #1, 153 bytes", "153: #2, 154 bytes", "307: #300, 452 bytes"}                },
+    {                                                                                                                                      "MessagesThatDisagreeAsTheyAre",
+     LogForm::automatic,
+     withStructLength(message(20),                                                                   13) + withStructLength(message(30),                                                                       4000),
+     {"0: #20, 172 bytes", "236: #30, 182 bytes"}},
+    {                                                                                     "FirstLengthDamaged",
+     LogForm::automatic,
+     withTotalLength(message(1),                                                                     12) + message(2),
+     {"0: total length 12 does not lead to the next message, but 217, the record's own, does",
+      "0: #1, 153 bytes", "217: #2, 154 bytes"}},
+    {                                                                                        "LastLengthDamaged",
+     LogForm::messages,
+     message(1) + withTotalLength(message(2),                                                                                         0xFFFF),
+     {"0: #1, 153 bytes",
+      "217: total length 65535 does not lead to the next message, but 218, the record's own, does",
+      "217: #2, 154 bytes"}},
+    {                                                                                                   "LengthCoversTheNextMessage",
+     LogForm::messages,
+     message(1) + withTotalLength(message(2),                                             218 + 219) + message(3) + message(4),
+     {"0: #1, 153 bytes",
+      "217: total length 437 does not lead to the next message, but 218, the record's own, does",
+      "217: #2, 154 bytes", "435: #3, 155 bytes", "654: #4, 156 bytes"}},
+    {                                                               "BothLengthsDamaged",
+     LogForm::messages,
+     message(1) + withStructLength(withTotalLength(message(2),                               63),                                                                                               777) + message(3),
+     {"0: #1, 153 bytes",
+      "217: total length 63 is less than the 64-byte message header; 218 bytes skipped",
+      "435: #3, 155 bytes"}},
+    {                                                                                                                                "BothLengthsDamagedAtTheEnd",
+     LogForm::messages,
+     message(1) + withStructLength(withTotalLength(message(2),                                                   0), 777),
+     {"0: #1, 153 bytes",
+      "217: total length 0 is less than the 64-byte message header; 218 bytes skipped, up to the "
+      "end"}},
+    {                                                                                                                                                 "GoodMessageBetweenDamagedOnes",
+     LogForm::messages,
+     withStructLength(withTotalLength(message(1),                                                                    63),  777) + message(2) +
+         withTotalLength(message(3), 9) + message(4),
+     {"0: total length 63 is less than the 64-byte message header; 217 bytes skipped",
+      "217: #2, 154 bytes",
+      "435: total length 9 does not lead to the next message, but 219, the record's own, does",
+      "435: #3, 155 bytes", "654: #4, 156 bytes"}},
+    { "BytesMissing",
+     LogForm::messages,
+     message(1) + message(200).substr(0,                                                  251) + message(3) + message(4),
+     {"0: #1, 153 bytes", "217: message of 416 bytes is cut off after 251, where another begins",
+      "468: #3, 155 bytes", "687: #4, 156 bytes"}},
+    {                                                                                                                      "BytesMissingFromALongOne",
+     LogForm::messages,
+     message(1) + message(60000).substr(0,                                      251) + message(3) + message(4),
+     {"0: #1, 153 bytes", "217: message of 60216 bytes is cut off after 690; 251 bytes skipped",
+      "468: #3, 155 bytes", "687: #4, 156 bytes"}},
+    {                                                                                                                    "MessageCutOff",
+     LogForm::automatic,
+     message(1) + message(2).substr(0,                                                 217),
+     {"0: #1, 153 bytes",
+      "217: message of 218 bytes is cut off after 217; 217 bytes skipped, up to "
+      "the end"}},
+    {                                                                                                                        "MessageHeaderCutOff",
+     LogForm::automatic,
+     message(1) + message(2).substr(0,                                                                            63),
+     {"0: #1, 153 bytes", "217: message header of 64 bytes is cut off after 63"}},
+    {                                                                                                                        "RecordsTooShort",
+     LogForm::messages,
+     support::messageHeader(64) + message(1) + support::message(record(2).substr(0,                151)) +
+         message(3),
+     {"0: record of 0 bytes is shorter than its 152-byte header", "64: #1, 153 bytes",
+      "281: record of 151 bytes is shorter than its 152-byte header", "496: #3, 155 bytes"}},
+    {                                                                           "HeaderAlone",
+     LogForm::automatic,
+     support::messageHeader(64),
+     {"0: record of 0 bytes is shorter than its 152-byte header"}                                                                                                  },
+    {                                                                                                                              "RecordCutOff",
+     LogForm::automatic,
+     record(1) + record(2).substr(0,                                                                                             153),
+     {"0: #1, 153 bytes", "153: record of 154 bytes is cut off after 153"}},
+    {                        "RecordHeaderCutOff",
+     LogForm::automatic,
+     record(1) + record(2).substr(0,                                                                                             151),
+     {"0: #1, 153 bytes", "153: record header of 152 bytes is cut off after 151"}},
+    {                        "LongestMessage",
+     LogForm::automatic,
+     message(65319) + message(1),
+     {"0: #65319, 65471 bytes", "65535: #1, 153 bytes"}                                                                                         },
+    {                                                                                                      "LongestRecord",
+     LogForm::automatic,
+     record(0xFFFF) + record(1),
+     {"0: #65535, 65687 bytes", "65687: #1, 153 bytes"}                                                                  },
+    {                                  "Zeros",
+     LogForm::automatic,
+     std::string(400,                                                                                         '\0'),
+     {"0: #0, 152 bytes", "152: #0, 152 bytes",
+      "304: record header of 152 bytes is cut off after "
+      "96"}},
+    {                                                                                                                                                "ZerosAsMessages",
+     LogForm::messages,
+     std::string(400000,                                                                                      '\0'),
+     {"0: total length 0 is less than the 64-byte message header; 400000 bytes skipped, up to the "
+      "end"}},
+    {                                                                                                                                               "OnesAsMessages",
+     LogForm::messages,
+     std::string(70000,                                                                                     '\xFF'),
+     {"0: #65535, 65471 bytes",
+      "65535: message of 65535 bytes is cut off after 4465; 4465 bytes skipped, up to the end"}},
+};
+
+TEST(LogReader, ReadsWholeAndDamagedLogs) {
+  for (const auto& [name, form, bytes, seen] : cases) {
+    EXPECT_EQ(readLog(bytes, form), seen) << name;
+  }
+}
+
+/// A log in which every kind of damage stands near a border of the reader's window somewhere.
+std::string longDamagedLog() {
+  std::string log;
+  for (std::uint16_t round = 0; round < 60; ++round) {
+    const auto size = static_cast<std::uint16_t>(20000 + 701 * round);
+    log += message(size) + withTotalLength(message(size), round);
+    log += message(7) + message(900).substr(0, 500) + message(8) + message(9);
+    log += withTotalLength(withStructLength(message(size), 5), 30) + message(10) + message(11);
+  }
+  return log;
+}
+
+TEST(LogReader, SeesTheSameHoweverTheBytesArrive) {
+  const std::string log = longDamagedLog();
+  const std::vector<std::string> whole = readLog(log, LogForm::automatic);
+  EXPECT_EQ(whole.size(), 60U * (7 + 3));
+  for (const std::size_t step : {1U, 4093U, 262144U}) {
+    EXPECT_EQ(readLog(log, LogForm::automatic, step), whole) << step;
+  }
+}
+
+TEST(LogReader, GivesEveryWholeUnitOfALogCutAnywhere) {
+  const std::string messages = message(1) + message(40) + message(3);
+  const std::string records = record(1) + record(40) + record(3);
+  const auto expectCut = [](const std::string& log, LogForm form, std::vector<std::size_t> ends) {
+    for (std::size_t size = 1; size <= log.size(); ++size) {
+      const auto whole = std::upper_bound(ends.begin(), ends.end(), size) - ends.begin();
+      const bool onBorder = std::find(ends.begin(), ends.end(), size) != ends.end();
+      EXPECT_EQ(readLog(log.substr(0, size), form).size(),
+                static_cast<std::size_t>(whole) + (onBorder ? 0 : 1))
+          << size;
+    }
+  };
+  expectCut(messages, LogForm::messages, {217, 217 + 256, 217 + 256 + 219});
+  expectCut(records, LogForm::records, {153, 153 + 192, 153 + 192 + 155});
+}
+
+// Checked by readLog: every record lies in the log, and all of the log is passed.
+TEST(LogReader, PassesAnyBytes) {
+  std::mt19937 random(20061);
+  const std::string log = longDamagedLog().substr(0, 200000);
+  for (int round = 0; round < 200; ++round) {
+    std::string bytes = log.substr(random() % 100000, random() % 100000);
+    for (int flips = 0; flips < 50 && !bytes.empty(); ++flips) {
+      bytes[random() % bytes.size()] = static_cast<char>(random());
+    }
+    for (const LogForm form : {LogForm::automatic, LogForm::messages, LogForm::records}) {
+      readLog(bytes, form);
+    }
+  }
+}
+
+TEST(LogReader, TellsOfAFailedRead) {
+  const std::string log = message(1) + message(2);
+  std::vector<std::uint64_t> damage;
+  LogReader reader(source(log, 300, EIO), LogForm::automatic,
+                   [&](std::uint64_t offset, std::string_view) { damage.push_back(offset); });
+  LogUnit unit;
+  EXPECT_TRUE(reader.next(unit));
+  EXPECT_TRUE(reader.next(unit));
+  EXPECT_FALSE(reader.next(unit));
+  EXPECT_EQ(reader.readError(), EIO);
+  EXPECT_TRUE(damage.empty());
+}
+
+}  // namespace
+}  // namespace mpuevent::tool

@@ -1,0 +1,118 @@
+#!/usr/bin/env bash
+# tool_test.sh MPUEVENT...: runs the tool, given as a command of one or more words, and checks exit
+# codes, what goes to which stream, and whole lines of output.
+set -u
+tool=("$@")
+here=$(mktemp -d)
+trap 'rm -rf "$here"' EXIT
+cd "$here" || exit 1
+failures=0
+
+fail() {
+  printf 'FAILED: %s\n' "$*"
+  failures=$((failures + 1))
+}
+
+# expect CODE ARGUMENT...: runs the tool, output in ./out and messages in ./err.
+expect() {
+  local code=$1 got
+  shift
+  "${tool[@]}" "$@" >out 2>err
+  got=$?
+  [ "$got" = "$code" ] || fail "exit code $got, not $code: $*: $(cat err)"
+}
+same() { [ "$2" = "$3" ] || fail "$1: got '$2', not '$3'"; }
+lines() { wc -l <"$1" | tr -d ' '; }
+
+u16() { printf '%b' "$(printf '\\x%02x\\x%02x' $(($1 / 256)) $(($1 % 256)))"; }
+zeros() { head -c "$1" /dev/zero; }
+# record SEQUENCE_ID: 157 bytes of source 13 with the payload "hello".
+record() {
+  printf 'ENC7' && zeros 60 && printf 'CTL\377' && zeros 60
+  u16 0 && u16 2 && u16 0 && u16 3 && u16 0 && u16 "$1" && u16 258 && u16 772
+  u16 5 && printf '\015\003\004\006' && u16 513 && printf hello
+}
+message() { zeros 10 && u16 221 && zeros 52 && record "$1"; }
+{ message 1 && message 2; } >log
+{ record 1 && record 2; } >records
+{ message 1 && message 2 | head -c 220; } >"$here"/truncated
+: >empty
+mkdir directory
+
+second='"decoder":"OB0_Event","enclosure_serial":"ENC7","controller_serial":"CTLÿ",'
+second+='"controller_slot":2,"log_instance":3,"sequence_id":2,"timestamp":16909060,"source_code":13,'
+second+='"source":"OB0","category_code":4,"category":"Device","event_type_code":3,'
+second+='"event_type":"Error","event_code":513,"event_id_version":6,"event_id":"513",'
+second+='"summary":"Unhandled Event by OB0","body":"<Hex>68656C6C6F</Hex>",'
+second+='"fields":[{"key":"Hex","value":"68656C6C6F"}]}'
+
+# Usage
+expect 2
+same 'help without arguments goes to standard error' "$(grep -c Usage err)$(lines out)" 10
+for wrong in '--bogus' 'decode --bogus' 'decode -o xml log' 'decode --input pcap log' 'frobnicate'; do
+  read -ra arguments <<<"$wrong"
+  expect 2 "${arguments[@]}"
+  same "$wrong: one message" "$(grep -c '^mpuevent: ' err) $(lines err) $(lines out)" '1 1 0'
+done
+expect 0 --version
+[[ $(cat out) =~ ^mpuevent\ [0-9]+\.[0-9]+\.[0-9]+$ ]] || fail "--version: $(cat out)"
+expect 0 --help
+expect 0 decode --help
+grep -q 'Exit codes' out || fail 'help tells the exit codes'
+
+# Output forms, input forms, standard input
+expect 0 decode -o jsonl log
+same 'jsonl, second line' "$(tail -n 1 out)" "{\"index\":1,\"offset\":221,$second"
+same 'jsonl, lines and messages' "$(lines out) $(lines err)" '2 0'
+expect 0 decode -o jsonl records
+same 'records, second line' "$(tail -n 1 out)" "{\"index\":1,\"offset\":157,$second"
+expect 0 decode -o line log
+same 'line' "$(head -n 1 out)" "Enclosure Ser#: 'ENC7', Card Ser#: 'CTLÿ', Slot: 2, Log Instance # 3,\
+ Sequence ID=1, Timestamp=16909060, Source: 'OB0', Category: 'Device', EventType=3, EventID: '513',\
+ Summary: 'Unhandled Event by OB0', Body: '<Hex>68656C6C6F</Hex>'"
+mv out whole
+for input in '' '-'; do
+  "${tool[@]}" decode -o line $input <log | cmp -s - whole || fail "standard input as '$input'"
+done
+expect 0 decode log
+same 'text' "$(grep -c '^Event type:        Error (3)$' out) $(grep -c '^  Hex: 68656C6C6F$' out)" '2 2'
+expect 0 decode -o jsonl log records
+same 'each file counts anew' "$(grep -c '^{"index":0,"offset":0,' out)" 2
+
+# Bad input
+expect 3 decode -o jsonl truncated
+same 'truncated' "$(lines out) $(cat err)" "1 mpuevent: truncated: offset 0xdd: message of 221 bytes is cut off \
+after 220; 220 bytes skipped, up to the end"
+expect 1 decode empty
+same 'empty' "$(lines out) $(cat err)" '0 mpuevent: empty: no events, the input is empty'
+expect 0 decode -o line empty log
+expect 2 decode -o line missing directory truncated log
+same 'the rest is decoded' "$(lines out) $(grep -c '^mpuevent: [a-z]*: ' err) $(lines err)" '3 3 3'
+same 'directory' "$(grep directory: err)" 'mpuevent: directory: Is a directory'
+zeros 100000 >nothing
+expect 3 decode -o line nothing
+same 'zeros' "$(lines out)" 657
+{ zeros 144 && u16 65535 && zeros 65541; } >long
+expect 3 decode -o line long
+same 'longest record' "$(lines out) $(grep -c 'record of 65687 bytes is longer' err)" '1 1'
+
+# Trace lines
+{ zeros 10 && u16 221 && zeros 52 && record 1 | sed 's/\x0d\x03\x04\x06/\x20\x03\x04\x06/'; } >odd
+expect 0 decode -o line --trace odd
+same 'trace' "$(lines out) $(grep -c 'has no case for source # 32$' err)" '1 1'
+expect 0 decode -o line odd
+same 'no trace' "$(lines err)" 0
+
+# Output that fails
+cp log many
+for _ in {1..11}; do cat many many >twice && mv twice many; done
+{ "${tool[@]}" decode many 2>err; echo "$?" >code; } | head -n 1 >out
+same 'closed pipe' "$(cat code) $(lines err)" '0 0'
+if [ -w /dev/full ]; then
+  for size in log many; do
+    "${tool[@]}" decode $size >/dev/full 2>err
+    same 'full disk' "$? $(cat err)" '2 mpuevent: standard output: No space left on device'
+  done
+fi
+
+[ "$failures" = 0 ]

@@ -1,0 +1,177 @@
+#include "DecodeCommand.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "EventDecoder.h"
+#include "EventForm.h"
+#include "Numbers.h"
+#include "Output.h"
+#include "TraceLines.h"
+
+namespace mpuevent::tool {
+
+namespace {
+
+/// A file open for reading, or standard input, which stays open.
+class InputFile {
+ public:
+  explicit InputFile(const std::string& name)
+      : descriptor_(name == "-" ? STDIN_FILENO : ::open(name.c_str(), O_RDONLY | O_CLOEXEC)),
+        error_(descriptor_ < 0 ? errno : 0) {}
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+  ~InputFile() {
+    if (descriptor_ > STDIN_FILENO) {
+      ::close(descriptor_);
+    }
+  }
+
+  /// As ReadBytes wants it.
+  long read(unsigned char* to, std::size_t room) const {
+    if (error_ != 0) {
+      return -error_;
+    }
+    for (;;) {
+      const ssize_t got = ::read(descriptor_, to, room);
+      if (got >= 0) {
+        return got;
+      }
+      if (errno != EINTR) {
+        return -errno;
+      }
+    }
+  }
+
+ private:
+  int descriptor_;
+  int error_;
+};
+
+bool colourWanted() {
+  const char* noColour = std::getenv("NO_COLOR");
+  const char* terminal = std::getenv("TERM");
+  return ::isatty(STDOUT_FILENO) != 0 && (noColour == nullptr || *noColour == '\0') &&
+         terminal != nullptr && std::string_view(terminal) != "dumb";
+}
+
+std::unique_ptr<EventForm> makeForm(OutputForm form) {
+  switch (form) {
+    case OutputForm::line:
+      return makeLineForm();
+    case OutputForm::jsonl:
+      return makeJsonForm();
+    case OutputForm::text:
+      break;
+  }
+  return makeTextForm(colourWanted());
+}
+
+class DecodeRun {
+ public:
+  explicit DecodeRun(const DecodeOptions& options)
+      : input_(options.input), form_(makeForm(options.output)) {
+    if (options.trace) {
+      trace_.emplace();
+    }
+  }
+
+  void decodeFile(const std::string& file) {
+    const std::string name = file == "-" ? "standard input" : file;
+    const InputFile input(file);
+    LogReader reader(
+        [&](unsigned char* to, std::size_t room) {
+          // What has been decoded is not held back while more input is awaited.
+          output_.flush();
+          return input.read(to, room);
+        },
+        input_,
+        [&](std::uint64_t offset, std::string_view reason) { damage(name, offset, reason); });
+
+    LogUnit unit;
+    std::uint64_t index = 0;
+    for (; reader.next(unit); ++index) {
+      if (unit.record.size() > EventDecoder::longestRecord) {
+        damage(name, unit.offset,
+               "record of " + std::to_string(unit.record.size()) +
+                   " bytes is longer than an envelope holds, the bytes after the first " +
+                   std::to_string(EventDecoder::longestRecord) + " are left out");
+      }
+      write(unit, index);
+    }
+    wroteAny_ = wroteAny_ || index != 0;
+    if (reader.readError() != 0) {
+      failed_ = true;
+      report(name + ": " + std::generic_category().message(reader.readError()));
+    } else if (reader.offset() == 0) {
+      report(name + ": no events, the input is empty");
+    }
+  }
+
+  ExitCode finish() {
+    output_.close();
+    if (failed_) {
+      return ExitCode::failed;
+    }
+    if (damaged_) {
+      return inputDamaged;
+    }
+    return wroteAny_ ? decodedAll : nothingSelected;
+  }
+
+ private:
+  void write(const LogUnit& unit, std::uint64_t index) {
+    const std::unique_ptr<Pegasus::Quarn_Event> event = decoder_.decode(unit);
+    if (trace_ && trace_->any()) {
+      output_.flush();
+      trace_->passOn();
+    }
+    form_->write({index, unit.offset, unit.record, decoder_.className(*event), *event},
+                 output_.text());
+    output_.commit();
+  }
+
+  void damage(const std::string& name, std::uint64_t offset, std::string_view reason) {
+    damaged_ = true;
+    std::string message = name + ": offset ";
+    appendHex(message, offset);
+    message += ": ";
+    message += reason;
+    report(message);
+  }
+
+  // Where both go to the same place, a message comes after the events before it.
+  void report(std::string_view message) {
+    output_.flush();
+    complain(message);
+  }
+
+  const LogForm input_;
+  const std::unique_ptr<EventForm> form_;
+  std::optional<TraceLines> trace_;
+  EventDecoder decoder_;
+  Output output_;
+  bool wroteAny_ = false;
+  bool failed_ = false;
+  bool damaged_ = false;
+};
+
+}  // namespace
+
+ExitCode decode(const DecodeOptions& options) {
+  DecodeRun run(options);
+  for (const std::string& file : options.files) {
+    run.decodeFile(file);
+  }
+  return run.finish();
+}
+
+}  // namespace mpuevent::tool

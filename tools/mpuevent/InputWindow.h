@@ -1,0 +1,62 @@
+#ifndef MPUEVENT_TOOL_INPUTWINDOW_H
+#define MPUEVENT_TOOL_INPUTWINDOW_H
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace mpuevent::tool {
+
+/// Where the bytes come from: fills at most `room` bytes and returns how many, 0 at the end of the
+/// input, or an errno value negated when reading failed.
+using ReadBytes = std::function<long(unsigned char* to, std::size_t room)>;
+
+/// A view of the input that only ever moves forward, of constant size whatever the input's. A
+/// failed read counts as the end of the input; error() tells.
+class InputWindow {
+ public:
+  /// The most that hold() can be asked for.
+  static constexpr std::size_t farthest = std::size_t{200} << 10;
+
+  explicit InputWindow(ReadBytes read);
+
+  /// Reads until `count` bytes from the position on are in view or the input ends. Returns how
+  /// many are in view, which may be more; fewer than `count` means that the input ends there.
+  /// Pointers from at() are invalid afterwards.
+  std::size_t hold(std::size_t count) {
+    return end_ - position_ >= count ? end_ - position_ : readUntil(count);
+  }
+
+  /// The byte at `distance` from the position; it must be in view.
+  const unsigned char* at(std::size_t distance) const { return &bytes_[position_ + distance]; }
+
+  /// Moves on by `count` bytes, which must be in view.
+  void advance(std::size_t count) {
+    position_ += count;
+    offset_ += count;
+  }
+
+  /// The position as the number of bytes before it in the input.
+  std::uint64_t offset() const { return offset_; }
+
+  /// The errno value of the read that failed, or 0.
+  int error() const { return error_; }
+
+ private:
+  static constexpr std::size_t size = std::size_t{512} << 10;
+
+  std::size_t readUntil(std::size_t count);
+
+  ReadBytes read_;
+  std::unique_ptr<unsigned char[]> bytes_;
+  std::size_t position_ = 0;
+  std::size_t end_ = 0;
+  std::uint64_t offset_ = 0;
+  bool ended_ = false;
+  int error_ = 0;
+};
+
+}  // namespace mpuevent::tool
+
+#endif

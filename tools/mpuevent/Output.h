@@ -1,0 +1,44 @@
+#ifndef MPUEVENT_TOOL_OUTPUT_H
+#define MPUEVENT_TOOL_OUTPUT_H
+
+#include <string>
+#include <string_view>
+
+namespace mpuevent::tool {
+
+/// Nobody reads the output any more.
+struct ClosedPipe {};
+
+/// Standard output with a large buffer. Writing throws ClosedPipe when the reader has gone (SIGPIPE
+/// must be ignored), and `std::system_error` for any other failure.
+class Output {
+ public:
+  /// Text to be written, for the caller to append to; call commit() now and then.
+  std::string& text() { return text_; }
+
+  /// Writes what is there if it is much.
+  void commit() {
+    if (text_.size() >= enough) {
+      flush();
+    }
+  }
+  void flush();
+  /// Flushes, and closes standard output, which may be when a failure shows.
+  void close();
+
+ private:
+  static constexpr std::string::size_type enough = std::string::size_type{128} << 10;
+
+  std::string text_;
+  bool written_ = false;
+};
+
+/// Writes the text as it is. A failure is passed over: there is no further place to report it to.
+void writeToStandardError(std::string_view text);
+
+/// Writes one line "mpuevent: ..." to standard error, control characters made visible.
+void complain(std::string_view message);
+
+}  // namespace mpuevent::tool
+
+#endif

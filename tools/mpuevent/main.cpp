@@ -1,0 +1,48 @@
+#include <csignal>
+#include <exception>
+#include <string>
+#include <system_error>
+#include <variant>
+
+#include "DecodeCommand.h"
+#include "Options.h"
+#include "Output.h"
+
+namespace {
+
+using namespace mpuevent::tool;
+
+ExitCode run(const DecodeOptions& options) { return decode(options); }
+
+ExitCode run(const Answer& answer) {
+  Output output;
+  output.text() += answer.text;
+  output.close();
+  return decodedAll;
+}
+
+ExitCode run(const UsageError& error) {
+  if (error.reason.empty()) {
+    writeToStandardError(error.help);
+  } else {
+    complain(error.reason + "; see 'mpuevent --help'");
+  }
+  return failed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // A reader that goes away shows as an error of the write.
+  std::signal(SIGPIPE, SIG_IGN);
+  try {
+    return std::visit([](const auto& request) { return run(request); }, parseArguments(argc, argv));
+  } catch (const ClosedPipe&) {
+    return decodedAll;
+  } catch (const std::system_error& error) {
+    complain("standard output: " + error.code().message());
+  } catch (const std::exception& error) {
+    complain(error.what());
+  }
+  return failed;
+}

@@ -33,6 +33,9 @@ using mpuevent::support::RecordBuilder;
 
 constexpr std::size_t kHeaderSize = 152;
 
+/// From one length to the next where not every length of a long record is worth its time.
+std::size_t stride(const std::string& record) { return 1 + record.size() / 256; }
+
 /// A copy of the record that begins `misalignment` bytes into an allocation and ends with it: an
 /// address sanitizer sees every read past the record.
 class PlacedRecord {
@@ -107,7 +110,7 @@ TEST_P(EverySample, BelievesNoStructLength) {
     for (const std::size_t claimed : {std::size_t{0}, size / 2, size + 1, std::size_t{65535}}) {
       SCOPED_TRACE(testing::Message() << "claims " << claimed);
       const std::string whole = builder.structLength(static_cast<std::uint16_t>(claimed)).str();
-      for (std::size_t length = kHeaderSize; length <= whole.size(); ++length) {
+      for (std::size_t length = kHeaderSize; length <= whole.size(); length += stride(whole)) {
         SCOPED_TRACE(testing::Message() << "cut at " << length);
         const std::string_view cut = std::string_view(whole).substr(0, length);
         EXPECT_EQ(decodeByEnvelope(cut), PlacedRecord(cut, length % 8).decodeAs(GetParam()));
@@ -119,7 +122,7 @@ TEST_P(EverySample, BelievesNoStructLength) {
 TEST_P(EverySample, ReadsNothingBehindTheRecord) {
   forEach([](RecordBuilder builder) {
     for (const std::string& whole : {builder.str(), builder.structLength(65535).str()}) {
-      for (std::size_t length = 0; length <= whole.size(); ++length) {
+      for (std::size_t length = 0; length <= whole.size(); length += stride(whole)) {
         SCOPED_TRACE(testing::Message() << "cut at " << length);
         const std::string_view cut = std::string_view(whole).substr(0, length);
         const EventFields nulsBehind =

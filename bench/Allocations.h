@@ -5,7 +5,8 @@
 
 namespace mpuevent::bench {
 
-/// How often the whole program, its shared libraries included, has taken memory from the heap.
+/// How often the whole program, its shared libraries included, has taken memory from the heap;
+/// exact as long as it has one thread.
 std::uint64_t allocations();
 
 }  // namespace mpuevent::bench

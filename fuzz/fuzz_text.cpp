@@ -2,6 +2,7 @@
 #include <MPUEvent/QuarnEvent.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -82,6 +83,31 @@ void tryKeyname(std::string_view text) {
           "makeSafeKeyname to the NUL");
 }
 
+/// Text full of tags, one piece for each byte: arbitrary bytes seldom are.
+std::string tagged(std::string_view bytes) {
+  constexpr std::array<std::string_view, 16> pieces = {
+      "<a>", "</a>", "<b>", "</b>", "<ab>", "</ab>", "<c/>", "</c",
+      "<",   ">",    "/",   "</>",  "=",    "\\",    "a",    "b"};
+  // The names of these tags differ, so that many can be open at once.
+  constexpr std::string_view names = "defghijklmnopqrs";
+  std::string out;
+  for (const char byte : bytes.substr(0, 512)) {
+    const auto value = static_cast<unsigned char>(byte);
+    const char name = names[value % names.size()];
+    switch (value / 16) {
+      case 14:
+        out.append({'<', name, '>'});
+        break;
+      case 15:
+        out.append({'<', '/', name, '>'});
+        break;
+      default:
+        out.append(pieces[value % pieces.size()]);
+    }
+  }
+  return out;
+}
+
 void trySafeString(std::string_view text) {
   const std::string expected = mpuevent::fuzz::expectedSafeString(text);
   require(expected.size() <= 2 * text.size(), "two characters for each at most");
@@ -142,6 +168,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   tryHexified(text);
   tryKeyname(text);
   trySafeString(text);
+  trySafeString(tagged(text));
   tryElements(text.substr(0, keySize), text.substr(keySize));
   return 0;
 }

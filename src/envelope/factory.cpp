@@ -41,13 +41,13 @@ constexpr Create decoders[] = {
     create<Quarn_Event>,             // 0, iSCSI 1
     create<Quarn_Event>,             // 1, iSCSI 2
     create<Quarn_Event>,             // 2, SCSI
-    create<CACHE18P_Event>,          // 3, Cache 1
-    create<CACHE28P_Event>,          // 4, Cache 2
+    create<CACHE18P_Event>,          // 3
+    create<CACHE28P_Event>,          // 4
     create<Quarn_Event>,             // 5, I/O Mgr
     create<Quarn_Event>,             // 6, Dev Mgr
     create<Quarn_Event>,             // 7, MIP
     create<Quarn_Event>,             // 8, PieMan
-    create<AWR8P_Event>,             // 9, AWR
+    create<AWR8P_Event>,             // 9
     create<Quarn_Event>,             // 10, VPI
     create<Quarn_Event>,             // 11, MIP Local: has a name, but no decoder
     create<ICHAR_Event>,             // 12

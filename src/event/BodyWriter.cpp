@@ -1,6 +1,7 @@
 #include "event/BodyWriter.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <charconv>
 
@@ -10,17 +11,15 @@ namespace mpuevent {
 
 namespace {
 
-constexpr char lowerDigits[] = "0123456789abcdef";
-constexpr char upperDigits[] = "0123456789ABCDEF";
-constexpr std::size_t longestDecimal = 20;
+constexpr std::size_t longestNumber = 20;
+constexpr std::size_t longestWord = 12;  // with what stands before it
 
-template <class Number>
-void writeDecimal(BodyWriter& writer, Number value) {
-  const std::size_t before = writer.size();
-  char* place = writer.claim(longestDecimal);
-  const char* end = std::to_chars(place, place + longestDecimal, value).ptr;
-  writer.cut(before + static_cast<std::size_t>(end - place));
-}
+constexpr auto hexPairs = [] {
+  constexpr char digits[] = "0123456789ABCDEF";
+  std::array<std::array<char, 2>, 256> pairs{};
+  for (std::size_t i = 0; i < pairs.size(); ++i) pairs[i] = {digits[i >> 4], digits[i & 0xF]};
+  return pairs;
+}();
 
 template <std::size_t width>
 void copyEnds(char* place, const char* from, std::size_t size) {
@@ -30,7 +29,7 @@ void copyEnds(char* place, const char* from, std::size_t size) {
 
 /// Copies a text and returns where it ends. Keys and words are short: moves of a fixed width cost
 /// less than a call of memcpy.
-char* put(char* place, std::string_view text) {
+[[gnu::always_inline]] inline char* put(char* place, std::string_view text) {
   const char* from = text.data();
   const std::size_t size = text.size();
   if (size > 32) {
@@ -54,27 +53,112 @@ char* putOpening(char* place, std::string_view key) {
   return place + 1;
 }
 
-void putClosing(char* place, std::string_view key, Separator behind) {
+char* putClosing(char* place, std::string_view key, Separator behind) {
   place[0] = '<';
   place[1] = '/';
   place = put(place + 2, key);
-  *place = '>';
-  if (behind == Separator::blank) place[1] = ' ';
+  *place++ = '>';
+  if (behind == Separator::blank) *place++ = ' ';
+  return place;
 }
 
-constexpr std::size_t sizeOf(Separator separator) { return separator == Separator::blank ? 1 : 0; }
+/// The most that the two tags of an element take up.
+constexpr std::size_t tagSize(std::string_view key) { return 2 * key.size() + 6; }
 
 unsigned hexLength(std::uint64_t value) {
   return std::max(1U, (static_cast<unsigned>(std::bit_width(value)) + 3) / 4);
+}
+
+/// Two digits for each byte of the value, from the highest of `count` on.
+char* putHexBytes(char* place, std::uint64_t value, unsigned count) {
+  for (unsigned i = count; i > 0; --i, place += 2) {
+    std::memcpy(place, hexPairs[value >> (8 * (i - 1)) & 0xFF].data(), 2);
+  }
+  return place;
+}
+
+/// The bit that makes a small letter of a capital one is set in every decimal digit.
+char* toLower(char* start, char* end) {
+  for (char* place = start; place != end; ++place) *place = static_cast<char>(*place | 0x20);
+  return end;
+}
+
+char* putHex(char* place, std::uint64_t value, unsigned digits) {
+  const unsigned length = std::max(digits, hexLength(value));
+  if (length % 2 != 0) *place++ = hexPairs[value >> (4 * (length - 1)) & 0xF][1];
+  return putHexBytes(place, value, length / 2);
+}
+
+/// Eight digits, known to be enough for the value: the commonest of all.
+char* putWord(char* place, std::uint32_t value) { return putHexBytes(place, value, 4); }
+
+char* putPrefix(char* place) {
+  std::memcpy(place, "0x", 2);
+  return place + 2;
+}
+
+template <class Number>
+char* putDecimal(char* place, Number value) {
+  return std::to_chars(place, place + longestNumber, value).ptr;
+}
+
+char* putNumber(char* place, Format format, std::uint64_t value) {
+  switch (format) {
+    case Format::dec:
+      return putDecimal(place, static_cast<std::int32_t>(value));
+    case Format::udec:
+      return putDecimal(place, value);
+    case Format::hex:
+      return toLower(place, putHex(putPrefix(place), value, 1));
+    case Format::hex8:
+      place = putPrefix(place);
+      if (value >> 32 == 0) return putWord(place, static_cast<std::uint32_t>(value));
+      return putHex(place, value, 8);
+    case Format::hex8Lower:
+      return toLower(place, putHex(putPrefix(place), value, 8));
+    case Format::hex2:
+      return putHex(putPrefix(place), value, 2);
+    case Format::hex6Lower:
+      return toLower(place, putHex(putPrefix(place), value, 6));
+    case Format::hex4Lower:
+      return toLower(place, putHex(putPrefix(place), value, 4));
+    case Format::hex2Lower:
+      return toLower(place, putHex(putPrefix(place), value, 2));
+    case Format::bareHex:
+      return toLower(place, putHex(place, value, 1));
+    case Format::bareHex8:
+      return putHex(place, value, 8);
+    case Format::bareHex2:
+      return putHex(place, value, 2);
+    case Format::trueFalse:
+      return put(place, value != 0 ? "TRUE" : "FALSE");
+    case Format::pointer:
+      return value == 0 ? put(place, "(nil)") : putNumber(place, Format::hex, value);
+    case Format::pointer0x:
+      return putNumber(putPrefix(place), Format::pointer, value);
+    case Format::seconds:
+      break;
+  }
+  return put(putDecimal(place, static_cast<std::int32_t>(value)), " seconds");
+}
+
+char* putWords(char* place, Format format, std::initializer_list<std::uint32_t> words) {
+  const bool lower = format == Format::hex8Lower;
+  char* end = putPrefix(place);
+  for (const std::uint32_t* word = words.begin();;) {
+    end = putWord(end, *word);
+    if (++word == words.end()) break;
+    end = lower ? put(end, "  0x") : put(end, ":");
+  }
+  return lower ? toLower(place, end) : end;
 }
 
 }  // namespace
 
 std::size_t writeHex(char* place, std::string_view bytes) {
   for (const char byte : bytes) {
-    const auto value = static_cast<unsigned char>(byte);
-    *place++ = upperDigits[value >> 4];
-    *place++ = upperDigits[value & 0xF];
+    std::memcpy(place, hexPairs[static_cast<unsigned char>(byte)].data(), 2);
+    place += 2;
   }
   return 2 * bytes.size();
 }
@@ -94,78 +178,46 @@ void BodyWriter::grow(std::size_t count) {
 
 Pegasus::String BodyWriter::string() const { return toString(view()); }
 
-void BodyWriter::decimal(std::int32_t value) { writeDecimal(*this, value); }
-void BodyWriter::decimal(std::uint32_t value) { writeDecimal(*this, value); }
-void BodyWriter::decimal(std::uint64_t value) { writeDecimal(*this, value); }
+void BodyWriter::decimal(std::int32_t value) { endAt(putDecimal(claim(longestNumber), value)); }
+void BodyWriter::decimal(std::uint32_t value) { endAt(putDecimal(claim(longestNumber), value)); }
+void BodyWriter::decimal(std::uint64_t value) { endAt(putDecimal(claim(longestNumber), value)); }
 
 void BodyWriter::hexDigits(std::uint64_t value, unsigned digits, bool upperCase) {
-  const char* digitTexts = upperCase ? upperDigits : lowerDigits;
-  const unsigned length = std::max(digits, hexLength(value));
-  char* place = claim(length) + length;
-  for (unsigned i = 0; i < length; ++i, value >>= 4) *--place = digitTexts[value & 0xF];
+  constexpr unsigned most = 16;
+  if (digits > most) {
+    std::memset(claim(digits - most), '0', digits - most);
+    digits = most;
+  }
+  char* place = claim(most);
+  char* end = putHex(place, value, digits);
+  if (!upperCase) toLower(place, end);
+  endAt(end);
 }
 
 void BodyWriter::number(Format format, std::uint64_t value) {
-  switch (format) {
-    case Format::dec:
-      return decimal(static_cast<std::int32_t>(value));
-    case Format::udec:
-      return decimal(value);
-    case Format::hex:
-      text("0x");
-      return hexDigits(value, 1, false);
-    case Format::hex8:
-      text("0x");
-      return hexDigits(value, 8, true);
-    case Format::hex8Lower:
-      text("0x");
-      return hexDigits(value, 8, false);
-    case Format::hex2:
-      text("0x");
-      return hexDigits(value, 2, true);
-    case Format::hex6Lower:
-      text("0x");
-      return hexDigits(value, 6, false);
-    case Format::hex4Lower:
-      text("0x");
-      return hexDigits(value, 4, false);
-    case Format::hex2Lower:
-      text("0x");
-      return hexDigits(value, 2, false);
-    case Format::bareHex:
-      return hexDigits(value, 1, false);
-    case Format::bareHex8:
-      return hexDigits(value, 8, true);
-    case Format::bareHex2:
-      return hexDigits(value, 2, true);
-    case Format::trueFalse:
-      return text(value != 0 ? "TRUE" : "FALSE");
-    case Format::pointer:
-      return value == 0 ? text("(nil)") : number(Format::hex, value);
-    case Format::pointer0x:
-      text("0x");
-      return number(Format::pointer, value);
-    case Format::seconds:
-      number(Format::dec, value);
-      return text(" seconds");
-  }
+  endAt(putNumber(claim(longestNumber), format, value));
 }
 
 void BodyWriter::element(std::string_view key, std::string_view value) {
-  char* place = claim(2 * key.size() + value.size() + 5 + sizeOf(separator_));
-  putClosing(put(putOpening(place, key), value), key, separator_);
+  char* place = claim(tagSize(key) + value.size());
+  endAt(putClosing(put(putOpening(place, key), value), key, separator_));
 }
 
 void BodyWriter::element(std::string_view key, Format format, std::uint64_t value) {
-  openElement(key);
-  number(format, value);
-  closeElement(key);
+  char* place = claim(tagSize(key) + longestNumber);
+  endAt(putClosing(putNumber(putOpening(place, key), format, value), key, separator_));
+}
+
+void BodyWriter::element(std::string_view key, Format format,
+                         std::initializer_list<std::uint32_t> words) {
+  char* place = claim(tagSize(key) + words.size() * longestWord);
+  endAt(putClosing(putWords(putOpening(place, key), format, words), key, separator_));
 }
 
 void BodyWriter::openTag(std::string_view key) { putOpening(claim(key.size() + 2), key); }
 
 void BodyWriter::closeTag(std::string_view key, Separator behind) {
-  putClosing(claim(key.size() + 3 + sizeOf(behind)), key, behind);
+  endAt(putClosing(claim(key.size() + 4), key, behind));
 }
 
 }  // namespace mpuevent

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <memory>
 #include <string_view>
 
@@ -73,6 +74,8 @@ class BodyWriter {
 
   void element(std::string_view key, std::string_view value);
   void element(std::string_view key, Format format, std::uint64_t value);
+  /// A value of several words, as a pair or quad shows them.
+  void element(std::string_view key, Format format, std::initializer_list<std::uint32_t> words);
 
   /// Room for `count` more bytes, which count as written: the caller fills them.
   char* claim(std::size_t count) {
@@ -84,6 +87,8 @@ class BodyWriter {
 
  private:
   void grow(std::size_t count);
+  /// The bytes claimed last end here.
+  void endAt(const char* end) { size_ = static_cast<std::size_t>(end - buffer_.get()); }
   void openTag(std::string_view key);
   void closeTag(std::string_view key, Separator behind);
 

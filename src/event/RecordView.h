@@ -4,6 +4,7 @@
 #include <MPUEvent/EmpEvLogMsg.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -65,6 +66,12 @@ class RecordView {
  private:
   template <std::size_t width>
   std::uint64_t bigEndian(std::size_t at) const {
+    if constexpr (width == 4) {
+      // Most fields are words: one load, where the loop would cost four.
+      std::uint32_t word = 0;
+      std::memcpy(&word, bytes_ + at, width);
+      return std::endian::native == std::endian::big ? word : __builtin_bswap32(word);
+    }
     std::uint64_t value = 0;
     for (std::size_t i = 0; i < width; ++i) value = value << 8 | bytes_[at + i];
     return value;

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 namespace mpuevent {
@@ -17,22 +18,33 @@ struct CodeText {
 
 /// True if the rows' numbers rise: what `findRow` needs of a table, for a `static_assert`.
 /// `number` names the member that holds a row's number.
-template <class Row, std::size_t size>
-constexpr bool rising(const Row (&rows)[size], std::uint32_t Row::*number) {
-  for (std::size_t i = 1; i < size; ++i) {
+template <class Row>
+constexpr bool rising(std::span<const Row> rows, std::uint32_t Row::*number) {
+  for (std::size_t i = 1; i < rows.size(); ++i) {
     if (rows[i].*number <= rows[i - 1].*number) return false;
   }
   return true;
 }
 
+template <class Row, std::size_t size>
+constexpr bool rising(const Row (&rows)[size], std::uint32_t Row::*number) {
+  return rising(std::span<const Row>(rows), number);
+}
+
 /// The row with this number, or null.
+template <class Row>
+constexpr const Row* findRow(std::span<const Row> rows, std::uint32_t Row::*number,
+                             std::uint32_t wanted) {
+  const auto row = std::lower_bound(
+      rows.begin(), rows.end(), wanted,
+      [number](const Row& candidate, std::uint32_t value) { return candidate.*number < value; });
+  return row != rows.end() && (*row).*number == wanted ? &*row : nullptr;
+}
+
 template <class Row, std::size_t size>
 constexpr const Row* findRow(const Row (&rows)[size], std::uint32_t Row::*number,
                              std::uint32_t wanted) {
-  const Row* row = std::lower_bound(
-      std::begin(rows), std::end(rows), wanted,
-      [number](const Row& candidate, std::uint32_t value) { return candidate.*number < value; });
-  return row != std::end(rows) && row->*number == wanted ? row : nullptr;
+  return findRow(std::span<const Row>(rows), number, wanted);
 }
 
 /// The text of a code in a table with gaps; empty if the code has none.

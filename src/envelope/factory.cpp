@@ -7,8 +7,10 @@
 #include <MPUEvent/ENVIRONMP_Event.h>
 #include <MPUEvent/HACCMP_Event.h>
 #include <MPUEvent/ICHAR_Event.h>
+#include <MPUEvent/IOMGR8P_Event.h>
 #include <MPUEvent/ISCSIMP_Event.h>
 #include <MPUEvent/ISNSC_Event.h>
+#include <MPUEvent/MIP8P_Event.h>
 #include <MPUEvent/MPUEvent.h>
 #include <MPUEvent/MSMMP_Event.h>
 #include <MPUEvent/NETWORK_CONFIGMP_Event.h>
@@ -43,9 +45,9 @@ constexpr Create decoders[] = {
     create<Quarn_Event>,             // 2, SCSI
     create<CACHE18P_Event>,          // 3
     create<CACHE28P_Event>,          // 4
-    create<Quarn_Event>,             // 5, I/O Mgr
+    create<IOMGR8P_Event>,           // 5
     create<Quarn_Event>,             // 6, Dev Mgr
-    create<Quarn_Event>,             // 7, MIP
+    create<MIP8P_Event>,             // 7
     create<Quarn_Event>,             // 8, PieMan
     create<AWR8P_Event>,             // 9
     create<Quarn_Event>,             // 10, VPI

@@ -181,6 +181,8 @@ TEST(Factory, ChoosesTheClassBySourceAlone) {
       {3,  "CACHE18P_Event" },
       {4,  "CACHE28P_Event" },
       {9,  "AWR8P_Event"    },
+      {5,  "IOMGR8P_Event"  },
+      {7,  "MIP8P_Event"    },
       {12, "ICHAR_Event"    },
       {13, "OB0_Event"      },
       {14, "OB1_Event"      },

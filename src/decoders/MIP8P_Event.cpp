@@ -1,0 +1,210 @@
+#include <MPUEvent/MIP8P_Event.h>
+
+#include "decoders/EventClasses.h"
+#include "event/Text.h"
+#include "event/Undecoded.h"
+
+namespace Pegasus {
+
+using namespace mpuevent;
+using namespace mpuevent::records;
+
+namespace {
+
+constexpr Field headFields[] = {
+    {"MIP_Event_Type",     0,  Width::u32, Format::dec},
+    {"MIP_Event_Id",       4,  Width::u32, Format::dec},
+    {"MIP_Event_Line_Num", 12, Width::u32, Format::dec},
+};
+
+constexpr Field qmirField[] = {
+    {"QMIR", 0, Width::u32, Format::hex8}
+};
+constexpr RecordLayout qmir = {4, qmirField};
+
+// The key goes into both tags as it is, with its blank and its equals sign.
+constexpr Field intStatField[] = {
+    {"INT_STAT =", 0, Width::u32, Format::hex8}
+};
+constexpr RecordLayout intStat = {4, intStatField};
+
+void writeFile(BodyWriter& body, const DataArea& data, NameBuffer& name) {
+  body.element("File", copyAssertText(data, name));
+}
+
+constexpr Carried file(writeFile);
+
+constexpr EventRow managementEvents[] = {
+    {1,  "MIP8P MQX Event",               lwsem    },
+    {3,  "MIP8P Unexpected Interrupt",    interrupt},
+    {4,  "MIP8P QMIR Event",              qmir     },
+    {5,  "MIP8P Unexpected Message Type", message  },
+    {6,  "MIP8P Unexpected Error Event",  nothing  },
+    {12, "MIP8P Invalid ARC Number",      nothing  },
+    {13, "MIP8P R5K_MPU MBOX Event",      nothing  },
+    {14, "MIP8P MSA Event",               msa      },
+    {15, "MIP8P ARC found halted",        nothing  },
+    {16, "MIP8P ARC found hung",          nothing  },
+};
+
+constexpr EventRow isrEvents[] = {
+    {1, "Proxy MQX Event",          lwsem    },
+    {3, "ISR Unexpected Interrupt", nothing  },
+    {7, "ISR Installation Failed",  interrupt},
+    {8, "ISR Overflow",             nothing  },
+};
+
+constexpr EventRow startupEvents[] = {
+    {1,    "MIP8P Startup MQX Error", nothing},
+    {1001, "MIP8P Starting ARCs",     nothing},
+    {1002, "MIP8P ARCs started",      nothing},
+};
+
+constexpr EventRow mmsgEvents[] = {
+    {1,  "MMSG MQX Event",     lwsem  },
+    {10, "MMSG Invalid Param", nothing},
+    {11, "MMSG Invalid MMSG",  mmsg   },
+};
+
+constexpr EventRow evlEvents[] = {
+    {anyNumber, "EVL Error", nothing},
+};
+
+constexpr EventRow assertEvents[] = {
+    {anyNumber, "ASSERT Error", file},
+};
+
+constexpr EventRow dmaEvents[] = {
+    {1,   "DMA MQX Event",              lwsem  },
+    {3,   "MIP8P Unexpected Interrupt", intStat},
+    {10,  "Database Invalid Param",     nothing},
+    {14,  "MIP8P MSA Event",            msa    },
+    {502, "MIP8P p32 Xcore Interrupt",  intStat},
+};
+
+// No class leads to these two tables.
+constexpr EventRow databaseEvents[] = {
+    {2,  "Database ENOMEM",        nothing},
+    {8,  "Database Overflow",      nothing},
+    {10, "Database Invalid Param", nothing},
+};
+static_assert(rising(databaseEvents, &EventRow::number));
+
+constexpr EventRow mathEvents[] = {
+    {anyNumber, "MATH Error", nothing},
+};
+
+constexpr std::span<const EventRow> noEvents;
+
+constexpr EventClass classes[] = {
+    {"MIP Task Event",                         managementEvents}, // 1
+    {"MIP Unknown Event",                      noEvents        }, // 2
+    {"MIP ISR Event",                          isrEvents       }, // 3
+    {"MIP Startup Task Event",                 startupEvents   }, // 4
+    {"MIP Unknown Event",                      noEvents        }, // 5
+    {"MIP Management Message Event",           mmsgEvents      }, // 6
+    {"MIP Redundant Controller Process Event", noEvents        }, // 7
+    {"MIP EVL Event",                          evlEvents       }, // 8
+    {"MIP Resource Assert Event",              assertEvents    }, // 9
+    {"MIP Unknown Event",                      noEvents        }, // 10
+    {"MIP Unknown Event",                      noEvents        }, // 11
+    {"MIP DMA Event",                          dmaEvents       }, // 12
+};
+static_assert(rising(classes));
+
+/// Sets Summary and returns the Body.
+String decode(Quarn_Event& event, const EventPayload& payload) {
+  trace({"MIP8P_Event", 119}, {"MIP_Event: Length=0x", payload.dataLength()});
+  BodyWriter body(Separator::blank);
+  writeFields(body, payload, headFields);
+  const EventClass* eventClass = classOf(classes, payload.eventClass());
+  if (eventClass != nullptr && !eventClass->events.empty()) {
+    event.setSummary(writeEvent(body, payload, eventClass->events));
+  }
+  return body.string();
+}
+
+/// Writes the elements and a NUL, and returns the place of the NUL.
+char* append(const BodyWriter& elements, char* place) {
+  if (place == nullptr) return nullptr;
+  const std::string_view text = elements.view();
+  char* end = std::copy(text.begin(), text.end(), place);
+  *end = '\0';
+  return end;
+}
+
+BodyWriter ofClass(std::span<const EventRow> events, Quarn_Event& event, const MIP_EVL* payload) {
+  BodyWriter body(Separator::blank);
+  if (payload == nullptr) return body;
+  event.setSummary(writeEvent(body, EventPayload::trusting(payload), events));
+  return body;
+}
+
+BodyWriter ofRecord(const RecordLayout& layout, const void* record) {
+  BodyWriter body(Separator::blank);
+  writeRecord(body, DataArea(RecordView(record, layout.size), 0), 0, layout);
+  return body;
+}
+
+}  // namespace
+
+MIP8P_Event::MIP8P_Event(EmpEvLogMsg_s* bytes, int length)
+    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+  if (bytes == nullptr) return;
+  const Record record(bytes, length);
+  if (record.id() != 1) {
+    showUndecoded(*this, record, {"MIP8P_Event", 96}, "Unhandled Event by MIP");
+    return;
+  }
+  const EventPayload payload(record.payload());
+  const EventClass* eventClass = classOf(classes, payload.eventClass());
+  setEventID(eventClass == nullptr ? "MIP Unknown Event" : toString(eventClass->eventId));
+  setBody(decode(*this, payload));
+}
+
+MIP8P_Event::~MIP8P_Event() = default;
+
+String MIP8P_Event::get_MIP8P_event_body(const EmpEvLogMsg_s* record) {
+  if (record == nullptr) return {};
+  return decode(*this, EventPayload(Record::trusting(record).payload()));
+}
+
+char* MIP8P_Event::get_MIP8P_management_class_event_body(MIP_EVL* payload, char* place) {
+  return append(ofClass(managementEvents, *this, payload), place);
+}
+char* MIP8P_Event::get_MIP8P_isr_class_event_body(MIP_EVL* payload, char* place) {
+  return append(ofClass(isrEvents, *this, payload), place);
+}
+char* MIP8P_Event::get_MIP8P_startup_class_event_body(MIP_EVL* payload, char* place) {
+  return append(ofClass(startupEvents, *this, payload), place);
+}
+char* MIP8P_Event::get_MIP8P_mmsg_class_event_body(MIP_EVL* payload, char* place) {
+  return append(ofClass(mmsgEvents, *this, payload), place);
+}
+char* MIP8P_Event::get_MIP8P_evl_class_event_body(MIP_EVL* payload, char* place) {
+  return append(ofClass(evlEvents, *this, payload), place);
+}
+char* MIP8P_Event::get_MIP8P_assert_class_event_body(MIP_EVL* payload, char* place) {
+  return append(ofClass(assertEvents, *this, payload), place);
+}
+char* MIP8P_Event::get_MIP8P_dma_class_event_body(MIP_EVL* payload, char* place) {
+  return append(ofClass(dmaEvents, *this, payload), place);
+}
+char* MIP8P_Event::get_MIP8P_database_class_event_body(MIP_EVL* payload, char* place) {
+  return append(ofClass(databaseEvents, *this, payload), place);
+}
+char* MIP8P_Event::get_MIP8P_math_class_event_body(MIP_EVL* payload, char* place) {
+  return append(ofClass(mathEvents, *this, payload), place);
+}
+
+char* MIP8P_Event::get_MIP8P_lwsem_event_body(const MIP_EVL_LWSEM* record, char* place) {
+  return append(ofRecord(lwsem, record), place);
+}
+char* MIP8P_Event::get_MIP8P_mmsg_event_body(const MIP_EVL_MMSG* record, char* place) {
+  return append(ofRecord(mmsg, record), place);
+}
+char* MIP8P_Event::get_MIP8P_msa_event_body(const MIP_EVL_MSA_Q_EVENT* record, char* place) {
+  return append(ofRecord(msa, record), place);
+}
+
+}  // namespace Pegasus

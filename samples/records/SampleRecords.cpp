@@ -11,6 +11,8 @@
 #include <MPUEvent/ICHAR_Event.h>
 #include <MPUEvent/ISCSIMP_Event.h>
 #include <MPUEvent/ISNSC_Event.h>
+#include <MPUEvent/IOMGR8P_Event.h>
+#include <MPUEvent/MIP8P_Event.h>
 #include <MPUEvent/MSMMP_Event.h>
 #include <MPUEvent/NETWORK_CONFIGMP_Event.h>
 #include <MPUEvent/OB0_Event.h>

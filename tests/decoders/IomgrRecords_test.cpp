@@ -1,0 +1,239 @@
+// What the events of the I/O manager carry.
+#include <MPUEvent/IOMGR8P_Event.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "decoders/EventPayload.h"
+
+namespace {
+
+using namespace mpuevent::support;
+using namespace Pegasus;
+
+/// The entries of a list of "key=value" with blanks between them.
+std::string entries(const std::string& list) {
+  std::istringstream words(list);
+  std::string text;
+  for (std::string word; words >> word;) {
+    const std::string key = word.substr(0, word.find('='));
+    text += "<" + key + ">" + word.substr(key.size() + 1) + "</" + key + ">";
+  }
+  return text;
+}
+
+/// What the function of a record appends for these bytes, of which there is none too many.
+template <class Record>
+std::string shown(char* (IOMGR8P_Event::*show)(const Record*, char*), const Payload& record) {
+  IOMGR8P_Event event(nullptr, 0);
+  char place = 0;
+  EXPECT_EQ((event.*show)(nullptr, &place), &place);
+  EXPECT_EQ(bodyOf(event), "");
+  const std::vector<char> bytes(record.str().begin(), record.str().end());
+  EXPECT_EQ((event.*show)(reinterpret_cast<const Record*>(bytes.data()), &place), &place);
+  return bodyOf(event);
+}
+
+TEST(IomgrRecords, ShowEveryField) {
+  using Event = IOMGR8P_Event;
+  const std::pair<std::string, const char*> cases[] = {
+      {shown(&Event::get_IOMGR8P_lwsem_event_body, ramp(8)),
+       "lwsem_valid_bit=0x81828384 lwsem_value=0x85868788"                              },
+      {shown(&Event::get_IOMGR8P_isurp_event_body, ramp(28)),
+       "isurp_opcode=0x00000082 isurp_current_state=0x00000083 isurp_sender=0x00000084 "
+       "isurp_scsi_flags=0x85868788 isurp_cache_mgr_flags=0x898A8B8C "
+       "isurp_io_mgr_flags=0x8D8E8F90 isurp_starting_vlbn=0x95969798:91929394 "
+       "isurp_requested_block_count=0x999A9B9C"                                         },
+      {shown(&Event::get_IOMGR8P_drp_event_body,   ramp(40)),
+       "Drive_Number=-1650548832 DRP_Command=0x000000A3 DRP_PLBN=0x898A8B8C:85868788 "
+       "DRP_Xfer_Count=0x8D8E8F90 DRP_Error_PLBN=0x95969798:91929394 "
+       "DRP_Residual_Count=0x999A9B9C DRP_Status=0x000000A1 DRP_Status_Flags=0x000000A2 "
+       "DRP_Command_Flags=0x000000A4 DRP_Type=0x00000082 DRP_Diskline_Bitmap=0xA5A6A7A8"},
+      {shown(&Event::get_IOMGR8P_vt_event_body,    ramp(264)),
+       "vt_common_flags=0x81828384 vt_common_organization=0x00000085 "
+       "vt_common_stripe_width=0x00000087 vt_common_mirror_count=0x00000088 "
+       "vt_common_volume_number=0x898A8B8C vt_common_volume_capacity=10489608748473423768 "
+       "vt_common_volume_highwater_mark=11068330131178037152 vt_common_volume_state=0xADAEAFB0 "
+       "iomgr_vt_flags=0x76777879 iomgr_vt_=0x76777879 iomgr_vt_extent_count=0x00007C7D "
+       "iomgr_vt_num_extent_descriptors=0x8A8B8C8D "
+       "iomgr_vt_volume_db_update_count=0x82838485:86878889 "
+       "iomgr_vt_chunk_size_shift_bits=0x7E7F8081"                                      },
+      {shown(&Event::get_IOMGR8P_ext_event_body,   ramp(80)),
+       "ext_men=130 ext_status=0x00008586 ext_flag=0x00008788 ext_mlbn=0x898A8B8C:8D8E8F90 "
+       "ext_initial_plbn=0x91929394:95969798 ext_size=0x999A9B9C:9D9E9FA0 "
+       "ext_vlbn_offset=0xA1A2A3A4:A5A6A7A8 ext_s_chunk=0xA9AAABAC:ADAEAFB0 "
+       "ext_e_chunk=0xB1B2B3B4:B5B6B7B8 ext_rebuild_highwater_mark=0xB9BABBBC:BDBEBFC0 "
+       "ext_durable_name=0xC1C2C3C4:C5C6C7C8:C9CACBCC:CDCECFD0"                         },
+      {shown(&Event::get_IOMGR8P_mmsg_event_body,  ramp(20)),
+       "mmsg_length=0x00008182 mmsg_requestor=0x00000083 mmsg_dest_ep=0x00000084 "
+       "mmsg_return_code=0x898A8B8C mmsg_general_use1=0x8D8E8F90 mmsg_general_use2=0x91929394 "
+       "mmsg_opcode=0x85868788"                                                         },
+      {shown(&Event::get_IOMGR8P_dib_event_body,   ramp(492).at(116).u16(0)),
+       "Device=35210 State=35724 Max_PLBN=0x81828384:85868788 VM_Flags=0xB1B2B3B4 "
+       "This_Serial_Number=0xB5B6B7B8 Other_Serial_Number=0xB9BABBBC MPU_Length=-1111572544 "
+       "Member_Length=-1044200508 Member_Count=-976828472 Metadata_Version=-909456436 "
+       "Durable_Name=0x6768696A:6B6C6D6E:6F707172:73747576 Region_Type=0x0000CDCE "
+       "Region_Flags=0x0000CFD0 Region_Offset=0xD1D2D3D4 Region_Label=0xD5D6D7D8 "
+       "Region_Size=0xD9DADBDC Region_r5K_private_Length=0xDDDEDFE0 Region_Type=0x0000E1E2 "
+       "Region_Flags=0x0000E3E4 Region_Offset=0xE5E6E7E8 Region_Label=0xE9EAEBEC "
+       "Region_Size=0xEDEEEFF0 Region_r5K_private_Length=0xF1F2F3F4"                    },
+      {shown(&Event::get_IOMGR8P_sgt_event_body,   ramp(64).at(24).u32(0)),
+       "sgt_address=0x81828384 sgt_byte_count=0x85868788 sgt_address=0x898A8B8C "
+       "sgt_byte_count=0x8D8E8F90 sgt_address=0x91929394 sgt_byte_count=0x95969798"     },
+      {shown(&Event::get_IOMGR8P_bcd_event_body,   ramp(52)),
+       "bcd_btsn=-1448432724 bcd_cache_index=129 bcd_index=33668 "
+       "bcd_highwater=0x898A8B8C:85868788 bcd_men=-1920036976 bcd_mlbn=0x95969798:91929394 "
+       "bcd_flags=0xADAEAFB0 bcd_opcode=0x0000B1B2 bcd_state=0x0000B3B4 "
+       "bcd_durable_name=0x999A9B9C:9D9E9FA0:A1A2A3A4:A5A6A7A8"                         },
+      {shown(&Event::get_IOMGR8P_rcd_event_body,   ramp(40)),
+       "rcd_cache_index=129 rcd_index=42406 rcd_btsn=-1650548832 rcd_len=0x00008384 "
+       "rcd_vlbn=0x898A8B8C:85868788 rcd_flags=0xA1A2A3A4 rcd_state=0x0000A7A8 "
+       "rcd_durable_name=0x8D8E8F90:91929394:95969798:999A9B9C"                         },
+      {shown(&Event::get_IOMGR8P_rbt_event_body,   ramp(32)),
+       "rbt_btsn=-1650548832 rbt_volume_index=33668 rbt_task_opcode=0x00008182 "
+       "rbt_flags=0x85868788 rbt_highwater=0x8D8E8F90:898A8B8C rbt_men=-1852664940 "
+       "rbt_mlbn=0x999A9B9C:95969798"                                                   },
+      {shown(&Event::get_IOMGR8P_dlm_event_body,   ramp(192)),
+       "dlm_flags=0x00000082 dlm_cache_index=0x00000083 dlm_index=0x85868788 "
+       "dlm_ref_index=0x898A8B8C dlm_fe_device=0x8D8E8F90 dlm_dlme_vlbn_h=0x95969798:91929394 "
+       "dlm_dlme_unique_id=0x999A9B9C:9D9E9FA0 dlm_dlme_plbn=0xA5A6A7A8:A1A2A3A4 "
+       "dlm_dlme_fe_data=0xA9AAABAC dlm_dlme_parity_fe_data=0x0000ADAE "
+       "dlm_dlme_parity_fe_data=0x0000AFB0 dlm_dlme_parity_fe_data=0x0000B1B2 "
+       "dlm_dlme_parity_fe_data=0x0000B3B4 dlm_dlme_parity_fe_data=0x0000B5B6 "
+       "dlm_dlme_parity_fe_data=0x0000B7B8 dlm_dlme_parity_fe_data=0x0000B9BA "
+       "dlm_dlme_parity_fe_data=0x0000BBBC dlm_dlme_vlbn_h=0xC1C2C3C4:BDBEBFC0 "
+       "dlm_dlme_unique_id=0xC5C6C7C8:C9CACBCC dlm_dlme_plbn=0xD1D2D3D4:CDCECFD0 "
+       "dlm_dlme_fe_data=0xD5D6D7D8 dlm_dlme_parity_fe_data=0x0000D9DA "
+       "dlm_dlme_parity_fe_data=0x0000DBDC dlm_dlme_parity_fe_data=0x0000DDDE "
+       "dlm_dlme_parity_fe_data=0x0000DFE0 dlm_dlme_parity_fe_data=0x0000E1E2 "
+       "dlm_dlme_parity_fe_data=0x0000E3E4 dlm_dlme_parity_fe_data=0x0000E5E6 "
+       "dlm_dlme_parity_fe_data=0x0000E7E8 dlm_dlme_vlbn_h=0xEDEEEFF0:E9EAEBEC "
+       "dlm_dlme_unique_id=0xF1F2F3F4:F5F6F7F8 dlm_dlme_plbn=0x02030405:F9FA0001 "
+       "dlm_dlme_fe_data=0x06070809 dlm_dlme_parity_fe_data=0x00000A0B "
+       "dlm_dlme_parity_fe_data=0x00000C0D dlm_dlme_parity_fe_data=0x00000E0F "
+       "dlm_dlme_parity_fe_data=0x00001011 dlm_dlme_parity_fe_data=0x00001213 "
+       "dlm_dlme_parity_fe_data=0x00001415 dlm_dlme_parity_fe_data=0x00001617 "
+       "dlm_dlme_parity_fe_data=0x00001819 dlm_dlme_vlbn_h=0x1E1F2021:1A1B1C1D "
+       "dlm_dlme_unique_id=0x22232425:26272829 dlm_dlme_plbn=0x2E2F3031:2A2B2C2D "
+       "dlm_dlme_fe_data=0x32333435 dlm_dlme_parity_fe_data=0x00003637 "
+       "dlm_dlme_parity_fe_data=0x00003839 dlm_dlme_parity_fe_data=0x00003A3B "
+       "dlm_dlme_parity_fe_data=0x00003C3D dlm_dlme_parity_fe_data=0x00003E3F "
+       "dlm_dlme_parity_fe_data=0x00004041 dlm_dlme_parity_fe_data=0x00004243 "
+       "dlm_dlme_parity_fe_data=0x00004445"                                             },
+      {shown(&Event::get_IOMGR8P_msa_event_body,   ramp(32)),
+       "msa_full_hi_level=0x00008182 msa_full_lo_level=0x00008384 msa_read_pointer=0x00008586 "
+       "msa_write_pointer=0x00008788 msa_count=0x0000898A msa_not_mt_signal=0x00008B8C "
+       "msa_base_address_of_data=0x8D8E8F90 msa_hysteresis=0x00000091 msa_mode=0x00000092 "
+       "msa_size=0x00009394 msa_hi_mark_signal=0x00009596 msa_lo_mark_signal=0x00009798 "
+       "msa_over_flow_signal=0x0000999A msa_under_flow_signal=0x00009B9C "
+       "msa_write_check_point=0x9D9E9FA0"                                               },
+      {shown(&Event::get_IOMGR8P_fer_event_body,   ramp(24)),
+       "fer_volume_index=0x00008182 fer_flags=0x00008384 fer_device_id=0x00008586 "
+       "fer_vlbn=0x8D8E8F90:898A8B8C fer_plbn=0x95969798:91929394"                      },
+      {shown(&Event::get_IOMGR8P_vbgt_event_body,  ramp(32)),
+       "BTSN=-2122153084 Volume_Number=-2054781048 Task_Priority=-1987409012 "
+       "Task_Type=0x8D8E8F90 Task_Status=0x91929394 Task_Flags=0x95969798 "
+       "HWM=0x999A9B9C:9D9E9FA0"                                                        },
+      {shown(&Event::get_IOMGR8P_ndfe_event_body,  ramp(12)),
+       "ndfe_flags=0x00008182 ndfe_device_id=0x00008384 ndfe_plbn=0x898A8B8C:85868788"  },
+  };
+  for (const auto& [body, expected] : cases) EXPECT_EQ(body, entries(expected));
+}
+
+std::string decoded(std::uint32_t eventClass, std::uint32_t number, std::uint32_t dataLength,
+                    const Payload& data) {
+  return bodyOf(*decodePayload(5, eventPayload(eventClass, number, dataLength, data)));
+}
+
+TEST(IomgrRecords, FollowOneAnother) {
+  struct Case {
+    std::uint32_t eventClass;
+    std::uint32_t number;
+    const char* first;
+    const char* second;
+  };
+  const Case cases[] = {
+      {6,  12,  "<Drive_Number>-1650548832<",     "<vt_common_flags>0xA9AAABAC<"},
+      {15, 12,  "<Drive_Number>-1650548832<",     "<sgt_address>0xA9AAABAC<"    },
+      {14, 12,  "<isurp_opcode>0x00000082<",      "<vt_common_flags>0x9D9E9FA0<"},
+      {14, 8,   "<isurp_opcode>0x00000082<",      "<sgt_address>0x9D9E9FA0<"    },
+      {26, 509, "<fer_plbn>0x95969798:91929394<", "<dlm_index>0x9D9E9FA0<"      },
+  };
+  for (const Case& c : cases) {
+    const std::string body = decoded(c.eventClass, c.number, 304, ramp(304));
+    ASSERT_NE(body.find(c.first), std::string::npos) << body;
+    EXPECT_NE(body.find(c.second, body.find(c.first)), std::string::npos) << body;
+  }
+}
+
+TEST(IomgrRecords, EndWithExtentsThatBeginInTheData) {
+  const auto extents = [](std::uint32_t number, std::uint32_t dataLength, std::size_t held) {
+    return count(decoded(6, number, dataLength, ramp(held)), "<ext_men>");
+  };
+  EXPECT_EQ(extents(510, 264, 600), 0U);
+  EXPECT_EQ(extents(510, 265, 600), 1U);
+  EXPECT_EQ(extents(510, 344, 600), 1U);
+  EXPECT_EQ(extents(510, 345, 600), 2U);
+  // A drive request packet before the volume counts.
+  EXPECT_EQ(extents(5, 304, 600), 0U);
+  EXPECT_EQ(extents(5, 305, 600), 1U);
+  // The record's end comes before the data's.
+  for (const std::uint32_t dataLength : {600U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+    EXPECT_EQ(extents(510, dataLength, 264 + 2 * 80), 2U);
+    EXPECT_EQ(extents(510, dataLength, 264 + 2 * 80 + 2), 3U);
+  }
+  const std::string cut = decoded(6, 510, 0xFFFFFFFF, ramp(264 + 6));
+  EXPECT_TRUE(cut.ends_with(entries("ext_men=143 ext_status=0x00009293"))) << cut;
+}
+
+TEST(IomgrRecords, EndWithScatterGatherTablesThatBeginInTheData) {
+  Payload tables;
+  tables.u32(0).u32(0x11).padTo(64);
+  for (std::uint32_t i = 1; i <= 9; ++i) tables.u32(0x4000 + i).u32(i);
+  const auto addresses = [](std::uint32_t eventClass, std::uint32_t number,
+                            std::uint32_t dataLength, const Payload& data) {
+    return count(decoded(eventClass, number, dataLength, data), "<sgt_address>");
+  };
+  EXPECT_EQ(addresses(27, 1, 0, ramp(64)), 0U);
+  EXPECT_EQ(addresses(27, 1, 1, ramp(64)), 8U);
+  EXPECT_EQ(addresses(27, 1, 64, tables), 0U);
+  EXPECT_EQ(addresses(27, 1, 65, tables), 8U);
+  EXPECT_EQ(addresses(27, 1, 128, tables), 8U);
+  EXPECT_EQ(addresses(27, 1, 0xFFFFFFFF, tables), 9U);
+  // Behind an internal request the first table begins at 28.
+  EXPECT_EQ(addresses(14, 8, 28, ramp(92)), 0U);
+  EXPECT_EQ(addresses(14, 8, 29, ramp(92)), 8U);
+  const std::string cut = decoded(27, 1, 8, Payload().u32(0x81828384).u16(9));
+  EXPECT_TRUE(cut.ends_with(entries("sgt_address=0x81828384"))) << cut;
+}
+
+TEST(IomgrRecords, HaveTwentyRegionsAtMost) {
+  const auto regions = [](const Payload& record) {
+    return count(shown(&IOMGR8P_Event::get_IOMGR8P_dib_event_body, record), "<Region_Type>");
+  };
+  EXPECT_EQ(regions(ramp(492)), 20U);
+  EXPECT_EQ(regions(ramp(492).at(456).u16(0)), 19U);
+  EXPECT_EQ(regions(ramp(492).at(76).u16(0)), 0U);
+}
+
+TEST(IomgrRecords, AreWalkedFromAnyPlaceInTheData) {
+  IOMGR8P_Event event(nullptr, 0);
+  char place = 0;
+  const std::string bytes = eventPayload(99, 1, 40 + 264 + 1, ramp(40 + 264 + 80)).str();
+  const auto* payload = reinterpret_cast<const IOMGR_EVL*>(bytes.data());
+  const char* at = bytes.data() + 20 + 40;
+  EXPECT_EQ(event.dump_volume(payload, &place, reinterpret_cast<const IOMGR_EVL_VT*>(at)), &place);
+  EXPECT_TRUE(bodyOf(event).starts_with("<vt_common_flags>0xA9AAABAC<")) << bodyOf(event);
+  EXPECT_EQ(count(bodyOf(event), "<ext_men>"), 1U);
+  EXPECT_EQ(event.dump_sgt_list(payload, &place, reinterpret_cast<const IOMGR_EVL_SGT*>(at)),
+            &place);
+  EXPECT_EQ(count(bodyOf(event), "<sgt_address>"), 40U);
+  EXPECT_EQ(event.dump_volume(nullptr, nullptr, nullptr), nullptr);
+  EXPECT_EQ(event.dump_sgt_list(payload, nullptr, nullptr), nullptr);
+  EXPECT_EQ(count(bodyOf(event), "<vt_common_flags>"), 1U);
+}
+
+}  // namespace

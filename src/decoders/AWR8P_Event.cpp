@@ -119,7 +119,7 @@ void AWR8P_Event::show(const void* nodes, unsigned int size) {
   mpuevent::awr::forEachNode(payload, [&](const Node& node) {
     switch (node.type) {
       case NodeType::text:
-        if (payload.holds(node.data, 1)) writeEntry(entries, "_", payload.text(node.data));
+        writeEntry(entries, "_", payload.text(node.data));
         if (summaryTaken_ == 0) setSummary(toString(payload.text(node.data)));
         summaryTaken_ = 1;
         break;

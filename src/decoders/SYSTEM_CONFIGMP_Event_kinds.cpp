@@ -149,7 +149,7 @@ constexpr Field persistentMemoryArrays[] = {
 
 std::string_view writeTextAt(SafeBody& body, RecordView data, std::size_t at) {
   const std::string_view text = data.text(at);
-  if (data.holds(at, 1)) body.recordElement("Text", text);
+  body.recordElement("Text", text);
   return summaryOf(text);
 }
 

@@ -15,10 +15,8 @@ constexpr char zeros[LocationBlock::size] = {};
 LocationBlock::LocationBlock() : block_(zeros, size) {}
 
 void LocationBlock::write(SafeBody& body) const {
-  if (block_.holds(fileNameAt, 1)) body.recordElement("File", fileName());
-  // The longest file name leaves no byte for a function name, which is then empty.
-  const std::size_t firstByte = functionAt() < size ? 1 : 0;
-  if (block_.holds(functionAt(), firstByte)) body.recordElement("Func", block_.text(functionAt()));
+  body.recordElement("File", fileName());
+  body.recordElement("Func", block_.text(functionAt()));
   if (block_.holds(lineAt, 2)) body.element("Line", Format::dec, line());
 }
 

@@ -126,7 +126,7 @@ TEST(AwrNodes, EndWithTheirContainerAndTheRecord) {
 TEST(AwrNodes, EndTheirTextsAtTheNulOrWithTheRecord) {
   EXPECT_EQ(decoded(header(text, 2) + "abcd"), (Texts{"<_>abcd</_>", "abcd", "77"}));
   EXPECT_EQ(decoded(node(text, "") + '\0'), (Texts{"<_></_>", "", "77"}));
-  EXPECT_EQ(decoded(node(text, "")), (Texts{"", "", "77"}));
+  EXPECT_EQ(decoded(node(text, "")), (Texts{"<_></_>", "", "77"}));
   EXPECT_EQ(decoded(header(name, 0) + "ab"), (Texts{"", "", "ab"}));
   // Neither their own length nor the end of their container stops them, and no other node starts
   // in them that shows anything.

@@ -329,13 +329,13 @@ TEST(SystemConfig, SubtractsALocationFromEveryDump) {
   const Payload abAndTwo = located().text("ab").u16(0x01F2);
   const Case cases[] = {
       {Payload().text("abc").u32(7).padTo(32), 32,    "<Text>abc</Text> <Hex></Hex>\n"   },
-      {Payload(),                              0,     "<Hex></Hex>\n"                    },
+      {Payload(),                              0,     "<Text></Text> <Hex></Hex>\n"      },
       {located().bytes("x"),                   33,    "<Text>x</Text> <Hex>78</Hex>\n"   },
       {located().text("ab"),                   35,    "<Text>ab</Text> <Hex></Hex>\n"    },
       {abAndTwo,                               36,    "<Text>ab</Text> <Hex>01</Hex>\n"  },
       {abAndTwo,                               34,    "<Text>ab</Text> <Hex>6162</Hex>\n"},
       {abAndTwo,                               65535, "<Text>ab</Text> <Hex>01F2</Hex>\n"},
-      {located(),                              65535, "<Hex></Hex>\n"                    },
+      {located(),                              65535, "<Text></Text> <Hex></Hex>\n"      },
   };
   for (const Case& c : cases) {
     EXPECT_EQ(decode(recordOf(2005, 1, c.payload).structLength(c.structLength)).body(), c.body);
@@ -375,8 +375,9 @@ TEST(SystemConfig, LeavesOutWhatIsNotHeld) {
     return decode(recordOf(id, 1, payload).structLength(700)).body();
   };
   EXPECT_EQ(body(2011, words({0xA1B2}).u24(3)),
-            "<Lock_Classes><Read>0x0000A1B2</Read> </Lock_Classes><Object></Object>");
-  EXPECT_EQ(body(2013, located().u16(0x0708)), "<OpCode_Protocol>7</OpCode_Protocol> ");
+            "<Lock_Classes><Read>0x0000A1B2</Read> </Lock_Classes><Object></Object><Text></Text> ");
+  EXPECT_EQ(body(2013, located().u16(0x0708)),
+            "<OpCode_Protocol>7</OpCode_Protocol> <Text></Text> ");
   const PersistentMemory memory;
   EXPECT_EQ(body(2019, Payload().bytes(memory.payload.str().substr(0, 32 + 36 + 11))),
             memory.body.substr(0, memory.body.find("<cpmClassOffset>\\[3")));

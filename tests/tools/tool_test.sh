@@ -2,7 +2,7 @@
 # tool_test.sh MPUEVENT...: runs the tool, given as a command of one or more words, and checks exit
 # codes, what goes to which stream, and whole lines of output.
 set -u
-tool=("$@")
+tool=("${@:1:$#-1}" "$(realpath "${!#}")")
 here=$(mktemp -d)
 trap 'rm -rf "$here"' EXIT
 cd "$here" || exit 1

@@ -1,25 +1,25 @@
 #include "records/SampleRecords.h"
 
 #include <MPUEvent/AIMMP_Event.h>
-#include <MPUEvent/DDLMMP_Event.h>
 #include <MPUEvent/AWR8P_Event.h>
 #include <MPUEvent/CACHE18P_Event.h>
 #include <MPUEvent/CACHE28P_Event.h>
+#include <MPUEvent/DDLMMP_Event.h>
 #include <MPUEvent/DRIVEADMP_Event.h>
 #include <MPUEvent/ENVIRONMP_Event.h>
 #include <MPUEvent/HACCMP_Event.h>
 #include <MPUEvent/ICHAR_Event.h>
+#include <MPUEvent/IOMGR8P_Event.h>
 #include <MPUEvent/ISCSIMP_Event.h>
 #include <MPUEvent/ISNSC_Event.h>
-#include <MPUEvent/IOMGR8P_Event.h>
 #include <MPUEvent/MIP8P_Event.h>
 #include <MPUEvent/MSMMP_Event.h>
 #include <MPUEvent/NETWORK_CONFIGMP_Event.h>
 #include <MPUEvent/OB0_Event.h>
 #include <MPUEvent/OB1_Event.h>
 #include <MPUEvent/SNMPMP_Event.h>
-#include <MPUEvent/SYSTEM_CONFIGMP_Event.h>
 #include <MPUEvent/STARTUPMP_Event.h>
+#include <MPUEvent/SYSTEM_CONFIGMP_Event.h>
 
 namespace mpuevent::samples {
 

@@ -93,8 +93,9 @@ char* putHex(char* place, std::uint64_t value, unsigned digits) {
 char* putWord(char* place, std::uint32_t value) { return putHexBytes(place, value, 4); }
 
 char* putPrefix(char* place) {
-  std::memcpy(place, "0x", 2);
-  return place + 2;
+  *place++ = '0';
+  *place++ = 'x';
+  return place;
 }
 
 template <class Number>

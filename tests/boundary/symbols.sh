@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# symbols.sh NM LIBRARY LIST: the names that the library exports must be those of the list, no more
+# and no fewer.
+#
+#   symbols.sh NM LIBRARY >LIST    writes the list
+set -euo pipefail
+nm=$1 library=$2
+exported() { "$nm" -D --defined-only --format=posix "$library" | cut -d ' ' -f 1 | LC_ALL=C sort -u; }
+
+if [ $# -eq 2 ]; then
+  exported
+  exit
+fi
+diff --unified "$3" <(exported) || {
+  echo "The exported names differ (- missing, + new). If that is meant: $0 $nm $library >$3"
+  exit 1
+}

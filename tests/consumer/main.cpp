@@ -1,0 +1,3 @@
+extern "C" int decodeOne();
+
+int main() { return decodeOne(); }

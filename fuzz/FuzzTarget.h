@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 
 /// A target tries one input, and aborts when one of its properties does not hold. libFuzzer calls
 /// it, or replay_main.cpp with the bytes of files.
@@ -12,6 +13,10 @@ namespace mpuevent::fuzz {
 
 /// Aborts, naming the property, if it does not hold.
 void require(bool holds, const char* property);
+
+/// Runs `work`, which reads `bytes` bytes of input, and aborts if its time is out of proportion to
+/// them. Work that took too long is tried again, so it must give the same each time.
+void inLinearTime(std::size_t bytes, const std::function<void()>& work);
 
 }  // namespace mpuevent::fuzz
 

@@ -20,6 +20,7 @@ using Pegasus::Quarn_Event;
 
 // The expectation is quadratic and recursive.
 constexpr std::size_t kLongestText = 4096;
+constexpr std::size_t kLongText = 65536;
 
 /// Each byte as the UTF-8 of the Latin-1 character of its number.
 std::string latin1(std::string_view bytes) {
@@ -125,6 +126,46 @@ void trySafeString(std::string_view text) {
           "makeSafeString of a negative length");
 }
 
+/// Whether `safe` is `text` with backslashes before some characters and each "=" as ": ".
+bool isSafeFormOf(std::string_view safe, std::string_view text) {
+  for (const char character : text) {
+    if (safe.size() > 1 && safe[0] == '\\' && safe[1] == character) {
+      safe.remove_prefix(2);
+    } else if (character == '=' && safe.starts_with(": ")) {
+      safe.remove_prefix(2);
+    } else if (safe.starts_with(character)) {
+      safe.remove_prefix(1);
+    } else {
+      return false;
+    }
+  }
+  return safe.empty();
+}
+
+/// A text of up to 64 KiB in which the same tags stand over and over, nested as deep as it is long.
+void tryLong(std::string_view bytes) {
+  const std::string piece = tagged(bytes.substr(0, 64));
+  std::string text;
+  while (text.size() + piece.size() <= kLongText && !piece.empty()) {
+    text += piece;
+  }
+  std::string safe;
+  mpuevent::fuzz::inLinearTime(text.size(), [&] {
+    safe = utf8(Quarn_Event::makeSafeString(text.data(), static_cast<int>(text.size())));
+  });
+  require(text.empty() || isSafeFormOf(safe, text), "makeSafeString of a long text");
+  std::vector<char> value = terminated(text);
+  Pegasus::QuarnEvent event(nullptr, 0);
+  char key[] = "Key";
+  char format[] = "%s";
+  mpuevent::fuzz::inLinearTime(text.size(), [&] {
+    event = Pegasus::QuarnEvent(nullptr, 0);
+    event.addEntry(key, format, value.data());
+  });
+  require(utf8(event.getBody()) == "<Key>" + mpuevent::fuzz::withoutLoneBackslash(text) + "</Key>",
+          "addEntry of a long text");
+}
+
 void tryElements(std::string_view keyBytes, std::string_view valueBytes) {
   std::vector<char> key = terminated(keyBytes);
   std::vector<char> value = terminated(valueBytes);
@@ -169,6 +210,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   tryKeyname(text);
   trySafeString(text);
   trySafeString(tagged(text));
+  if (text.size() % 32 == 1) {  // it takes far longer than the rest
+    tryLong(text);
+  }
   tryElements(text.substr(0, keySize), text.substr(keySize));
   return 0;
 }

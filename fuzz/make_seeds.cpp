@@ -20,16 +20,42 @@ void write(const fs::path& file, std::string_view bytes) {
   out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
 }
 
-void writeEnvelopeSeeds(const fs::path& directory) {
+/// For the envelope a message, for a decoder what fuzz_decoder.cpp reads.
+void writeRecordSeeds(const fs::path& top) {
   for (const mpuevent::samples::Module& module : mpuevent::samples::modules()) {
     int index = 0;
     for (const mpuevent::samples::Sample& sample : module.samples()) {
       const std::string name =
           "source" + std::to_string(module.source) + "-" + std::to_string(index++);
-      write(directory / name,
+      write(top / "fuzz_envelope" / name,
             mpuevent::support::message(mpuevent::samples::record(module, sample).str()));
+      const std::string_view decoder = module.decoder.substr(0, module.decoder.find("_Event"));
+      const fs::path directory = top / ("fuzz_" + std::string(decoder));
+      fs::create_directories(directory);
+      mpuevent::support::Payload input;
+      input.u16(sample.id).u8(sample.idVersion).u8(sample.type).u8(sample.category).u16(0);
+      write(directory / name, input.bytes(sample.payload).str());
     }
   }
+}
+
+void writeReaderSeeds(const fs::path& directory) {
+  std::string messages;
+  std::string records;
+  for (const mpuevent::samples::Module& module : mpuevent::samples::modules()) {
+    const std::string record = mpuevent::samples::record(module, module.samples().front()).str();
+    records += record;
+    messages += mpuevent::support::message(record);
+  }
+  // A damaged length, a header that is missing, a message that is cut off.
+  std::string damaged = messages;
+  damaged[10] = '\xFF';
+  damaged = damaged.substr(0, 700) + damaged.substr(764) + messages.substr(0, 500) + messages;
+  const std::string automatic("\0\1\100\3", 4);
+  write(directory / "messages", automatic + messages);
+  write(directory / "records", automatic + records);
+  write(directory / "damaged", automatic + damaged);
+  write(directory / "damaged-repeated", "\xFC\1\100\3" + damaged);
 }
 
 void writeTextSeeds(const fs::path& directory) {
@@ -62,10 +88,12 @@ int main(int argc, char** argv) {
   }
   try {
     const fs::path top = argv[1];
-    fs::create_directories(top / "fuzz_envelope");
-    writeEnvelopeSeeds(top / "fuzz_envelope");
-    fs::create_directories(top / "fuzz_text");
+    for (const char* target : {"fuzz_envelope", "fuzz_text", "fuzz_reader"}) {
+      fs::create_directories(top / target);
+    }
+    writeRecordSeeds(top);
     writeTextSeeds(top / "fuzz_text");
+    writeReaderSeeds(top / "fuzz_reader");
   } catch (const std::exception& failure) {
     std::cerr << "make_seeds: " << failure.what() << '\n';
     return 2;

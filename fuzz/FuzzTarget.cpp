@@ -1,0 +1,43 @@
+#include "FuzzTarget.h"
+
+#include <cstdlib>
+#include <ctime>
+#include <iostream>
+
+namespace mpuevent::fuzz {
+
+namespace {
+
+// MEASURED
+constexpr double kSecondsOfAnyWork = 0.02;
+constexpr double kSecondsPerByte = 4e-6;
+constexpr int kTries = 3;
+
+// Of this thread alone: what else the machine does counts for little.
+double processorSeconds() {
+  std::timespec now{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+}  // namespace
+
+void require(bool holds, const char* property) {
+  if (!holds) {
+    std::cerr << "does not hold: " << property << std::endl;
+    std::abort();
+  }
+}
+
+void inLinearTime(std::size_t bytes, const std::function<void()>& work) {
+  const double bound = kSecondsOfAnyWork + kSecondsPerByte * static_cast<double>(bytes);
+  bool held = false;
+  for (int tries = 0; tries < kTries && !held; ++tries) {
+    const double start = processorSeconds();
+    work();
+    held = processorSeconds() - start <= bound;
+  }
+  require(held, "time in proportion to the input");
+}
+
+}  // namespace mpuevent::fuzz

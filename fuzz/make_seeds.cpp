@@ -55,7 +55,7 @@ void writeReaderSeeds(const fs::path& directory) {
   write(directory / "messages", automatic + messages);
   write(directory / "records", automatic + records);
   write(directory / "damaged", automatic + damaged);
-  write(directory / "damaged-repeated", "\xFC\1\100\3" + damaged);
+  write(directory / "damaged-repeated", automatic + damaged.substr(0, 64 * 32 - 4));
 }
 
 void writeTextSeeds(const fs::path& directory) {

@@ -1,19 +1,17 @@
 // Arbitrary bytes as one message: through the envelope and the factory to every accessor.
 #include <MPUEvent/MPUEvent.h>
-#include <ProviderTraceServices.h>
 
 #include <algorithm>
 #include <array>
-#include <iostream>
 #include <limits>
 #include <memory>
-#include <streambuf>
 #include <string>
 #include <string_view>
 
 #include "EventProperties.h"
 #include "FuzzTarget.h"
 #include "support/DecodedEvent.h"
+#include "support/TraceCapture.h"
 
 namespace {
 
@@ -22,34 +20,10 @@ using mpuevent::support::EventFields;
 using mpuevent::support::fieldsOf;
 using Pegasus::CMAPMessageHeader;
 using Pegasus::MPUEvent;
-using Pegasus::ProviderTraceServices;
 
 constexpr std::size_t kRecordHeaderSize = 152;
 constexpr std::size_t kLongestRecord =
     std::numeric_limits<std::uint16_t>::max() - CMAPMessageHeader::wireSize;
-
-class Discard : public std::streambuf {
- protected:
-  int_type overflow(int_type character) override { return traits_type::not_eof(character); }
-  std::streamsize xsputn(const char_type*, std::streamsize count) override { return count; }
-};
-
-class Tracing {
- public:
-  Tracing() : terminal_(std::cout.rdbuf(&discard_)) {
-    ProviderTraceServices::setTraceSuppressed(false);
-  }
-  ~Tracing() {
-    ProviderTraceServices::setTraceSuppressed(true);
-    std::cout.rdbuf(terminal_);
-  }
-  Tracing(const Tracing&) = delete;
-  Tracing& operator=(const Tracing&) = delete;
-
- private:
-  Discard discard_;
-  std::streambuf* terminal_;
-};
 
 /// The event of a record of `length` bytes; null if they are too few.
 std::unique_ptr<Pegasus::Quarn_Event> decode(const MPUEvent& envelope, std::size_t length) {
@@ -64,7 +38,7 @@ void decodeTraced(const MPUEvent& envelope, std::size_t length) {
     const EventFields fields = fieldsOf(*event);
     require(mpuevent::support::utf8(event->str()).size() > fields.textSize(),
             "str() holds every text");
-    const Tracing tracing;
+    const mpuevent::support::TraceCapture tracing;
     require(fields == fieldsOf(*decode(envelope, length)), "tracing changes no event");
   }
 }

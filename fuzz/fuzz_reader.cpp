@@ -17,8 +17,7 @@ using mpuevent::tool::LogForm;
 using mpuevent::tool::LogReader;
 using mpuevent::tool::LogUnit;
 
-// Repeated, an input fills the reader's window of 512 KiB and makes it move.
-constexpr std::size_t kLongestLog = std::size_t{768} << 10;
+// The reader's; an input repeated until it is longer makes the window move.
 constexpr std::size_t kRepeatedSizes = 64;  // seldom: it takes far longer
 constexpr std::size_t kWindow = std::size_t{512} << 10;
 
@@ -92,7 +91,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   input.resize(std::max<std::size_t>(size, 4));
   const auto form = static_cast<LogForm>(static_cast<unsigned char>(input[0]) % 3);
   std::string log = input.substr(4);
-  while (size % kRepeatedSizes == 0 && !log.empty() && log.size() <= kLongestLog / 2) {
+  while (size % kRepeatedSizes == 0 && !log.empty() && log.size() <= kWindow) {
     log += log;
   }
 

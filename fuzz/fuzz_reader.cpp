@@ -18,8 +18,8 @@ using mpuevent::tool::LogReader;
 using mpuevent::tool::LogUnit;
 
 // The reader's; an input repeated until it is longer makes the window move.
-constexpr std::size_t kRepeatedSizes = 64;  // seldom: it takes far longer
 constexpr std::size_t kWindow = std::size_t{512} << 10;
+constexpr std::size_t kRepeatedSizes = 64;  // seldom: it takes far longer
 
 /// What the reader gave: a unit or a report, and how many bytes of the log that accounts for.
 struct Step {

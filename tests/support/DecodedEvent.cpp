@@ -73,29 +73,31 @@ std::string className(const Pegasus::Quarn_Event& event) {
 
 std::size_t EventFields::textSize() const {
   std::size_t size = 0;
-  for (const std::string& text : texts) {
-    size += text.size();
-  }
+  for (const std::string& text : texts) size += text.size();
   return size;
 }
 
 EventFields fieldsOf(const Pegasus::Quarn_Event& event) {
-  return {
-      {utf8(event.getEnclosureSerialNumber()), utf8(event.getControllerSerialNumber()),
-       utf8(event.getSource()),                              utf8(event.getCategory()),                         utf8(event.getEventID()),
-       utf8(event.getSummary()), utf8(event.getBody())},
-      {event.getControllerSlotID(),                 event.getEventLogInstanceNumber(),                                                        event.getSequenceID(),
-       event.getTimestamp(), event.getEventType()}
-  };
+  EventFields fields;
+  fields.texts = {utf8(event.getEnclosureSerialNumber()),
+                  utf8(event.getControllerSerialNumber()),
+                  utf8(event.getSource()),
+                  utf8(event.getCategory()),
+                  utf8(event.getEventID()),
+                  utf8(event.getSummary()),
+                  utf8(event.getBody())};
+  fields.numbers = {event.getControllerSlotID(), event.getEventLogInstanceNumber(),
+                    event.getSequenceID(), event.getTimestamp(), event.getEventType()};
+  return fields;
+}
+
+Texts textsOf(const Pegasus::Quarn_Event& event) {
+  return {utf8(event.getEventID()), utf8(event.getSummary()), utf8(event.getBody())};
 }
 
 std::ostream& operator<<(std::ostream& out, const EventFields& fields) {
-  for (const std::string& text : fields.texts) {
-    out << '\'' << text << "' ";
-  }
-  for (const unsigned int number : fields.numbers) {
-    out << number << ' ';
-  }
+  for (const std::string& text : fields.texts) out << '\'' << text << "' ";
+  for (const unsigned int number : fields.numbers) out << number << ' ';
   return out;
 }
 

@@ -30,12 +30,19 @@ struct EventFields {
   std::array<unsigned int, 5> numbers;
 
   std::size_t textSize() const;
+  const std::string& eventId() const { return texts[4]; }
+  const std::string& summary() const { return texts[5]; }
   const std::string& body() const { return texts[6]; }
 
   bool operator==(const EventFields&) const = default;
 };
 
 EventFields fieldsOf(const Pegasus::Quarn_Event& event);
+
+/// Event id, summary, body: what a decoder makes of its payload.
+using Texts = std::array<std::string, 3>;
+
+Texts textsOf(const Pegasus::Quarn_Event& event);
 
 std::ostream& operator<<(std::ostream& out, const EventFields& fields);
 

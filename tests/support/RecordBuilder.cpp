@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
-#include <utility>
 
 namespace mpuevent::support {
 
@@ -22,12 +21,6 @@ Payload& Payload::bigEndian(std::uint64_t value, unsigned width) {
   }
   return bytes(digits);
 }
-
-Payload& Payload::u8(std::uint8_t value) { return bigEndian(value, 1); }
-Payload& Payload::u16(std::uint16_t value) { return bigEndian(value, 2); }
-Payload& Payload::u24(std::uint32_t value) { return bigEndian(value, 3); }
-Payload& Payload::u32(std::uint32_t value) { return bigEndian(value, 4); }
-Payload& Payload::u64(std::uint64_t value) { return bigEndian(value, 8); }
 
 Payload& Payload::text(std::string_view text) { return bytes(text).zeros(1); }
 
@@ -53,75 +46,6 @@ Payload& Payload::at(std::size_t offset) {
 Payload& Payload::padTo(std::size_t size) {
   bytes_.resize(std::max(bytes_.size(), size));
   return at(bytes_.size());
-}
-
-RecordBuilder& RecordBuilder::enclosureSerial(std::string_view serial) {
-  enclosureSerial_ = serial;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::controllerSerial(std::string_view serial) {
-  controllerSerial_ = serial;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::slot(std::uint32_t value) {
-  slot_ = value;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::logInstance(std::uint32_t value) {
-  logInstance_ = value;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::sequenceId(std::uint32_t value) {
-  sequenceId_ = value;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::timestamp(std::uint32_t value) {
-  timestamp_ = value;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::structLength(std::uint16_t value) {
-  structLength_ = value;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::source(std::uint8_t value) {
-  source_ = value;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::type(std::uint8_t value) {
-  type_ = value;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::category(std::uint8_t value) {
-  category_ = value;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::idVersion(std::uint8_t value) {
-  idVersion_ = value;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::id(std::uint16_t value) {
-  id_ = value;
-  return *this;
-}
-
-RecordBuilder& RecordBuilder::payload(const Payload& payload) {
-  return this->payload(payload.str());
-}
-
-RecordBuilder& RecordBuilder::payload(std::string bytes) {
-  payload_ = std::move(bytes);
-  return *this;
 }
 
 std::string RecordBuilder::str() const {

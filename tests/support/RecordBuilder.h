@@ -12,12 +12,12 @@ namespace mpuevent::support {
 /// Bytes written one value after another, numbers big-endian.
 class Payload {
  public:
-  Payload& u8(std::uint8_t value);
-  Payload& u16(std::uint16_t value);
+  Payload& u8(std::uint8_t value) { return bigEndian(value, 1); }
+  Payload& u16(std::uint16_t value) { return bigEndian(value, 2); }
   /// The low 24 bits of `value`.
-  Payload& u24(std::uint32_t value);
-  Payload& u32(std::uint32_t value);
-  Payload& u64(std::uint64_t value);
+  Payload& u24(std::uint32_t value) { return bigEndian(value, 3); }
+  Payload& u32(std::uint32_t value) { return bigEndian(value, 4); }
+  Payload& u64(std::uint64_t value) { return bigEndian(value, 8); }
   /// The text and its NUL.
   Payload& text(std::string_view text);
   /// The text cut or filled up with NULs to `width` bytes; a text of full width has no NUL.
@@ -42,24 +42,32 @@ class Payload {
 /// that stand here, all distinct; `structLength` is the size of the payload unless set.
 class RecordBuilder {
  public:
-  RecordBuilder& enclosureSerial(std::string_view serial);
-  RecordBuilder& controllerSerial(std::string_view serial);
-  RecordBuilder& slot(std::uint32_t value);
-  RecordBuilder& logInstance(std::uint32_t value);
-  RecordBuilder& sequenceId(std::uint32_t value);
-  RecordBuilder& timestamp(std::uint32_t value);
-  RecordBuilder& structLength(std::uint16_t value);
-  RecordBuilder& source(std::uint8_t value);
-  RecordBuilder& type(std::uint8_t value);
-  RecordBuilder& category(std::uint8_t value);
-  RecordBuilder& idVersion(std::uint8_t value);
-  RecordBuilder& id(std::uint16_t value);
-  RecordBuilder& payload(const Payload& payload);
-  RecordBuilder& payload(std::string bytes);
+  RecordBuilder& enclosureSerial(std::string_view serial) { return set(enclosureSerial_, serial); }
+  RecordBuilder& controllerSerial(std::string_view serial) {
+    return set(controllerSerial_, serial);
+  }
+  RecordBuilder& slot(std::uint32_t value) { return set(slot_, value); }
+  RecordBuilder& logInstance(std::uint32_t value) { return set(logInstance_, value); }
+  RecordBuilder& sequenceId(std::uint32_t value) { return set(sequenceId_, value); }
+  RecordBuilder& timestamp(std::uint32_t value) { return set(timestamp_, value); }
+  RecordBuilder& structLength(std::uint16_t value) { return set(structLength_, value); }
+  RecordBuilder& source(std::uint8_t value) { return set(source_, value); }
+  RecordBuilder& type(std::uint8_t value) { return set(type_, value); }
+  RecordBuilder& category(std::uint8_t value) { return set(category_, value); }
+  RecordBuilder& idVersion(std::uint8_t value) { return set(idVersion_, value); }
+  RecordBuilder& id(std::uint16_t value) { return set(id_, value); }
+  RecordBuilder& payload(const Payload& payload) { return set(payload_, payload.str()); }
+  RecordBuilder& payload(const std::string& bytes) { return set(payload_, bytes); }
 
   std::string str() const;
 
  private:
+  template <class Field, class Value>
+  RecordBuilder& set(Field& field, const Value& value) {
+    field = value;
+    return *this;
+  }
+
   std::string enclosureSerial_ = "ENC-0815-3307";
   std::string controllerSerial_ = "CTL-0426-1189";
   std::uint32_t slot_ = 1;

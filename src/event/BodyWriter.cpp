@@ -89,7 +89,7 @@ char* putHex(char* place, std::uint64_t value, unsigned digits) {
   return putHexBytes(place, value, length / 2);
 }
 
-/// Eight digits, known to be enough for the value: the commonest of all.
+/// Eight digits: the commonest of all.
 char* putWord(char* place, std::uint32_t value) { return putHexBytes(place, value, 4); }
 
 char* putPrefix(char* place) {
@@ -112,9 +112,7 @@ char* putNumber(char* place, Format format, std::uint64_t value) {
     case Format::hex:
       return toLower(place, putHex(putPrefix(place), value, 1));
     case Format::hex8:
-      place = putPrefix(place);
-      if (value >> 32 == 0) return putWord(place, static_cast<std::uint32_t>(value));
-      return putHex(place, value, 8);
+      return putWord(putPrefix(place), static_cast<std::uint32_t>(value));
     case Format::hex8Lower:
       return toLower(place, putHex(putPrefix(place), value, 8));
     case Format::hex2:

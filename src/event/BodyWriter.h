@@ -20,7 +20,7 @@ enum class Format : std::uint8_t {
   dec,        ///< "%d": the value as a signed 32-bit number
   udec,       ///< "%u", and "%llu" of a 64-bit value
   hex,        ///< "0x%x"
-  hex8,       ///< "0x%08X"; a pair or quad joins its words with ":"
+  hex8,       ///< "0x%08X" of a word; a pair or quad joins its words with ":"
   hex8Lower,  ///< "0x%08x"; a pair is joined with two blanks
   hex2,       ///< "0x%02X"
   hex6Lower,  ///< "0x%06x"

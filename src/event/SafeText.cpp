@@ -158,7 +158,7 @@ class TagFinder {
           inTag = true;
           tagStart = at;
         }
-      } else if (text_[at] == '>' && inTag && at > tagStart + 1) {
+      } else if (inTag && at > tagStart + 1) {
         inTag = false;
         open(tagStart, at);
       }

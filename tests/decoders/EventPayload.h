@@ -49,6 +49,46 @@ inline std::size_t count(const std::string& text, const std::string& part) {
   return found;
 }
 
+/// The records that the body shows, known by their first keys, as " drp+vt"; what comes again at
+/// once is named once.
+inline std::string recordsIn(const std::string& body) {
+  const std::string firstKeys =
+      "<lwsem_valid_bit>lwsem <isurp_opcode>isurp <Drive_Number>drp <vt_common_flags>vt "
+      "<ext_men>ext <mmsg_length>mmsg <Device>dib <sgt_address>sgt <bcd_btsn>bcd "
+      "<rcd_cache_index>rcd <rbt_btsn>rbt <dlm_flags>dlm <msa_full_hi_level>msa "
+      "<fer_volume_index>fer <BTSN>vbgt <ndfe_flags>ndfe <Interrupt>interrupt <Message>message "
+      "<Volume_Number>number <File>file <QMIR>qmir <INT_STAT =>intstat ";
+  std::string found;
+  std::string last;
+  for (std::size_t at = 0; (at = body.find('<', at)) != std::string::npos; ++at) {
+    const std::string key = body.substr(at, body.find('>', at) - at + 1);
+    const std::size_t known = firstKeys.find(key);
+    if (key == last || known == std::string::npos) continue;
+    const std::size_t name = known + key.size();
+    found += (found.empty() ? ' ' : '+') + firstKeys.substr(name, firstKeys.find(' ', name) - name);
+    last = key;
+  }
+  return found;
+}
+
+/// The numbers of the events that `show(number)`, a body, names, and what they carry: "1 lwsem, 4",
+/// or "every lwsem".
+template <class Show>
+std::string knownEvents(Show show) {
+  std::string known;
+  std::string records;
+  std::size_t namedOnes = 0;
+  for (const std::uint32_t number : eventNumbers()) {
+    const std::string body = show(number);
+    if (body.find("<Request_Type>") == std::string::npos) continue;
+    if (body.find("<Request_Type>Force Error Unhandled Event<") != std::string::npos) continue;
+    records = recordsIn(body);
+    known += (known.empty() ? "" : ", ") + std::to_string(number) + records;
+    ++namedOnes;
+  }
+  return namedOnes == eventNumbers().size() ? "every" + records : known;
+}
+
 }  // namespace mpuevent::support
 
 #endif

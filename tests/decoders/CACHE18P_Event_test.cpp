@@ -34,7 +34,8 @@ std::string bodyOf(unsigned id, std::size_t payloadSize) {
 /// The first and the last of a body's elements, and how many there are: "9: A 0x1, B 0x2".
 std::string outline(const std::string& body) {
   std::vector<std::string> elements;
-  for (std::size_t at = 0; at < body.size(); at = body.find("> ", at) + 2) {
+  for (std::size_t at = 0, end = 0; (end = body.find("> ", at)) != std::string::npos;
+       at = end + 2) {
     const std::size_t keyEnd = body.find('>', at);
     elements.push_back(body.substr(at + 1, keyEnd - at - 1) + ' ' +
                        body.substr(keyEnd + 1, body.find("</", at) - keyEnd - 1));

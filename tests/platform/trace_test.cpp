@@ -3,7 +3,8 @@
 #include <time.h>
 #include <unistd.h>
 
-#include <regex>
+#include <cctype>
+#include <string>
 
 namespace {
 
@@ -21,8 +22,11 @@ TEST(ProviderTraceServices, NamesTimeAndProcess) {
   EXPECT_TRUE(Trace::ptsGetTraceSuppressForPid());  // until allowed
   EXPECT_EQ(Trace::ptsGetPidString(), std::to_string(getpid()));
   const std::string stamp = Trace::ptsGetTimeStampString();
-  ASSERT_TRUE(std::regex_match(stamp, std::regex(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3})")))
-      << stamp;
+  std::string shape = stamp;
+  for (char& character : shape) {
+    if (std::isdigit(static_cast<unsigned char>(character)) != 0) character = 'd';
+  }
+  EXPECT_EQ(shape, "dddd-dd-dd dd:dd:dd.ddd");
   tm local{};
   ASSERT_NE(strptime(stamp.c_str(), "%Y-%m-%d %H:%M:%S", &local), nullptr);
   local.tm_isdst = -1;

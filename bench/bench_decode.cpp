@@ -103,9 +103,7 @@ bool registerAll() {
   std::map<std::string, std::shared_ptr<Load>> loads;
   const auto loadOf = [&loads](std::string_view name) -> Load& {
     std::shared_ptr<Load>& load = loads[std::string(name)];
-    if (!load) {
-      load = std::make_shared<Load>();
-    }
+    if (!load) load = std::make_shared<Load>();
     return *load;
   };
   for (const mpuevent::samples::Module& module : mpuevent::samples::modules()) {

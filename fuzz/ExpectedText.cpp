@@ -31,13 +31,9 @@ std::string escaped(std::string_view text) {
 
 /// The end of the closing tag that starts at `at`, 0 if none does.
 std::size_t closingTagEnd(std::string_view text, std::size_t at, std::string_view name) {
-  if (text.substr(at, 2) != "</") {
-    return 0;
-  }
+  if (text.substr(at, 2) != "</") return 0;
   const std::string_view behind = text.substr(at + 2);
-  if (behind.starts_with('>')) {
-    return at + 3;
-  }
+  if (behind.starts_with('>')) return at + 3;
   // Whatever stands behind the name counts as the tag's end.
   return behind.starts_with(name) && behind.size() > name.size() ? at + 3 + name.size() : 0;
 }
@@ -55,36 +51,13 @@ std::string expectedHex(std::string_view bytes) {
   return out;
 }
 
-std::string expectedKeyname(std::string_view text, int length) {
-  if (length < 0) {
-    return std::string(text);
-  }
-  const bool toTheNul = length == 0;
-  const std::string_view looked =
-      text.substr(0, toTheNul ? text.find('\0') : static_cast<std::size_t>(length));
-  std::string kept;
-  for (const char character : looked) {
-    if (character == ' ' || character == '\t' || character == '\n') {
-      kept += '_';
-    } else if (isLetterOrDigit(character) || character == '_') {
-      kept += character;
-    }
-  }
-  if (!toTheNul && kept.size() < looked.size()) {
-    kept += '\0';
-  }
-  return kept.append(text.substr(kept.size()));
-}
-
 std::string expectedSafeString(std::string_view text) {
   std::string out;
   std::size_t at = 0;
   while (at < text.size()) {
     const std::size_t open = text.find('<', at);
     out += escaped(text.substr(at, open - at));
-    if (open == std::string_view::npos) {
-      break;
-    }
+    if (open == std::string_view::npos) break;
     // A name has at least one character: "<>" goes on to the next ">".
     const std::size_t openEnd = text.find('>', std::min(open + 2, text.size()));
     std::size_t close = std::string_view::npos;
@@ -93,9 +66,7 @@ std::string expectedSafeString(std::string_view text) {
       const std::string_view name = text.substr(open + 1, openEnd - open - 1);
       for (close = openEnd + 1; close < text.size(); ++close) {
         closeEnd = closingTagEnd(text, close, name);
-        if (closeEnd != 0) {
-          break;
-        }
+        if (closeEnd != 0) break;
       }
     }
     if (closeEnd == 0) {
@@ -111,9 +82,7 @@ std::string expectedSafeString(std::string_view text) {
 }
 
 std::string withoutLoneBackslash(std::string text) {
-  if (text.ends_with('\\') && !text.ends_with("\\\\")) {
-    text.back() = '.';
-  }
+  if (text.ends_with('\\') && !text.ends_with("\\\\")) text.back() = '.';
   return text;
 }
 

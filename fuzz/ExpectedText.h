@@ -9,9 +9,6 @@ namespace mpuevent::fuzz {
 
 std::string expectedHex(std::string_view bytes);
 
-/// The buffer that `makeSafeKeyname` leaves of `text`, a NUL and all behind it included.
-std::string expectedKeyname(std::string_view text, int length);
-
 /// `makeSafeString`, bytes out: scans for an element, and recurses into its content.
 std::string expectedSafeString(std::string_view text);
 

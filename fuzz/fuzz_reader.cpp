@@ -39,9 +39,7 @@ std::size_t numberBehind(std::string_view text, std::string_view mark) {
 }
 
 std::size_t lengthPassed(std::string_view reason) {
-  if (reason.find("the record's own") != std::string_view::npos) {
-    return 0;
-  }
+  if (reason.find("the record's own") != std::string_view::npos) return 0;
   if (reason.find("is shorter") != std::string_view::npos) {
     return 64 + numberBehind(reason, "record of ");
   }
@@ -91,9 +89,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   input.resize(std::max<std::size_t>(size, 4));
   const auto form = static_cast<LogForm>(static_cast<unsigned char>(input[0]) % 3);
   std::string log = input.substr(4);
-  while (size % kRepeatedSizes == 0 && !log.empty() && log.size() <= kWindow) {
-    log += log;
-  }
+  while (size % kRepeatedSizes == 0 && !log.empty() && log.size() <= kWindow) log += log;
 
   std::vector<Step> steps;
   mpuevent::fuzz::inLinearTime(log.size(), [&] { steps = read(log, form, "\xFF"); });

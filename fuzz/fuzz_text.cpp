@@ -65,25 +65,6 @@ void tryHexified(std::string_view bytes) {
   require(utf8(Quarn_Event::hexifiedString(source.data(), count)) == expected, "hexifiedString");
 }
 
-void tryKeyname(std::string_view text) {
-  const auto filtered = [](std::string_view buffer, int length) {
-    std::vector<char> copy = exactly(buffer);
-    Quarn_Event::makeSafeKeyname(copy.data(), length);
-    return std::string(copy.begin(), copy.end());
-  };
-  const auto size = static_cast<int>(text.size());
-  // Length 0 means up to the NUL.
-  for (const int length : {size, size / 2, -1}) {
-    if (length != 0) {
-      require(filtered(text, length) == mpuevent::fuzz::expectedKeyname(text, length),
-              "makeSafeKeyname of a length");
-    }
-  }
-  const std::string withNul = std::string(text) + '\0';
-  require(filtered(withNul, 0) == mpuevent::fuzz::expectedKeyname(withNul, 0),
-          "makeSafeKeyname to the NUL");
-}
-
 /// Text full of tags, one piece for each byte: arbitrary bytes seldom are.
 std::string tagged(std::string_view bytes) {
   constexpr std::array<std::string_view, 16> pieces = {
@@ -146,9 +127,7 @@ bool isSafeFormOf(std::string_view safe, std::string_view text) {
 void tryLong(std::string_view bytes) {
   const std::string piece = tagged(bytes.substr(0, 64));
   std::string text;
-  while (text.size() + piece.size() <= kLongText && !piece.empty()) {
-    text += piece;
-  }
+  while (text.size() + piece.size() <= kLongText && !piece.empty()) text += piece;
   std::string safe;
   mpuevent::fuzz::inLinearTime(text.size(), [&] {
     safe = utf8(Quarn_Event::makeSafeString(text.data(), static_cast<int>(text.size())));
@@ -207,7 +186,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::size_t keySize =
       input.empty() ? 0 : text.size() * static_cast<unsigned char>(input[0]) / 255;
   tryHexified(text);
-  tryKeyname(text);
   trySafeString(text);
   trySafeString(tagged(text));
   if (text.size() % 32 == 1) {  // it takes far longer than the rest

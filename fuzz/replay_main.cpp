@@ -44,9 +44,7 @@ int main(int argc, char** argv) {
   std::size_t replayed = 0;
   for (int i = 1; i < argc; ++i) {
     for (const fs::path& file : filesOf(argv[i])) {
-      if (!replay(file)) {
-        return 2;
-      }
+      if (!replay(file)) return 2;
       ++replayed;
     }
   }

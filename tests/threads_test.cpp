@@ -69,15 +69,11 @@ TEST_P(Threads, DecodeTheSampleAtOnce) {
       // Each begins elsewhere, so that different decoders run side by side, and the same ones too.
       for (std::size_t step = 0; step < 2 * records.size(); ++step) {
         const std::size_t index = (step + thread / 2 * records.size() / 4) % records.size();
-        if (!(decoded(records[index]) == expected[index])) {
-          ++differences;
-        }
+        if (!(decoded(records[index]) == expected[index])) ++differences;
       }
     });
   }
-  for (std::thread& thread : threads) {
-    thread.join();
-  }
+  for (std::thread& thread : threads) thread.join();
   ProviderTraceServices::setTraceSuppressed(true);
 
   EXPECT_EQ(differences, 0U);

@@ -70,9 +70,7 @@ std::vector<Sample> msmSamples() {
 std::vector<Sample> driveAdminSamples() {
   Payload page;
   page.u8(0x2F).u8(0).u16(252);
-  while (page.str().size() < 256) {
-    page.u8(static_cast<std::uint8_t>(page.str().size() * 37 + 11));
-  }
+  while (page.str().size() < 256) page.u8(static_cast<std::uint8_t>(page.str().size() * 37 + 11));
   return {
       Sample(1, 1, informational, deviceEvents,
              Payload().u32(5).field("S2A7K0381745", 20).field("04.05G04", 8)),

@@ -21,13 +21,9 @@ void loadDecodeUnload() {
 
 TEST(Library, LeavesNothingBehindWhenUnloaded) {
   // The loader's own tables grow in the first rounds.
-  for (int round = 0; round < 32; ++round) {
-    loadDecodeUnload();
-  }
+  for (int round = 0; round < 32; ++round) loadDecodeUnload();
   const std::size_t before = mallinfo2().uordblks;
-  for (int round = 0; round < 64; ++round) {
-    loadDecodeUnload();
-  }
+  for (int round = 0; round < 64; ++round) loadDecodeUnload();
   EXPECT_EQ(mallinfo2().uordblks, before);
 }
 

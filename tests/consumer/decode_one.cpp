@@ -26,15 +26,9 @@ extern "C" __attribute__((visibility("default"))) int decodeOne() {
   Pegasus::Quarn_imemstream stream(record, sizeof record);
   const Pegasus::MPUEvent envelope(header, stream);
   const std::unique_ptr<Pegasus::Quarn_Event> event(envelope.create_Quarn_Event());
-  if (!event) {
-    return 1;
-  }
-  if (text(event->getSource()) != "iChar") {
-    return 2;
-  }
-  if (text(event->getBody()) != "<Hex>4B5A</Hex>") {
-    return 3;
-  }
+  if (!event) return 1;
+  if (text(event->getSource()) != "iChar") return 2;
+  if (text(event->getBody()) != "<Hex>4B5A</Hex>") return 3;
   try {
     Pegasus::Quarn_imemstream cut(record, sizeof record - 1);
     const Pegasus::MPUEvent damaged(header, cut);

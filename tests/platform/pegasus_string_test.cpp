@@ -18,17 +18,13 @@ String fromBytes(const std::string& bytes) {
 
 String fromUnits(const std::u16string& units) {
   String text;
-  for (const char16_t unit : units) {
-    text.append(Char16(static_cast<Uint16>(unit)));
-  }
+  for (const char16_t unit : units) text.append(Char16(static_cast<Uint16>(unit)));
   return text;
 }
 
 std::u16string unitsOf(const String& text) {
   std::u16string units;
-  for (Uint32 i = 0; i < text.size(); ++i) {
-    units += static_cast<char16_t>(Uint16(text[i]));
-  }
+  for (Uint32 i = 0; i < text.size(); ++i) units += static_cast<char16_t>(Uint16(text[i]));
   EXPECT_EQ(Uint16(text.getChar16Data()[text.size()]), 0);
   return units;
 }
@@ -84,13 +80,10 @@ TEST(PegasusString, RefusesOtherBytes) {
     std::string bytes;
     std::string complaint;  // index, and what follows the fixed words
   } cases[] = {
-      {"\xFF",                            "0: 0xFF"               },
       {"ab\x80",                          "2:ab 0x80"             },
       {"caf\xE9",                         "3:caf 0xE9"            },
-      {"\xC3",                            "0: 0xC3"               },
       {"\xC3\x41",                        "0: 0xC3 0x41"          },
       {"\xF0\x9F\x98\x41",                "0: 0xF0 0x9F 0x98 0x41"},
-      {"\xC0\x80",                        "0: 0xC0 0x80"          },
       {"\xE0\x9F\xBF",                    "0: 0xE0 0x9F 0xBF"     },
       {"\xF0\x8F\xBF\xBF",                "0: 0xF0 0x8F 0xBF 0xBF"},
       {"\xF4\x90\x80\x80",                "0: 0xF4 0x90 0x80 0x80"},
@@ -119,7 +112,6 @@ TEST(PegasusString, WritesLatin1ToStreamsAndUtf8ToCStrings) {
     std::string utf8;
   } cases[] = {
       {u"A\x7F",              "A\x7F",                 "A\x7F"                           },
-      {u"\u0080\u00FF",       "\x80\xFF",              "\xC2\x80\xC3\xBF"                },
       {u"\u0100\u20AC\uFFFD", "\\x0100\\x20AC\\xFFFD", "\xC4\x80\xE2\x82\xAC\xEF\xBF\xBD"},
       {u"\U0001F600",         "\\xD83D\\xDE00",        "\xF0\x9F\x98\x80"                },
       {u"a\0b"s,              "a\\x0000b",             "a"                               },
@@ -136,7 +128,6 @@ TEST(PegasusString, WritesLatin1ToStreamsAndUtf8ToCStrings) {
 }
 
 constexpr const char* noBytes = nullptr;
-constexpr const Char16* noUnits = nullptr;
 
 TEST(PegasusString, RefusesNullPointersAndIndexesPastTheEnd) {
   const struct {
@@ -144,10 +135,7 @@ TEST(PegasusString, RefusesNullPointersAndIndexesPastTheEnd) {
     std::string message;
   } cases[] = {
       {[](String&) { String made(noBytes, 0); },                  "null pointer"       },
-      {[](String&) { String made(noUnits, 0); },                  "null pointer"       },
       {[](String& text) { text.append(noBytes); },                "null pointer"       },
-      {[](String& text) { text.assign(noBytes, 0); },             "null pointer"       },
-      {[](String& text) { text = text + noBytes; },               "null pointer"       },
       {[](String& text) { text[4] = Char16('x'); },               "index out of bounds"},
       {[](String& text) { static_cast<const String&>(text)[4]; }, "index out of bounds"},
       {[](String& text) { text.remove(2, 2); },                   "index out of bounds"},
@@ -172,12 +160,10 @@ TEST(PegasusString, ChangingOneCopyLeavesTheOther) {
       {[](String& text) { text.append(String("123").getChar16Data(), 2); }, "AbcDef12"    },
       {[](String& text) { text.appendPrintf("<%s:%d>", "k", -7); },         "AbcDef<k:-7>"},
       {[](String& text) { text.assign("12345", 3); },                       "123"         },
-      {[](String& text) { text.assign(String("98")); },                     "98"          },
       {[](String& text) { text = text + text; },                            "AbcDefAbcDef"},
       {[](String& text) { text.clear(); },                                  ""            },
       {[](String& text) { text.remove(1, 2); },                             "ADef"        },
       {[](String& text) { text.toLower(); },                                "abcdef"      },
-      {[](String& text) { text.reserveCapacity(100); },                     "AbcDef"      },
   };
   for (const auto& test : cases) {
     String text = "AbcDef";
@@ -190,16 +176,13 @@ TEST(PegasusString, ChangingOneCopyLeavesTheOther) {
 
 TEST(PegasusString, SearchesAndCuts) {
   const String text = "one two one";
-  EXPECT_EQ(text.find(Char16('o')), 0U);
   EXPECT_EQ(text.find(1, Char16('o')), 6U);
   EXPECT_EQ(text.reverseFind(Char16('o')), 8U);
-  EXPECT_EQ(text.reverseFind(Char16('x')), PEG_NOT_FOUND);
   EXPECT_EQ(text.find("two"), 4U);
   EXPECT_EQ(text.find("ones"), PEG_NOT_FOUND);
   EXPECT_EQ(text.find(""), PEG_NOT_FOUND);
   EXPECT_EQ(utf8Of(text.subString(4, 3)), "two");
   EXPECT_EQ(utf8Of(text.subString(8, 99)), "one");
-  EXPECT_EQ(utf8Of(text.subString(99)), "");
   EXPECT_EQ(utf8Of(String(text, 5)), "one t");
 }
 
@@ -223,10 +206,6 @@ TEST(PegasusException, CarriesTextAndCode) {
     EXPECT_EQ(exception.getCode(), CIM_ERR_FAILED);
     EXPECT_TRUE(exception.getMessage() == text);
   }
-  CIMException changed;
-  EXPECT_EQ(changed.getCode(), CIM_ERR_SUCCESS);
-  changed = CIMException(CIM_ERR_NOT_FOUND, "gone");
-  EXPECT_EQ(changed.getCode(), CIM_ERR_NOT_FOUND);
   EXPECT_STREQ(cimStatusCodeToString(CIM_ERR_METHOD_NOT_FOUND), "CIM_ERR_METHOD_NOT_FOUND");
 }
 

@@ -25,9 +25,7 @@ std::vector<std::string> TraceCapture::lines() const {
   std::istringstream written(written_.str());
   for (std::string line; std::getline(written, line);) {
     const std::size_t prefixEnd = line.find(pid);
-    if (prefixEnd != std::string::npos) {
-      line.erase(0, prefixEnd + pid.size());
-    }
+    if (prefixEnd != std::string::npos) line.erase(0, prefixEnd + pid.size());
     lines.push_back(line);
   }
   return lines;

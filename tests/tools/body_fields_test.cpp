@@ -57,9 +57,7 @@ TEST(BodyFields, AreTakenApart) {
       {"<1><2><3><4><5><6><7><8><9>x</9></8></7></6></5></4></3></2></1>",
        "1{2{3{4{5{6{7{8=<9>x</9>;}}}}}}}"                                                                 },
   };
-  for (const auto& [body, expected] : cases) {
-    EXPECT_EQ(taken(body), expected) << body;
-  }
+  for (const auto& [body, expected] : cases) EXPECT_EQ(taken(body), expected) << body;
 }
 
 /// The fields written as elements again, nothing between them.

@@ -84,9 +84,7 @@ TEST(LogReader, TellsTheFormsApart) {
       Lines({"0: #20, 172 bytes", "236: #30, 182 bytes"}));
   // None agrees, the end is cut off, but the chain is long.
   std::string log;
-  for (int i = 0; i < 70; ++i) {
-    log += withStructLength(message(20), 13);
-  }
+  for (int i = 0; i < 70; ++i) log += withStructLength(message(20), 13);
   const Lines seen = readLog(log + "tail", automatic);
   ASSERT_EQ(seen.size(), 71U);
   EXPECT_EQ(seen[69], "16284: #20, 172 bytes");

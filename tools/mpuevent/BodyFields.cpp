@@ -30,26 +30,18 @@ bool BodyFields::parse(std::string_view body) {
 
 bool BodyFields::parseElements(std::string_view text, int level) {
   for (;;) {
-    while (!text.empty() && isSeparator(text.front())) {
-      text.remove_prefix(1);
-    }
-    if (text.empty()) {
-      return true;
-    }
+    while (!text.empty() && isSeparator(text.front())) text.remove_prefix(1);
+    if (text.empty()) return true;
     // The first "<" behind the opening tag's own can be no earlier than the tag's end.
     const std::size_t keyEnd = text.find('>');
     std::size_t close = text.find('<', 1);
-    if (text.front() != '<' || keyEnd == std::string_view::npos || close < keyEnd) {
-      return false;
-    }
+    if (text.front() != '<' || keyEnd == std::string_view::npos || close < keyEnd) return false;
     const std::string_view key = text.substr(1, keyEnd - 1);
     // Linear: a key has no "<", so that no byte is compared twice.
     while (close != std::string_view::npos && !closes(text, close, key)) {
       close = text.find('<', close + 1);
     }
-    if (close == std::string_view::npos) {
-      return false;
-    }
+    if (close == std::string_view::npos) return false;
     const std::string_view content = text.substr(keyEnd + 1, close - keyEnd - 1);
     text.remove_prefix(close + key.size() + kClosingMarks);
 

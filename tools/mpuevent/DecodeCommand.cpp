@@ -30,24 +30,16 @@ class InputFile {
   InputFile(const InputFile&) = delete;
   InputFile& operator=(const InputFile&) = delete;
   ~InputFile() {
-    if (descriptor_ > STDIN_FILENO) {
-      ::close(descriptor_);
-    }
+    if (descriptor_ > STDIN_FILENO) ::close(descriptor_);
   }
 
   /// As ReadBytes wants it.
   long read(unsigned char* to, std::size_t room) const {
-    if (error_ != 0) {
-      return -error_;
-    }
+    if (error_ != 0) return -error_;
     for (;;) {
       const ssize_t got = ::read(descriptor_, to, room);
-      if (got >= 0) {
-        return got;
-      }
-      if (errno != EINTR) {
-        return -errno;
-      }
+      if (got >= 0) return got;
+      if (errno != EINTR) return -errno;
     }
   }
 
@@ -79,9 +71,7 @@ class DecodeRun {
  public:
   explicit DecodeRun(const DecodeOptions& options)
       : input_(options.input), form_(makeForm(options.output)) {
-    if (options.trace) {
-      trace_.emplace();
-    }
+    if (options.trace) trace_.emplace();
   }
 
   void decodeFile(const std::string& file) {
@@ -118,12 +108,8 @@ class DecodeRun {
 
   ExitCode finish() {
     output_.close();
-    if (failed_) {
-      return ExitCode::failed;
-    }
-    if (damaged_) {
-      return inputDamaged;
-    }
+    if (failed_) return ExitCode::failed;
+    if (damaged_) return inputDamaged;
     return wroteAny_ ? decodedAll : nothingSelected;
   }
 
@@ -168,9 +154,7 @@ class DecodeRun {
 
 ExitCode decode(const DecodeOptions& options) {
   DecodeRun run(options);
-  for (const std::string& file : options.files) {
-    run.decodeFile(file);
-  }
+  for (const std::string& file : options.files) run.decodeFile(file);
   return run.finish();
 }
 

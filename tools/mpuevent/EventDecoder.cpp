@@ -24,9 +24,7 @@ std::string demangledName(const std::type_info& type) {
 
 std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const LogUnit& unit) {
   std::array<unsigned char, Pegasus::CMAPMessageHeader::wireSize> wire{};
-  if (unit.header != nullptr) {
-    std::copy_n(unit.header, wire.size(), wire.begin());
-  }
+  if (unit.header != nullptr) std::copy_n(unit.header, wire.size(), wire.begin());
   // An envelope reads (total length - 64) bytes modulo 2^16: a total length that wraps below 64
   // stands for the records that are too long for a message.
   const std::size_t length = std::min(unit.record.size(), longestRecord);
@@ -42,9 +40,7 @@ std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const LogUnit& unit) 
 std::string_view EventDecoder::className(const Pegasus::Quarn_Event& event) {
   const std::type_info& type = typeid(event);
   const auto known = classNames_.find(&type);
-  if (known != classNames_.end()) {
-    return known->second;
-  }
+  if (known != classNames_.end()) return known->second;
   const std::string name = demangledName(type);
   return classNames_.emplace(&type, name.substr(name.rfind(':') + 1)).first->second;
 }

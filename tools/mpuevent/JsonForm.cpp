@@ -66,9 +66,7 @@ class Writer : public rapidjson::Writer<rapidjson::StringBuffer> {
     char* const begin = os_->Push(key.room.size() + marks);
     char* to = begin;
     auto& count = level_stack_.Top<Level>()->valueCount;
-    if (count != 0) {
-      *to++ = ',';
-    }
+    if (count != 0) *to++ = ',';
     count += 2;
     *to++ = '"';
     std::memcpy(to, key.room.data(), key.room.size());
@@ -83,9 +81,7 @@ class Writer : public rapidjson::Writer<rapidjson::StringBuffer> {
     constexpr std::size_t step = 8;
     for (;;) {
       const std::size_t copied = copyJsonPlain(os_->Push(utf8.size()), utf8);
-      if (copied == utf8.size()) {
-        return;
-      }
+      if (copied == utf8.size()) return;
       os_->Pop(utf8.size() - copied);
       utf8.remove_prefix(copied);
       const std::string_view next = utf8.substr(0, step);

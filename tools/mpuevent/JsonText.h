@@ -62,15 +62,11 @@ inline std::size_t copyJsonPlain(char* to, std::string_view utf8) {
   const std::size_t size = utf8.size();
   if (size >= sizeof(Chunk)) {
     std::size_t at = 0;
-    while (size - at >= kJsonBlock && copyJsonBlock(to + at, from + at)) {
-      at += kJsonBlock;
-    }
+    while (size - at >= kJsonBlock && copyJsonBlock(to + at, from + at)) at += kJsonBlock;
     const std::size_t last = size - sizeof(Chunk);
     for (; at < last; at += sizeof(Chunk)) {
       const auto chunk = loadChunk<Chunk>(from + at);
-      if (anyToEscape(chunk)) {
-        return at;
-      }
+      if (anyToEscape(chunk)) return at;
       storeChunk(to + at, chunk);
     }
     // The last chunk may overlap the one before.
@@ -103,9 +99,7 @@ inline char* copyJsonEscaped(char* to, std::string_view utf8) {
       *to++ = hexDigits[byte >> 4];
       *to++ = hexDigits[byte & 0xF];
     } else {
-      if (c == '"' || c == '\\') {
-        *to++ = '\\';
-      }
+      if (c == '"' || c == '\\') *to++ = '\\';
       *to++ = c;
     }
   }

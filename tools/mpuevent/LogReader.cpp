@@ -53,9 +53,7 @@ LogForm LogReader::recognise() {
     }
     const bool held = window_.hold(at + kMessageHeader) >= at + kMessageHeader;
     const std::size_t length = held ? numberAt(at + kTotalLengthAt) : 0;
-    if (length < kMessageHeader) {
-      break;
-    }
+    if (length < kMessageHeader) break;
     at += length;
   }
   // The total lengths do not chain from the start: these are records, or messages of which the
@@ -66,21 +64,15 @@ LogForm LogReader::recognise() {
   for (std::size_t at = 0;
        at <= kRecogniseSpan && window_.hold(at + kRecordHeader) >= at + kRecordHeader;) {
     at += kRecordHeader + numberAt(at + kStructLengthAt);
-    if (at <= kRecogniseSpan && endsAt(at)) {
-      return LogForm::records;
-    }
+    if (at <= kRecogniseSpan && endsAt(at)) return LogForm::records;
   }
   return findSound(0, kSearchStep) ? LogForm::messages : LogForm::records;
 }
 
 bool LogReader::nextRecord(LogUnit& unit) {
-  if (!passTail(kRecordHeader, "record header")) {
-    return false;
-  }
+  if (!passTail(kRecordHeader, "record header")) return false;
   const std::size_t length = kRecordHeader + numberAt(kStructLengthAt);
-  if (!passTail(length, "record")) {
-    return false;
-  }
+  if (!passTail(length, "record")) return false;
   take(unit, 0, length);
   return true;
 }
@@ -95,9 +87,7 @@ bool LogReader::nextMessage(LogUnit& unit) {
       take(unit, kMessageHeader, own);
       return true;
     }
-    if (passBrokenMessage(length)) {
-      continue;
-    }
+    if (passBrokenMessage(length)) continue;
     if (length >= kSmallestMessage) {
       take(unit, kMessageHeader, length);
       return true;
@@ -119,9 +109,7 @@ void LogReader::take(LogUnit& unit, std::size_t headerLength, std::size_t length
 // Whether `needed` bytes are there; if not, what is left is passed, and reported unless nothing is.
 bool LogReader::passTail(std::size_t needed, std::string_view what) {
   const std::size_t left = window_.hold(needed);
-  if (left >= needed) {
-    return true;
-  }
+  if (left >= needed) return true;
   if (left != 0) {
     std::string reason(what);
     reason += " of " + bytesText(needed) + " is cut off after " + std::to_string(left);
@@ -141,9 +129,7 @@ bool LogReader::passBrokenMessage(std::size_t length) {
   } else if (const std::size_t left = window_.hold(length); left < length) {
     reason = "message of " + bytesText(length) + " is cut off after " + std::to_string(left);
   } else {
-    if (leadsOnAt(length)) {
-      return false;
-    }
+    if (leadsOnAt(length)) return false;
     // Bytes may be missing from this message, so that its length leads into a later one.
     const std::optional<std::size_t> found = findSound(1, length);
     if (found) {
@@ -167,9 +153,7 @@ bool LogReader::passBrokenMessage(std::size_t length) {
 // Whether `own`, the length that the record gives for the message, is better founded than the
 // total length `length`.
 bool LogReader::recordLengthIsBetter(std::size_t length, std::size_t own) {
-  if (own == 0 || own == length) {
-    return false;
-  }
+  if (own == 0 || own == length) return false;
   const bool leadsOn = length >= kMessageHeader && leadsOnAt(length);
   // Inside the total length a sound message is no accident, so the length covers two messages.
   return leadsOn ? own < length && soundAt(own) : leadsOnAt(own);
@@ -197,22 +181,16 @@ bool LogReader::endsAt(std::size_t distance) { return window_.hold(distance + 1)
 // Whether a message there agrees and so does what it leads to: both by accident is all but
 // impossible. That the next one's total length is damaged does not count against this one.
 bool LogReader::soundAt(std::size_t distance) {
-  if (!agreesAt(distance)) {
-    return false;
-  }
+  if (!agreesAt(distance)) return false;
   const std::size_t next = distance + numberAt(distance + kTotalLengthAt);
-  if (leadsOnAt(next)) {
-    return true;
-  }
+  if (leadsOnAt(next)) return true;
   const std::size_t own = ownLengthAt(next);
   return own != 0 && agreesAt(next + own);
 }
 
 std::optional<std::size_t> LogReader::findSound(std::size_t begin, std::size_t end) {
   for (std::size_t distance = begin; distance < end; ++distance) {
-    if (soundAt(distance)) {
-      return distance;
-    }
+    if (soundAt(distance)) return distance;
   }
   return std::nullopt;
 }

@@ -76,9 +76,7 @@ std::variant<DecodeOptions, Answer, UsageError> parseArguments(int argc, const c
   }
   options.input = kInputForms.at(input);
   options.output = kOutputForms.at(output);
-  if (options.files.empty()) {
-    options.files.emplace_back("-");
-  }
+  if (options.files.empty()) options.files.emplace_back("-");
   return options;
 }
 

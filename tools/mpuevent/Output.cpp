@@ -25,12 +25,8 @@ int writeAll(int descriptor, std::string_view text) {
 }
 
 void throwIf(int error) {
-  if (error == EPIPE) {
-    throw ClosedPipe();
-  }
-  if (error != 0) {
-    throw std::system_error(error, std::generic_category());
-  }
+  if (error == EPIPE) throw ClosedPipe();
+  if (error != 0) throw std::system_error(error, std::generic_category());
 }
 
 }  // namespace
@@ -45,9 +41,7 @@ void Output::flush() {
 void Output::close() {
   flush();
   // One who writes nothing may have no standard output.
-  if (::close(STDOUT_FILENO) != 0 && (written_ || errno != EBADF)) {
-    throwIf(errno);
-  }
+  if (::close(STDOUT_FILENO) != 0 && (written_ || errno != EBADF)) throwIf(errno);
 }
 
 void writeToStandardError(std::string_view text) {

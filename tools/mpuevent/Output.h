@@ -18,9 +18,7 @@ class Output {
 
   /// Writes what is there if it is much.
   void commit() {
-    if (text_.size() >= enough) {
-      flush();
-    }
+    if (text_.size() >= enough) flush();
   }
   void flush();
   /// Flushes, and closes standard output, which may be when a failure shows.

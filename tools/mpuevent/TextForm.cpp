@@ -26,9 +26,7 @@ class TextForm : public EventForm {
   void write(const DecodedEvent& decoded, std::string& to) override {
     to_ = &to;
     facts_.read(decoded);
-    if (!first_) {
-      to += '\n';
-    }
+    if (!first_) to += '\n';
     first_ = false;
     facts_.describe(*this);
     writeBody();
@@ -55,9 +53,7 @@ class TextForm : public EventForm {
         wordKey.name() == "event_type" ? kTypeColours[std::min(code, 3U)] : std::string_view();
     colour(shade);
     appendVisible(*to_, word);
-    if (!shade.empty()) {
-      colour(kPlain);
-    }
+    if (!shade.empty()) colour(kPlain);
     *to_ += word.empty() ? "(" : " (";
     appendDecimal(*to_, code);
     *to_ += ")\n";
@@ -65,9 +61,7 @@ class TextForm : public EventForm {
 
  private:
   void colour(std::string_view code) {
-    if (coloured_) {
-      *to_ += code;
-    }
+    if (coloured_) *to_ += code;
   }
 
   // The label is the key in words: "event_id" becomes "Event id:".
@@ -79,9 +73,7 @@ class TextForm : public EventForm {
     (*to_)[begin] = static_cast<char>((*to_)[begin] - 'a' + 'A');
     *to_ += ':';
     colour(kPlain);
-    if (valueFollows) {
-      to_->append(kLabelWidth - key.size - 1, ' ');
-    }
+    if (valueFollows) to_->append(kLabelWidth - key.size - 1, ' ');
   }
 
   void writeBody() {

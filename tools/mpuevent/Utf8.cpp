@@ -66,15 +66,11 @@ std::string_view Utf8Text::assign(const Pegasus::String& text) {
   const Char16* from = text.getChar16Data();
   const Char16* const end = from + size;
   for (;;) {
-    for (; end - from >= kBlock && copyAsciiBlock(to, from); from += kBlock) {
-      to += kBlock;
-    }
+    for (; end - from >= kBlock && copyAsciiBlock(to, from); from += kBlock) to += kBlock;
     while (from != end && std::uint16_t{*from} < 0x80) {
       *to++ = static_cast<char>(std::uint16_t{*from++});
     }
-    if (from == end) {
-      break;
-    }
+    if (from == end) break;
     const char32_t unit = std::uint16_t{*from++};
     if (isHighSurrogate(unit) && from != end && isLowSurrogate(std::uint16_t{*from})) {
       to = put(to, 0x10000 + ((unit - 0xD800) << 10) + (std::uint16_t{*from++} - 0xDC00U));

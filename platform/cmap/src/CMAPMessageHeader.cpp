@@ -24,9 +24,7 @@ constexpr Field handle = {40, 4};
 
 Uint32 readField(const unsigned char* wire, const Field& field) {
   Uint32 value = 0;
-  for (Uint32 i = 0; i < field.width; ++i) {
-    value = (value << 8) | wire[field.offset + i];
-  }
+  for (Uint32 i = 0; i < field.width; ++i) value = (value << 8) | wire[field.offset + i];
   return value;
 }
 

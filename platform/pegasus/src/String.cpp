@@ -23,22 +23,16 @@ constexpr Char16 noUnits[1] = {};
 
 template <typename Text>
 Text* notNull(Text* text) {
-  if (text == nullptr) {
-    throw Exception("null pointer");
-  }
+  if (text == nullptr) throw Exception("null pointer");
   return text;
 }
 
 void requireRange(bool within) {
-  if (!within) {
-    throw Exception("index out of bounds");
-  }
+  if (!within) throw Exception("index out of bounds");
 }
 
 Uint32 checkedSize(std::size_t size) {
-  if (size > maxCapacity) {
-    throw std::bad_alloc();
-  }
+  if (size > maxCapacity) throw std::bad_alloc();
   return static_cast<Uint32>(size);
 }
 
@@ -78,9 +72,7 @@ struct String::Buffer {
 constexpr String String::EMPTY;  // not just constinit: g++ would still destroy it at exit
 
 String::String(const String& other) : buffer_(other.buffer_) {
-  if (buffer_ != nullptr) {
-    buffer_->owners.fetch_add(1, std::memory_order_relaxed);
-  }
+  if (buffer_ != nullptr) buffer_->owners.fetch_add(1, std::memory_order_relaxed);
 }
 
 String::String(const String& other, Uint32 count) : String() {
@@ -169,9 +161,7 @@ void String::appendPrintf(const char* format, ...) {
 void String::clear() { *this = EMPTY; }
 
 void String::reserveCapacity(Uint32 capacity) {
-  if (buffer_ == nullptr || capacity > buffer_->capacity) {
-    makeRoom(capacity);
-  }
+  if (buffer_ == nullptr || capacity > buffer_->capacity) makeRoom(capacity);
 }
 
 void String::remove(Uint32 index, Uint32 count) {
@@ -205,9 +195,7 @@ const Char16 String::operator[](Uint32 index) const {
 }
 
 String String::subString(Uint32 index, Uint32 count) const {
-  if (index >= size()) {
-    return String();
-  }
+  if (index >= size()) return String();
   return String(getChar16Data() + index, std::min(count, size() - index));
 }
 

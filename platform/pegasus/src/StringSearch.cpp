@@ -17,12 +17,8 @@ int compareUnits(const String& a, const String& b, Uint32 count, Fold fold) {
   for (Uint32 i = 0; i < count; ++i) {
     const Uint16 x = fold(left[i]);
     const Uint16 y = fold(right[i]);
-    if (x != y) {
-      return x < y ? -1 : 1;
-    }
-    if (x == 0) {
-      break;
-    }
+    if (x != y) return x < y ? -1 : 1;
+    if (x == 0) break;
   }
   return 0;
 }
@@ -53,18 +49,14 @@ Boolean String::equal(const String& a, const String& b) { return equalUnits(a, b
 Boolean String::equalNoCase(const String& a, const String& b) { return equalUnits(a, b, lowered); }
 
 void String::toLower() {
-  for (Uint32 i = 0; i < size(); ++i) {
-    (*this)[i] = lowered((*this)[i]);
-  }
+  for (Uint32 i = 0; i < size(); ++i) (*this)[i] = lowered((*this)[i]);
 }
 
 Uint32 String::find(Char16 unit) const { return find(0, unit); }
 
 Uint32 String::find(Uint32 index, Char16 unit) const {
   for (const Char16* units = getChar16Data(); index < size(); ++index) {
-    if (units[index] == unit) {
-      return index;
-    }
+    if (units[index] == unit) return index;
   }
   return PEG_NOT_FOUND;
 }
@@ -80,9 +72,7 @@ Uint32 String::find(const String& text) const {
 Uint32 String::reverseFind(Char16 unit) const {
   const Char16* units = getChar16Data();
   for (Uint32 i = size(); i > 0; --i) {
-    if (units[i - 1] == unit) {
-      return i - 1;
-    }
+    if (units[i - 1] == unit) return i - 1;
   }
   return PEG_NOT_FOUND;
 }

@@ -24,19 +24,13 @@ std::size_t widenAscii(const Uint8* bytes, std::size_t count, Char16* units) {
   for (; count - at >= step; at += step) {
     Uint64 words[step / sizeof(Uint64)];
     std::memcpy(words, bytes + at, step);
-    if (((words[0] | words[1]) & 0x8080808080808080U) != 0) {
-      break;
-    }
+    if (((words[0] | words[1]) & 0x8080808080808080U) != 0) break;
     // A copy that nothing else points to, and a fixed count: compilers make vector code of this.
     Uint8 chunk[step];
     std::memcpy(chunk, bytes + at, step);
-    for (std::size_t i = 0; i < step; ++i) {
-      units[at + i] = Char16(chunk[i]);
-    }
+    for (std::size_t i = 0; i < step; ++i) units[at + i] = Char16(chunk[i]);
   }
-  for (; at < count && bytes[at] < 0x80; ++at) {
-    units[at] = Char16(bytes[at]);
-  }
+  for (; at < count && bytes[at] < 0x80; ++at) units[at] = Char16(bytes[at]);
   return at;
 }
 
@@ -52,9 +46,7 @@ std::size_t narrowAscii(const Char16* units, std::size_t count, char* bytes) {
       all |= unit;
       chunk[i] = static_cast<char>(unit);
     }
-    if (all >= 0x80) {
-      break;
-    }
+    if (all >= 0x80) break;
     std::memcpy(bytes + at, chunk, step);
   }
   return at;
@@ -70,20 +62,14 @@ Sequence readSequence(const Uint8* bytes, std::size_t count) {
   constexpr Sequence bad = {0, 0};
   const Uint8 lead = bytes[0];
   const Uint32 length = lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
-  if (length == 0 || length > count) {
-    return bad;
-  }
+  if (length == 0 || length > count) return bad;
   Uint32 codePoint = lead & (0x7FU >> length);
   for (Uint32 i = 1; i < length; ++i) {
-    if (!isContinuation(bytes[i])) {
-      return bad;
-    }
+    if (!isContinuation(bytes[i])) return bad;
     codePoint = (codePoint << 6) | (bytes[i] & 0x3FU);
   }
   const Uint32 least = length == 2 ? 0x80 : length == 3 ? 0x800 : firstSupplementary;
-  if (codePoint < least || codePoint > lastCodePoint) {
-    return bad;
-  }
+  if (codePoint < least || codePoint > lastCodePoint) return bad;
   return {codePoint, length};
 }
 
@@ -115,13 +101,9 @@ Uint32 decode(const char* text, Uint32 count, Char16* units) {
     const std::size_t ascii = widenAscii(bytes + at, count - at, next);
     at += ascii;
     next += ascii;
-    if (at == count) {
-      return static_cast<Uint32>(next - units);
-    }
+    if (at == count) return static_cast<Uint32>(next - units);
     const Sequence sequence = readSequence(bytes + at, count - at);
-    if (sequence.length == 0) {
-      throwInvalid(bytes, count, at);
-    }
+    if (sequence.length == 0) throwInvalid(bytes, count, at);
     at += sequence.length;
 
     const Uint32 codePoint = sequence.codePoint;
@@ -146,9 +128,7 @@ std::size_t encode(const Char16* units, Uint32 count, char* bytes) {
   for (; at < count; ++at) {
     Uint32 codePoint = units[at];
     if (isHighSurrogate(codePoint)) {
-      if (at + 1 == count) {
-        break;
-      }
+      if (at + 1 == count) break;
       if (isLowSurrogate(units[at + 1])) {
         ++at;
         codePoint = firstSupplementary + ((codePoint & 0x3FF) << 10) + (units[at] & 0x3FFU);

@@ -12,8 +12,8 @@ prefix=$scratch/moved
 mv "$scratch/first" "$prefix"
 libraries=$(dirname "$(find "$prefix" -name libMPUEvent.so)")
 
-cmake -S "$sources" -B "$scratch/cmake" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" \
-  -DCMAKE_CXX_FLAGS='-Wall -Wextra -Wpedantic -Werror'
+cmake -G Ninja -S "$sources" -B "$scratch/cmake" -DCMAKE_CXX_COMPILER="$cxx" \
+  -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_FLAGS='-Wall -Wextra -Wpedantic -Werror'
 cmake --build "$scratch/cmake"
 "$scratch/cmake/consumer"
 

@@ -11,7 +11,7 @@ namespace mpuevent {
 
 namespace {
 
-constexpr std::size_t longestNumber = 20;
+constexpr std::size_t longestNumber = 26;
 constexpr std::size_t longestWord = 12;  // with what stands before it
 
 constexpr auto hexPairs = [] {
@@ -98,6 +98,8 @@ char* putPrefix(char* place) {
   return place;
 }
 
+char* putMark(char* place) { return put(place, " (hex)"); }
+
 template <class Number>
 char* putDecimal(char* place, Number value) {
   return std::to_chars(place, place + longestNumber, value).ptr;
@@ -129,6 +131,16 @@ char* putNumber(char* place, Format format, std::uint64_t value) {
       return putHex(place, value, 8);
     case Format::bareHex2:
       return putHex(place, value, 2);
+    case Format::markedHex2:
+      return putMark(putHex(place, value, 2));
+    case Format::markedHex8:
+      return putMark(putHex(place, value, 8));
+    case Format::markedHex16:
+      return putMark(putHexBytes(place, value, 8));
+    case Format::markedPair:
+      place = putWord(put(place, "("), static_cast<std::uint32_t>(value >> 32));
+      place = putWord(put(place, ", "), static_cast<std::uint32_t>(value));
+      return putMark(put(place, ")"));
     case Format::trueFalse:
       return put(place, value != 0 ? "TRUE" : "FALSE");
     case Format::pointer:

@@ -42,7 +42,7 @@ void writeFieldTexts(BodyWriter& body, const ArcRegisterField* field, std::uint3
 void writeRegister(BodyWriter& body, std::string_view key, std::uint32_t value,
                    const ArcRegisterField* fields) {
   body.openElement(key);
-  body.number(Format::bareHex8, value);
+  body.hexDigits(value, 8, true);
   body.character(' ');
   if (fields != nullptr) writeFieldTexts(body, fields, value);
   body.closeElement(key);

@@ -127,10 +127,6 @@ char* putNumber(char* place, Format format, std::uint64_t value) {
       return toLower(place, putHex(putPrefix(place), value, 2));
     case Format::bareHex:
       return toLower(place, putHex(place, value, 1));
-    case Format::bareHex8:
-      return putHex(place, value, 8);
-    case Format::bareHex2:
-      return putHex(place, value, 2);
     case Format::markedHex2:
       return putMark(putHex(place, value, 2));
     case Format::markedHex8:

@@ -27,8 +27,6 @@ enum class Format : std::uint8_t {
   hex4Lower,    ///< "0x%04x"
   hex2Lower,    ///< "0x%02x"
   bareHex,      ///< "%x"
-  bareHex8,     ///< "%08X"
-  bareHex2,     ///< "%02X"
   markedHex2,   ///< "%02X (hex)"
   markedHex8,   ///< "%08X (hex)"
   markedHex16,  ///< "%016X (hex)"

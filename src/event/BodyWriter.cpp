@@ -46,6 +46,13 @@ void copyEnds(char* place, const char* from, std::size_t size) {
   return place + size;
 }
 
+/// The same for a text whose length the compiler knows.
+template <std::size_t size>
+char* putLiteral(char* place, const char (&text)[size]) {
+  std::memcpy(place, text, size - 1);
+  return place + size - 1;
+}
+
 char* putOpening(char* place, std::string_view key) {
   *place = '<';
   place = put(place + 1, key);
@@ -92,13 +99,9 @@ char* putHex(char* place, std::uint64_t value, unsigned digits) {
 /// Eight digits: the commonest of all.
 char* putWord(char* place, std::uint32_t value) { return putHexBytes(place, value, 4); }
 
-char* putPrefix(char* place) {
-  *place++ = '0';
-  *place++ = 'x';
-  return place;
-}
+char* putPrefix(char* place) { return putLiteral(place, "0x"); }
 
-char* putMark(char* place) { return put(place, " (hex)"); }
+char* putMark(char* place) { return putLiteral(place, " (hex)"); }
 
 template <class Number>
 char* putDecimal(char* place, Number value) {
@@ -134,19 +137,19 @@ char* putNumber(char* place, Format format, std::uint64_t value) {
     case Format::markedHex16:
       return putMark(putHexBytes(place, value, 8));
     case Format::markedPair:
-      place = putWord(put(place, "("), static_cast<std::uint32_t>(value >> 32));
-      place = putWord(put(place, ", "), static_cast<std::uint32_t>(value));
-      return putMark(put(place, ")"));
+      place = putWord(putLiteral(place, "("), static_cast<std::uint32_t>(value >> 32));
+      place = putWord(putLiteral(place, ", "), static_cast<std::uint32_t>(value));
+      return putMark(putLiteral(place, ")"));
     case Format::trueFalse:
-      return put(place, value != 0 ? "TRUE" : "FALSE");
+      return value != 0 ? putLiteral(place, "TRUE") : putLiteral(place, "FALSE");
     case Format::pointer:
-      return value == 0 ? put(place, "(nil)") : putNumber(place, Format::hex, value);
+      return value == 0 ? putLiteral(place, "(nil)") : putNumber(place, Format::hex, value);
     case Format::pointer0x:
       return putNumber(putPrefix(place), Format::pointer, value);
     case Format::seconds:
       break;
   }
-  return put(putDecimal(place, static_cast<std::int32_t>(value)), " seconds");
+  return putLiteral(putDecimal(place, static_cast<std::int32_t>(value)), " seconds");
 }
 
 char* putWords(char* place, Format format, std::initializer_list<std::uint32_t> words) {
@@ -155,7 +158,7 @@ char* putWords(char* place, Format format, std::initializer_list<std::uint32_t> 
   for (const std::uint32_t* word = words.begin();;) {
     end = putWord(end, *word);
     if (++word == words.end()) break;
-    end = lower ? put(end, "  0x") : put(end, ":");
+    end = lower ? putLiteral(end, "  0x") : putLiteral(end, ":");
   }
   return lower ? toLower(place, end) : end;
 }

@@ -41,11 +41,11 @@ std::size_t stride(const std::string& record) { return 1 + record.size() / 256; 
 /// address sanitizer sees every read past the record.
 class PlacedRecord {
  public:
-  PlacedRecord(std::string_view record, std::size_t misalignment, std::string_view behind = "")
-      : bytes_(new unsigned char[misalignment + record.size() + behind.size()]),
+  PlacedRecord(std::string_view record, std::size_t misalignment)
+      : bytes_(new unsigned char[misalignment + record.size()]),
         begin_(bytes_.get() + misalignment),
         length_(static_cast<int>(record.size())) {
-    std::copy(behind.begin(), behind.end(), std::copy(record.begin(), record.end(), begin_));
+    std::copy(record.begin(), record.end(), begin_);
   }
 
   EventFields decodeAs(const Module& module) const {
@@ -122,22 +122,6 @@ TEST_P(EverySample, BelievesNoStructLength) {
         SCOPED_TRACE(testing::Message() << "cut at " << length);
         const std::string_view cut = std::string_view(whole).substr(0, length);
         EXPECT_EQ(decodeByEnvelope(cut), PlacedRecord(cut, length % 8).decodeAs(GetParam()));
-      }
-    }
-  });
-}
-
-TEST_P(EverySample, ReadsNothingBehindTheRecord) {
-  forEach([](RecordBuilder builder) {
-    for (const std::string& whole : {builder.str(), builder.structLength(65535).str()}) {
-      for (std::size_t length = 0; length <= whole.size(); length += stride(whole)) {
-        SCOPED_TRACE(testing::Message() << "cut at " << length);
-        const std::string_view cut = std::string_view(whole).substr(0, length);
-        const EventFields nulsBehind =
-            PlacedRecord(cut, 3, std::string(512, '\0')).decodeAs(GetParam());
-        const EventFields textBehind =
-            PlacedRecord(cut, 5, std::string(512, 'x')).decodeAs(GetParam());
-        EXPECT_EQ(nulsBehind, textBehind);
       }
     }
   });

@@ -1,6 +1,5 @@
 #include <CMAP/CMAPErrorCodes.h>
 #include <CMAP/CMAPMessageHeader.h>
-#include <CMAP/CMAPOperationFailedException.h>
 #include <CMAP/Quarn_istream.h>
 #include <gtest/gtest.h>
 
@@ -82,30 +81,11 @@ TEST(CMAPErrorCodes, CodesLeadToTexts) {
   const auto& entries = CMAPErrorCodes::_errorCodeArray;
   ASSERT_EQ(entries.size(), 172U);
   for (Uint32 i = 0; i < entries.size(); ++i) {
-    EXPECT_NE(entries[i].code, i);
     EXPECT_EQ(CMAPErrorCodes::getIndex(entries[i].code), i);
     EXPECT_GT(CMAPErrorCodes::getTextForIndex(i).size(), 0U);
   }
-  const auto text = [](Uint32 index) {
-    return std::string(CMAPErrorCodes::getTextForIndex(index).getCString());
-  };
-  EXPECT_EQ(text(28), "Reading the message body failed");
-  EXPECT_EQ(text(30), "The message body ended before the length in its header");
   EXPECT_EQ(CMAPErrorCodes::getIndex(0xFFFFFFFF), 172U);
-  EXPECT_EQ(text(172), "Unknown CMAP error");
-  EXPECT_EQ(text(0xFFFFFFFF), "Unknown CMAP error");
-}
-
-TEST(CMAPOperationFailedException, IsCaughtAsItsBases) {
-  try {
-    throw CMAPOperationFailedException(0x01020304, "why");
-  } catch (const CIMOperationFailedException& exception) {
-    EXPECT_EQ(exception.getCode(), CIM_ERR_FAILED);
-    EXPECT_STREQ(exception.getMessage().getCString(), "why");
-    const auto* own = dynamic_cast<const CMAPOperationFailedException*>(&exception);
-    ASSERT_NE(own, nullptr);
-    EXPECT_EQ(own->getErrorCode(), 0x01020304U);
-  }
+  EXPECT_STREQ(CMAPErrorCodes::getTextForIndex(172).getCString(), "Unknown CMAP error");
 }
 
 }  // namespace

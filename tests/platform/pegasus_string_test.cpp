@@ -1,9 +1,7 @@
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/String.h>
-#include <Pegasus/Provider/ProviderException.h>
 #include <gtest/gtest.h>
 
-#include <new>
 #include <sstream>
 #include <string>
 
@@ -30,17 +28,6 @@ std::u16string unitsOf(const String& text) {
 }
 
 std::string utf8Of(const String& text) { return std::string(text.getCString()); }
-
-/// The message of the exception that the call ends with; it is of the plain class or one derived.
-template <class Call>
-std::string complaint(Call call) {
-  try {
-    call();
-  } catch (const Exception& exception) {
-    return utf8Of(exception.getMessage());
-  }
-  return "none";
-}
 
 TEST(PegasusString, ReadsUtf8) {
   const struct {
@@ -75,34 +62,23 @@ TEST(PegasusString, TextSurvivesWhereverTheNonAsciiStands) {
 }
 
 TEST(PegasusString, RefusesOtherBytes) {
-  const std::string fifty = "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMN";
-  const struct {
-    std::string bytes;
-    std::string complaint;  // index, and what follows the fixed words
-  } cases[] = {
-      {"ab\x80",                          "2:ab 0x80"             },
-      {"caf\xE9",                         "3:caf 0xE9"            },
-      {"\xC3\x41",                        "0: 0xC3 0x41"          },
-      {"\xF0\x9F\x98\x41",                "0: 0xF0 0x9F 0x98 0x41"},
-      {"\xE0\x9F\xBF",                    "0: 0xE0 0x9F 0xBF"     },
-      {"\xF0\x8F\xBF\xBF",                "0: 0xF0 0x8F 0xBF 0xBF"},
-      {"\xF4\x90\x80\x80",                "0: 0xF4 0x90 0x80 0x80"},
-      {fifty + "\x9B-and-so-on-for-long",
-       "50:abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMN 0x9B 0x2D 0x61 0x6E 0x64 0x2D 0x73 0x6F 0x2D "
-       "0x6F 0x6E"                                                },
-  };
-  for (const auto& test : cases) {
-    const std::size_t colon = test.complaint.find(':');
-    const std::string expected =
-        "The byte sequence starting at index " + test.complaint.substr(0, colon) +
-        " is not valid UTF-8 encoding: " + test.complaint.substr(colon + 1);
-    EXPECT_EQ(complaint([&] { fromBytes(test.bytes); }), expected);
+  for (const char* bytes : {"ab\x80", "caf\xE9", "\xC3\x41", "\xF0\x9F\x98\x41", "\xC0\x80",
+                            "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xFF"}) {
+    String kept = "kept";
+    EXPECT_THROW(fromBytes(bytes), Exception) << bytes;
+    EXPECT_THROW(kept.append(bytes), Exception) << bytes;
+    EXPECT_EQ(utf8Of(kept), "kept");
   }
-
-  String kept = "kept";
-  EXPECT_THROW(kept.append("\xFF"), Exception);
-  EXPECT_THROW(kept = "\xFF", Exception);
-  EXPECT_EQ(utf8Of(kept), "kept");
+  const std::string fifty = "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMN";
+  try {
+    fromBytes(fifty + "\x9B-and-so-on-for-long");
+    ADD_FAILURE() << "no exception";
+  } catch (const Exception& exception) {
+    EXPECT_EQ(utf8Of(exception.getMessage()),
+              "The byte sequence starting at index 50 is not valid UTF-8 encoding: "
+              "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMN 0x9B 0x2D 0x61 0x6E 0x64 0x2D 0x73 0x6F "
+              "0x2D 0x6F 0x6E");
+  }
 }
 
 TEST(PegasusString, WritesLatin1ToStreamsAndUtf8ToCStrings) {
@@ -127,29 +103,6 @@ TEST(PegasusString, WritesLatin1ToStreamsAndUtf8ToCStrings) {
   }
 }
 
-constexpr const char* noBytes = nullptr;
-
-TEST(PegasusString, RefusesNullPointersAndIndexesPastTheEnd) {
-  const struct {
-    void (*misuse)(String&);
-    std::string message;
-  } cases[] = {
-      {[](String&) { String made(noBytes, 0); },                  "null pointer"       },
-      {[](String& text) { text.append(noBytes); },                "null pointer"       },
-      {[](String& text) { text[4] = Char16('x'); },               "index out of bounds"},
-      {[](String& text) { static_cast<const String&>(text)[4]; }, "index out of bounds"},
-      {[](String& text) { text.remove(2, 2); },                   "index out of bounds"},
-      {[](String& text) { String made(text, 4); },                "index out of bounds"},
-  };
-  String text = "abc";
-  for (const auto& test : cases) {
-    EXPECT_EQ(complaint([&] { test.misuse(text); }), test.message);
-  }
-  EXPECT_EQ(Uint16(text[3]), 0);
-  EXPECT_THROW(text.reserveCapacity(0x40000000), std::bad_alloc);
-  EXPECT_EQ(utf8Of(text), "abc");
-}
-
 TEST(PegasusString, ChangingOneCopyLeavesTheOther) {
   const struct {
     void (*change)(String&);
@@ -172,41 +125,6 @@ TEST(PegasusString, ChangingOneCopyLeavesTheOther) {
     EXPECT_EQ(utf8Of(text), test.result);
     EXPECT_EQ(utf8Of(copy), "AbcDef");
   }
-}
-
-TEST(PegasusString, SearchesAndCuts) {
-  const String text = "one two one";
-  EXPECT_EQ(text.find(1, Char16('o')), 6U);
-  EXPECT_EQ(text.reverseFind(Char16('o')), 8U);
-  EXPECT_EQ(text.find("two"), 4U);
-  EXPECT_EQ(text.find("ones"), PEG_NOT_FOUND);
-  EXPECT_EQ(text.find(""), PEG_NOT_FOUND);
-  EXPECT_EQ(utf8Of(text.subString(4, 3)), "two");
-  EXPECT_EQ(utf8Of(text.subString(8, 99)), "one");
-  EXPECT_EQ(utf8Of(String(text, 5)), "one t");
-}
-
-TEST(PegasusString, Compares) {
-  EXPECT_TRUE("abc" == String("abc") && String("abc") != "abd" && String("abc") != "ab");
-  EXPECT_TRUE(String("ab") < "abc" && String("b") > "abc" && String("ab") <= "ab");
-  EXPECT_GT(String::compare(fromBytes("\xEF\xBF\xBC"), "z"), 0);
-  EXPECT_EQ(String::compare("abcX", "abcY", 3), 0);
-  EXPECT_EQ(String::compareNoCase("aBZ", "AbZ"), 0);
-  EXPECT_FALSE(String::equalNoCase("@", "`") || String::equalNoCase("[", "{"));
-  // The one stops at a NUL, the other does not.
-  EXPECT_EQ(String::compare(fromBytes("a\0b"s), fromBytes("a\0c"s)), 0);
-  EXPECT_FALSE(fromBytes("a\0b"s) == fromBytes("a\0c"s));
-}
-
-TEST(PegasusException, CarriesTextAndCode) {
-  const String text = fromBytes("why\0not"s);
-  try {
-    throw CIMOperationFailedException(text);
-  } catch (const CIMException& exception) {
-    EXPECT_EQ(exception.getCode(), CIM_ERR_FAILED);
-    EXPECT_TRUE(exception.getMessage() == text);
-  }
-  EXPECT_STREQ(cimStatusCodeToString(CIM_ERR_METHOD_NOT_FOUND), "CIM_ERR_METHOD_NOT_FOUND");
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <MPUEvent/MPUEvent.h>
 #include <cxxabi.h>
 
-#include <cstdint>
 #include <cstdlib>
 #include <ostream>
 #include <typeinfo>
@@ -11,30 +10,6 @@
 #include "support/RecordBuilder.h"
 
 namespace mpuevent::support {
-
-namespace {
-
-void appendUtf8(std::string& out, std::uint32_t code) {
-  const auto put = [&out](std::uint32_t byte) { out += static_cast<char>(byte); };
-  if (code < 0x80) {
-    put(code);
-    return;
-  }
-  if (code < 0x800) {
-    put(0xC0 | code >> 6);
-  } else {
-    if (code < 0x10000) {
-      put(0xE0 | code >> 12);
-    } else {
-      put(0xF0 | code >> 18);
-      put(0x80 | (code >> 12 & 0x3F));
-    }
-    put(0x80 | (code >> 6 & 0x3F));
-  }
-  put(0x80 | (code & 0x3F));
-}
-
-}  // namespace
 
 std::unique_ptr<Pegasus::Quarn_Event> decode(std::string_view record) {
   const std::string bytes = message(record);
@@ -45,21 +20,18 @@ std::unique_ptr<Pegasus::Quarn_Event> decode(std::string_view record) {
 }
 
 std::string utf8(const Pegasus::String& text) {
-  const Pegasus::Char16* units = text.getChar16Data();
-  const Pegasus::Uint32 size = text.size();
-  const auto unit = [units](Pegasus::Uint32 at) {
-    return std::uint32_t{static_cast<Pegasus::Uint16>(units[at])};
-  };
   std::string out;
-  out.reserve(size);
-  for (Pegasus::Uint32 at = 0; at < size; ++at) {
-    std::uint32_t code = unit(at);
-    if ((code & 0xFC00) == 0xD800 && at + 1 < size && (unit(at + 1) & 0xFC00) == 0xDC00) {
-      ++at;
-      code = 0x10000 + ((code & 0x3FF) << 10) + (unit(at) & 0x3FF);
-    }
-    appendUtf8(out, code);
+  Pegasus::Uint32 start = 0;
+  const auto append = [&](Pegasus::Uint32 end) {
+    out += static_cast<const char*>(text.subString(start, end - start).getCString());
+  };
+  for (Pegasus::Uint32 at = 0; at < text.size(); ++at) {
+    if (Pegasus::Uint16(text[at]) != 0) continue;
+    append(at);
+    out += '\0';
+    start = at + 1;
   }
+  append(text.size());
   return out;
 }
 

@@ -77,6 +77,9 @@ class DecodeRun {
   void decodeFile(const std::string& file) {
     const std::string name = file == "-" ? "standard input" : file;
     const InputFile input(file);
+    if (file == "-" && ::isatty(STDIN_FILENO) != 0) {
+      report("reading standard input, which is a terminal; --help tells of files");
+    }
     LogReader reader(
         [&](unsigned char* to, std::size_t room) {
           // What has been decoded is not held back while more input is awaited.

@@ -109,16 +109,24 @@ void trySafeString(std::string_view text) {
 
 /// Whether `safe` is `text` with backslashes before some characters and each "=" as ": ".
 bool isSafeFormOf(std::string_view safe, std::string_view text) {
-  for (const char character : text) {
-    if (safe.size() > 1 && safe[0] == '\\' && safe[1] == character) {
-      safe.remove_prefix(2);
-    } else if (character == '=' && safe.starts_with(": ")) {
-      safe.remove_prefix(2);
-    } else if (safe.starts_with(character)) {
-      safe.remove_prefix(1);
-    } else {
-      return false;
+  const auto backslashes = [](std::string_view at) {
+    return std::min(at.find_first_not_of('\\'), at.size());
+  };
+  while (!text.empty()) {
+    if (const std::size_t count = backslashes(text); count != 0) {
+      // In a tag they stay, else each has another, and what follows may have one, too.
+      const std::size_t shown = backslashes(safe);
+      if (shown != count && shown / 2 != count) return false;
+      safe.remove_prefix(shown == count ? count : 2 * count);
+      text.remove_prefix(count);
+      continue;
     }
+    if (safe.starts_with('\\')) safe.remove_prefix(1);
+    const std::string_view shown =
+        text.front() == '=' && safe.starts_with(':') ? ": " : text.substr(0, 1);
+    if (!safe.starts_with(shown)) return false;
+    safe.remove_prefix(shown.size());
+    text.remove_prefix(1);
   }
   return safe.empty();
 }

@@ -71,24 +71,6 @@ inline std::string recordsIn(const std::string& body) {
   return found;
 }
 
-/// The numbers of the events that `show(number)`, a body, names, and what they carry: "1 lwsem, 4",
-/// or "every lwsem".
-template <class Show>
-std::string knownEvents(Show show) {
-  std::string known;
-  std::string records;
-  std::size_t namedOnes = 0;
-  for (const std::uint32_t number : eventNumbers()) {
-    const std::string body = show(number);
-    if (body.find("<Request_Type>") == std::string::npos) continue;
-    if (body.find("<Request_Type>Force Error Unhandled Event<") != std::string::npos) continue;
-    records = recordsIn(body);
-    known += (known.empty() ? "" : ", ") + std::to_string(number) + records;
-    ++namedOnes;
-  }
-  return namedOnes == eventNumbers().size() ? "every" + records : known;
-}
-
 }  // namespace mpuevent::support
 
 #endif

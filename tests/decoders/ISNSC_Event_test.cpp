@@ -91,17 +91,6 @@ TEST(IsnsClient, EndsTextsAtTheirNulFieldOrRecordAndEscapesThem) {
             "<ICS_MESSAGE><Module>longname</Module> <Line>16909060</Line> </ICS_MESSAGE>");
 }
 
-TEST(IsnsClient, NamesTheProtocol) {
-  const auto shows = [](std::uint8_t protocol, const std::string& name) {
-    const std::string body = decode(icsPayload(0x800001).at(24 + 16).u8(protocol))[2];
-    return body.find("<OpCode_Protocol>" + name + "</OpCode_Protocol> ") != std::string::npos;
-  };
-  EXPECT_TRUE(shows(0, "Invalid"));
-  EXPECT_TRUE(shows(17, "FirmwareUpgrade"));
-  EXPECT_TRUE(shows(18, "18"));
-  EXPECT_TRUE(shows(255, "255"));
-}
-
 TEST(IsnsClient, ListsArguments) {
   Payload bytes = payload(3).u8(0x99).u8(1).u16(1).u32(0xFFFFFFFE);
   const std::string origin = "<Arguments><Module>isnsc</Module> <Line>16909060</Line> ";

@@ -144,30 +144,6 @@ TEST(PartialMessage, ShowsAsManyFieldsAsItsLengthTells) {
   }
 }
 
-// Of the code, the lower half counts for nothing but that there is one.
-TEST(SignalReport, TellsTheCauseByClass) {
-  struct Case {
-    std::uint32_t signal;
-    std::uint32_t code;
-    const char* shown;
-  };
-  const Case cases[] = {
-      {9,  0,          "<__Cause>Killed by another process</__Cause> <__Signal_sent_by>-19136254<"},
-      {29, 0x00020006, "<__Cause>Polled event:</__Cause> <__Event>Input data available</__Event> "},
-      {6,  0x00030001, "<__Cause>Unrecognized processor fault</__Cause> <__Address>0x0xfedc0102<" },
-      {12, 0x00030001, "<__Cause>Unrecognized processor fault</__Cause> <__Address>0x0xfedc0102<" },
-      {11, 0x0003FFFF, "<__Cause>Segmentation violation (code: 1)</__Cause> <__Event>Address not "},
-      {17, 0x00040006, "<__Event>Child exited</__Event> <__Exit_value>-117901064</__Exit_value> " },
-      {34, 0x00060001, "<__Cause>Unrecognized event</__Cause> </Signal_info>"                     },
-      {34, 0xFFFFFFFF, "<__Cause>Unrecognized event</__Cause> </Signal_info>"                     },
-  };
-  for (const Case& c : cases) {
-    Payload info = Payload().u32(c.signal).u32(2).u32(c.code).u32(0xFEDC0102).u32(0x03040506);
-    const std::string body = bodyOf(4, info.u32(0xF8F8F8F8).u32(0x090A0B0C).u32(0xF2F1F0EF));
-    EXPECT_NE(body.find(c.shown), std::string::npos) << c.shown << "\n" << body;
-  }
-}
-
 TEST(SignalReport, ShowsNoCauseWithoutASignalCode) {
   const auto shown = [](const std::string& info) {
     return "<Exception>Caught</Exception> <Signal_info><Signal_number>11</Signal_number> "

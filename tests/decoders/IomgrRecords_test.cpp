@@ -38,6 +38,7 @@ std::string shown(char* (IOMGR8P_Event::*show)(const Record*, char*), const Payl
 
 TEST(IomgrRecords, HaveAFunctionEach) {
   using Event = IOMGR8P_Event;
+  EXPECT_EQ(recordsIn(shown(&Event::get_IOMGR8P_dlm_event_body, ramp(192))), " dlm");
   EXPECT_EQ(recordsIn(shown(&Event::get_IOMGR8P_lwsem_event_body, ramp(8))), " lwsem");
   EXPECT_EQ(recordsIn(shown(&Event::get_IOMGR8P_isurp_event_body, ramp(28))), " isurp");
   EXPECT_EQ(recordsIn(shown(&Event::get_IOMGR8P_vt_event_body, ramp(264))), " vt");
@@ -61,41 +62,6 @@ TEST(IomgrRecords, HaveAFunctionEach) {
 std::string decoded(std::uint32_t eventClass, std::uint32_t number, std::uint32_t dataLength,
                     const Payload& data) {
   return bodyOf(*decodePayload(5, eventPayload(eventClass, number, dataLength, data)));
-}
-
-TEST(IomgrRecords, HaveFourDisklineEntries) {
-  const std::string body = shown(&IOMGR8P_Event::get_IOMGR8P_dlm_event_body, ramp(192));
-  EXPECT_TRUE(body.starts_with(entries(
-      "dlm_flags=0x00000082 dlm_cache_index=0x00000083 dlm_index=0x85868788 "
-      "dlm_ref_index=0x898A8B8C dlm_fe_device=0x8D8E8F90 dlm_dlme_vlbn_h=0x95969798:91929394 "
-      "dlm_dlme_unique_id=0x999A9B9C:9D9E9FA0 dlm_dlme_plbn=0xA5A6A7A8:A1A2A3A4 "
-      "dlm_dlme_fe_data=0xA9AAABAC dlm_dlme_parity_fe_data=0x0000ADAE "
-      "dlm_dlme_parity_fe_data=0x0000AFB0 dlm_dlme_parity_fe_data=0x0000B1B2 "
-      "dlm_dlme_parity_fe_data=0x0000B3B4 dlm_dlme_parity_fe_data=0x0000B5B6 "
-      "dlm_dlme_parity_fe_data=0x0000B7B8 dlm_dlme_parity_fe_data=0x0000B9BA "
-      "dlm_dlme_parity_fe_data=0x0000BBBC dlm_dlme_vlbn_h=0xC1C2C3C4:BDBEBFC0 ")))
-      << body;
-  EXPECT_TRUE(body.ends_with(entries("dlm_dlme_parity_fe_data=0x00004445"))) << body;
-  EXPECT_EQ(count(body, "<dlm_dlme_plbn>"), 4U);
-}
-
-TEST(IomgrRecords, FollowOneAnother) {
-  struct Case {
-    std::uint32_t eventClass;
-    std::uint32_t number;
-    const char* first;
-    const char* second;
-  };
-  const Case cases[] = {
-      {6,  12,  "<Drive_Number>-1650548832<",     "<vt_common_flags>0xA9AAABAC<"},
-      {14, 8,   "<isurp_opcode>0x00000082<",      "<sgt_address>0x9D9E9FA0<"    },
-      {26, 509, "<fer_plbn>0x95969798:91929394<", "<dlm_index>0x9D9E9FA0<"      },
-  };
-  for (const Case& c : cases) {
-    const std::string body = decoded(c.eventClass, c.number, 304, ramp(304));
-    ASSERT_NE(body.find(c.first), std::string::npos) << body;
-    EXPECT_NE(body.find(c.second, body.find(c.first)), std::string::npos) << body;
-  }
 }
 
 TEST(IomgrRecords, EndWithExtentsThatBeginInTheData) {

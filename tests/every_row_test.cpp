@@ -104,8 +104,10 @@ void addIscsi(Lines& lines) {
 }
 
 void addSignals(Lines& lines) {
-  const auto cause = [](const std::string& body) { return body.substr(0, body.find("</Signal")); };
-  for (std::uint32_t code = 0; code <= 9; ++code) {
+  const auto cause = [](const std::string& body) {
+    return body.substr(0, body.find("</Signal_info"));
+  };
+  for (std::uint32_t code = 0; code <= 1; ++code) {
     for (const std::uint32_t signal : {4U, 5U, 7U, 8U, 10U, 11U}) {
       const Payload fault =
           Payload().u32(signal).u32(0).u32(0x00030000 | code).bytes(ramp(20).str());

@@ -130,6 +130,7 @@ TEST(SystemConfig, UnpacksALocationBlock) {
   EXPECT_EQ(line, 65000);
   EXPECT_STREQ(file, "ddlm.c");
   EXPECT_STREQ(function, "gr");
+  EXPECT_EQ(function[23], '.');  // the 23 bytes held have their NUL
   block.replace(9, 23, 23, 'f');
   SCC_fetch_event_location_information(locinfo, &line, function, file);
   EXPECT_EQ(function, std::string(23, 'f'));

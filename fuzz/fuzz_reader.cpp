@@ -1,5 +1,5 @@
 // Arbitrary bytes as a log file, taken apart by the tool's reader.
-#include <LogReader.h>
+#include <log/framing/LogReader.h>
 
 #include <algorithm>
 #include <charconv>
@@ -13,9 +13,9 @@
 namespace {
 
 using mpuevent::fuzz::require;
-using mpuevent::tool::LogForm;
-using mpuevent::tool::LogReader;
-using mpuevent::tool::LogUnit;
+using mpuevent::log::LogForm;
+using mpuevent::log::LogReader;
+using mpuevent::log::LogUnit;
 
 // The reader's; an input repeated until it is longer makes the window move.
 constexpr std::size_t kWindow = std::size_t{512} << 10;

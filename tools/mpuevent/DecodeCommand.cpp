@@ -1,9 +1,7 @@
 #include "DecodeCommand.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdlib>
 #include <memory>
 #include <optional>
@@ -16,37 +14,11 @@
 #include "Numbers.h"
 #include "Output.h"
 #include "TraceLines.h"
+#include "log/input/InputFile.h"
 
 namespace mpuevent::tool {
 
 namespace {
-
-/// A file open for reading, or standard input, which stays open.
-class InputFile {
- public:
-  explicit InputFile(const std::string& name)
-      : descriptor_(name == "-" ? STDIN_FILENO : ::open(name.c_str(), O_RDONLY | O_CLOEXEC)),
-        error_(descriptor_ < 0 ? errno : 0) {}
-  InputFile(const InputFile&) = delete;
-  InputFile& operator=(const InputFile&) = delete;
-  ~InputFile() {
-    if (descriptor_ > STDIN_FILENO) ::close(descriptor_);
-  }
-
-  /// As ReadBytes wants it.
-  long read(unsigned char* to, std::size_t room) const {
-    if (error_ != 0) return -error_;
-    for (;;) {
-      const ssize_t got = ::read(descriptor_, to, room);
-      if (got >= 0) return got;
-      if (errno != EINTR) return -errno;
-    }
-  }
-
- private:
-  int descriptor_;
-  int error_;
-};
 
 bool colourWanted() {
   const char* noColour = std::getenv("NO_COLOR");
@@ -76,11 +48,11 @@ class DecodeRun {
 
   void decodeFile(const std::string& file) {
     const std::string name = file == "-" ? "standard input" : file;
-    const InputFile input(file);
+    const log::InputFile input(file);
     if (file == "-" && ::isatty(STDIN_FILENO) != 0) {
       report("reading standard input, which is a terminal; --help tells of files");
     }
-    LogReader reader(
+    log::LogReader reader(
         [&](unsigned char* to, std::size_t room) {
           // What has been decoded is not held back while more input is awaited.
           output_.flush();
@@ -89,7 +61,7 @@ class DecodeRun {
         input_,
         [&](std::uint64_t offset, std::string_view reason) { damage(name, offset, reason); });
 
-    LogUnit unit;
+    log::LogUnit unit;
     std::uint64_t index = 0;
     for (; reader.next(unit); ++index) {
       if (unit.record.size() > EventDecoder::longestRecord) {
@@ -117,7 +89,7 @@ class DecodeRun {
   }
 
  private:
-  void write(const LogUnit& unit, std::uint64_t index) {
+  void write(const log::LogUnit& unit, std::uint64_t index) {
     const std::unique_ptr<Pegasus::Quarn_Event> event = decoder_.decode(unit);
     if (trace_ && trace_->any()) {
       output_.flush();
@@ -143,7 +115,7 @@ class DecodeRun {
     complain(message);
   }
 
-  const LogForm input_;
+  const log::LogForm input_;
   const std::unique_ptr<EventForm> form_;
   std::optional<TraceLines> trace_;
   EventDecoder decoder_;

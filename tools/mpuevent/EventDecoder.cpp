@@ -22,7 +22,7 @@ std::string demangledName(const std::type_info& type) {
 
 }  // namespace
 
-std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const LogUnit& unit) {
+std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const log::LogUnit& unit) {
   std::array<unsigned char, Pegasus::CMAPMessageHeader::wireSize> wire{};
   if (unit.header != nullptr) std::copy_n(unit.header, wire.size(), wire.begin());
   // An envelope reads (total length - 64) bytes modulo 2^16: a total length that wraps below 64

@@ -11,7 +11,7 @@
 #include <typeinfo>
 #include <unordered_map>
 
-#include "LogReader.h"
+#include "log/framing/LogReader.h"
 
 namespace mpuevent::tool {
 
@@ -22,7 +22,7 @@ class EventDecoder {
   static constexpr std::size_t longestRecord = 0xFFFF;
 
   /// Of a longer record the first `longestRecord` bytes are decoded.
-  std::unique_ptr<Pegasus::Quarn_Event> decode(const LogUnit& unit);
+  std::unique_ptr<Pegasus::Quarn_Event> decode(const log::LogUnit& unit);
 
   /// The class of the event without its namespace. Valid as long as this object lives.
   std::string_view className(const Pegasus::Quarn_Event& event);

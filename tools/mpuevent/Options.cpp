@@ -7,10 +7,10 @@ namespace mpuevent::tool {
 
 namespace {
 
-const std::map<std::string, LogForm> kInputForms = {
-    {"auto",     LogForm::automatic},
-    {"messages", LogForm::messages },
-    {"records",  LogForm::records  }
+const std::map<std::string, log::LogForm> kInputForms = {
+    {"auto",     log::LogForm::automatic},
+    {"messages", log::LogForm::messages },
+    {"records",  log::LogForm::records  }
 };
 const std::map<std::string, OutputForm> kOutputForms = {
     {"text",  OutputForm::text },

@@ -5,7 +5,7 @@
 #include <variant>
 #include <vector>
 
-#include "LogReader.h"
+#include "log/framing/LogReader.h"
 
 namespace mpuevent::tool {
 
@@ -14,7 +14,7 @@ enum class OutputForm { text, line, jsonl };
 /// `mpuevent decode`.
 struct DecodeOptions {
   std::vector<std::string> files;  ///< "-" is standard input; never empty
-  LogForm input = LogForm::automatic;
+  log::LogForm input = log::LogForm::automatic;
   OutputForm output = OutputForm::text;
   bool trace = false;
 };

@@ -1,5 +1,6 @@
 #include "Output.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -17,6 +18,10 @@ int writeAll(int descriptor, std::string_view text) {
     const ssize_t written = ::write(descriptor, text.data(), text.size());
     if (written >= 0) {
       text.remove_prefix(static_cast<std::size_t>(written));
+    } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
+      // Whoever shares the descriptor has made it non-blocking.
+      pollfd waiting{descriptor, POLLOUT, 0};
+      if (::poll(&waiting, 1, -1) < 0 && errno != EINTR) return errno;
     } else if (errno != EINTR) {
       return errno;
     }

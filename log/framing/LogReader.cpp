@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-namespace mpuevent::tool {
+namespace mpuevent::log {
 
 namespace {
 
@@ -195,4 +195,4 @@ std::optional<std::size_t> LogReader::findSound(std::size_t begin, std::size_t e
   return std::nullopt;
 }
 
-}  // namespace mpuevent::tool
+}  // namespace mpuevent::log

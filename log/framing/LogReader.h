@@ -1,5 +1,5 @@
-#ifndef MPUEVENT_TOOL_LOGREADER_H
-#define MPUEVENT_TOOL_LOGREADER_H
+#ifndef MPUEVENT_LOG_FRAMING_LOGREADER_H
+#define MPUEVENT_LOG_FRAMING_LOGREADER_H
 
 #include <cstddef>
 #include <cstdint>
@@ -8,9 +8,9 @@
 #include <span>
 #include <string_view>
 
-#include "InputWindow.h"
+#include "log/input/InputWindow.h"
 
-namespace mpuevent::tool {
+namespace mpuevent::log {
 
 /// How a log file is laid out.
 enum class LogForm {
@@ -71,6 +71,6 @@ class LogReader {
   std::size_t taken_ = 0;  // length of the unit given out last, which is still in view
 };
 
-}  // namespace mpuevent::tool
+}  // namespace mpuevent::log
 
 #endif

@@ -1,12 +1,12 @@
-#ifndef MPUEVENT_TOOL_INPUTWINDOW_H
-#define MPUEVENT_TOOL_INPUTWINDOW_H
+#ifndef MPUEVENT_LOG_INPUT_INPUTWINDOW_H
+#define MPUEVENT_LOG_INPUT_INPUTWINDOW_H
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 
-namespace mpuevent::tool {
+namespace mpuevent::log {
 
 /// Where the bytes come from: fills at most `room` bytes and returns how many, 0 at the end of the
 /// input, or an errno value negated when reading failed.
@@ -57,6 +57,6 @@ class InputWindow {
   int error_ = 0;
 };
 
-}  // namespace mpuevent::tool
+}  // namespace mpuevent::log
 
 #endif

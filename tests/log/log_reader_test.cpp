@@ -1,4 +1,4 @@
-#include "LogReader.h"
+#include "log/framing/LogReader.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 
 #include "support/RecordBuilder.h"
 
-namespace mpuevent::tool {
+namespace mpuevent::log {
 namespace {
 
 using support::RecordBuilder;
@@ -239,4 +239,4 @@ TEST(LogReader, TellsOfAFailedRead) {
 }
 
 }  // namespace
-}  // namespace mpuevent::tool
+}  // namespace mpuevent::log

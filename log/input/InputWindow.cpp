@@ -3,7 +3,7 @@
 #include <cstring>
 #include <utility>
 
-namespace mpuevent::tool {
+namespace mpuevent::log {
 
 InputWindow::InputWindow(ReadBytes read)
     : read_(std::move(read)), bytes_(std::make_unique_for_overwrite<unsigned char[]>(size)) {}
@@ -27,4 +27,4 @@ std::size_t InputWindow::readUntil(std::size_t count) {
   return end_ - position_;
 }
 
-}  // namespace mpuevent::tool
+}  // namespace mpuevent::log

@@ -1,0 +1,28 @@
+#ifndef MPUEVENT_LOG_INPUT_INPUTFILE_H
+#define MPUEVENT_LOG_INPUT_INPUTFILE_H
+
+#include <cstddef>
+#include <string>
+
+namespace mpuevent::log {
+
+/// A file open for reading, or standard input, which stays open.
+class InputFile {
+ public:
+  /// "-" is standard input. A failure to open shows when reading.
+  explicit InputFile(const std::string& name);
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+  ~InputFile();
+
+  /// As ReadBytes wants it.
+  long read(unsigned char* to, std::size_t room) const;
+
+ private:
+  int descriptor_;
+  int error_;
+};
+
+}  // namespace mpuevent::log
+
+#endif

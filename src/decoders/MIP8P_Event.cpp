@@ -1,13 +1,14 @@
 #include <MPUEvent/MIP8P_Event.h>
 
-#include "decoders/EventClasses.h"
+#include "decoders/iomgr/EventClasses.h"
 #include "event/Text.h"
 #include "event/Undecoded.h"
 
 namespace Pegasus {
 
 using namespace mpuevent;
-using namespace mpuevent::records;
+using namespace mpuevent::iomgr;
+using namespace mpuevent::iomgr::records;
 
 namespace {
 
@@ -110,7 +111,7 @@ constexpr EventClass classes[] = {
     {"MIP Unknown Event",                      noEvents        }, // 11
     {"MIP DMA Event",                          dmaEvents       }, // 12
 };
-static_assert(rising(classes));
+static_assert(eventsRise(classes));
 
 /// Sets Summary and returns the Body.
 String decode(Quarn_Event& event, const EventPayload& payload) {

@@ -1,0 +1,99 @@
+#ifndef DECODERS_IOMGR_EVENTCLASSES_H
+#define DECODERS_IOMGR_EVENTCLASSES_H
+
+#include <Pegasus/Common/String.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "decoders/iomgr/records.h"
+#include "event/Tables.h"
+
+namespace mpuevent::iomgr {
+
+/// The payload of the I/O manager's and of MIP's events: what happened, by class and by number in
+/// that class, and a data area with what the event carries.
+class EventPayload : public RecordView {
+ public:
+  static constexpr std::size_t dataStart = 20;
+
+  explicit EventPayload(RecordView bytes) : RecordView(bytes) {}
+
+  /// A payload whose holder does not say how long it is: as long as the fields read.
+  static EventPayload trusting(const void* payload) {
+    return EventPayload({payload, static_cast<std::size_t>(PTRDIFF_MAX)});
+  }
+
+  std::uint32_t eventClass() const { return u32(0); }
+  std::uint32_t eventNumber() const { return u32(4); }
+  std::uint32_t dataLength() const { return u32(16); }
+  /// About how many bytes the elements take up: few records become more than twelve times longer.
+  std::size_t expectedSize() const { return 512 + 12 * std::min<std::size_t>(size(), 1024); }
+  DataArea dataArea() const { return {from(dataStart), dataLength()}; }
+};
+
+/// An event's name, followed by NULs.
+using NameBuffer = std::array<char, 128>;
+
+/// Writes the text that an event carries; it may change the event's name.
+using TextWriter = void(BodyWriter& body, const DataArea& data, NameBuffer& name);
+
+/// What an event carries: up to two records, the second directly behind the first, or a text.
+struct Carried {
+  constexpr Carried() = default;
+  // NOLINTNEXTLINE(google-explicit-constructor): a row of events just names its record.
+  constexpr Carried(const RecordLayout& only) : first(&only) {}
+  constexpr explicit Carried(TextWriter* text) : writeText(text) {}
+
+  const RecordLayout* first = nullptr;
+  const RecordLayout* second = nullptr;
+  TextWriter* writeText = nullptr;
+};
+
+inline constexpr Carried nothing;
+
+constexpr Carried operator+(const RecordLayout& first, const RecordLayout& second) {
+  Carried both = first;
+  both.second = &second;
+  return both;
+}
+
+struct EventRow {
+  std::uint32_t number;
+  std::string_view name;
+  Carried carried;
+};
+
+/// The number of a class's last row, if that stands for every number without a row of its own.
+inline constexpr std::uint32_t anyNumber = 0xFFFFFFFF;
+
+struct EventClass {
+  std::string_view eventId;
+  std::span<const EventRow> events;  ///< ascending; empty if the class shows nothing
+};
+
+/// The class of this number, which counts from 1, or null.
+const EventClass* classOf(std::span<const EventClass> classes, std::uint32_t number);
+
+/// Whether every class has its events in the order that lookups need: for a `static_assert`.
+constexpr bool eventsRise(std::span<const EventClass> classes) {
+  return std::all_of(classes.begin(), classes.end(), [](const EventClass& eventClass) {
+    return rising(eventClass.events, &EventRow::number);
+  });
+}
+
+/// Writes the name of the payload's event, as `Request_Type`, and what the event carries. Returns
+/// the Summary. An event that is none of `events` writes nothing and has an empty Summary.
+Pegasus::String writeEvent(BodyWriter& body, const EventPayload& payload,
+                           std::span<const EventRow> events);
+
+/// Copies an assert's data over the name and returns the text that stands there then. The copy is
+/// not terminated: behind a short text the rest of the name shows.
+std::string_view copyAssertText(const DataArea& data, NameBuffer& name);
+
+}  // namespace mpuevent::iomgr
+
+#endif

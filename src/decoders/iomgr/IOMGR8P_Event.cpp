@@ -1,0 +1,238 @@
+#include <MPUEvent/IOMGR8P_Event.h>
+
+#include "decoders/iomgr/classes.h"
+#include "event/Text.h"
+#include "event/Undecoded.h"
+
+namespace Pegasus {
+
+using namespace mpuevent;
+using namespace mpuevent::iomgr;
+
+namespace {
+
+constexpr Field headFields[] = {
+    {"Event_Type",        0,  Width::u32, Format::dec},
+    {"Event_Number",      4,  Width::u32, Format::dec},
+    {"Event_Line_Number", 12, Width::u32, Format::dec},
+};
+
+/// Sets Summary and returns the entries, which `addEntry` would append one by one.
+BodyWriter decode(Quarn_Event& event, const EventPayload& payload) {
+  trace({"IOMGR8P_Event", 121}, {"IOMGR_Event: Length=0x", payload.dataLength()});
+  BodyWriter body(Separator::none, payload.expectedSize());
+  writeFields(body, payload, headFields);
+  const EventClass* eventClass = classOf(iomgrClasses, payload.eventClass());
+  if (eventClass != nullptr) event.setSummary(writeEvent(body, payload, eventClass->events));
+  return body;
+}
+
+/// The same for the class of this number alone, whatever the payload says.
+BodyWriter ofClass(std::size_t number, Quarn_Event& event, const IOMGR_EVL* payload) {
+  BodyWriter body(Separator::none);
+  if (payload == nullptr) return body;
+  const std::span<const EventRow> events = iomgrClasses[number - 1].events;
+  event.setSummary(writeEvent(body, EventPayload::trusting(payload), events));
+  return body;
+}
+
+BodyWriter ofRecord(const RecordLayout& layout, const void* record) {
+  BodyWriter body(Separator::none);
+  writeRecord(body, DataArea(RecordView(record, layout.size), 0), 0, layout);
+  return body;
+}
+
+/// For records that others of the same payload may follow.
+BodyWriter ofRun(const RecordLayout& layout, const IOMGR_EVL* payload, const void* record) {
+  BodyWriter body(Separator::none);
+  if (payload == nullptr || record == nullptr) return body;
+  const DataArea data = EventPayload::trusting(payload).dataArea();
+  const auto* place = static_cast<const unsigned char*>(record);
+  writeRecord(body, data, static_cast<std::size_t>(place - data.data()), layout);
+  return body;
+}
+
+char* append(QuarnEvent& event, BodyWriter entries, char* place = nullptr) {
+  entries.character('\0');
+  event.appendBody(const_cast<char*>(entries.view().data()));  // which only reads it
+  return place;
+}
+
+}  // namespace
+
+IOMGR8P_Event::IOMGR8P_Event(EmpEvLogMsg_s* bytes, int length) : QuarnEvent(bytes, length) {
+  if (bytes == nullptr) return;
+  const Record record(bytes, length);
+  if (record.id() != 1) {
+    showUndecoded(*this, record, {"IOMGR8P_Event", 98}, "Unhandled Event by IOMGR8P");
+    return;
+  }
+  const EventPayload payload(record.payload());
+  const EventClass* eventClass = classOf(iomgrClasses, payload.eventClass());
+  setEventID(eventClass == nullptr ? "Unknown Event" : toString(eventClass->eventId));
+  setBody(decode(*this, payload).string());
+}
+
+IOMGR8P_Event::~IOMGR8P_Event() = default;
+
+void IOMGR8P_Event::get_IOMGR8P_event_body(const EmpEvLogMsg_s* record) {
+  if (record == nullptr) return;
+  append(*this, decode(*this, EventPayload(Record::trusting(record).payload())));
+}
+
+char* IOMGR8P_Event::get_IOMGR8P_manager_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(1, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_rebuild_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(2, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_reconfig_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(3, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_bbscan_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(4, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_xoe_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(5, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_error_recovery_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(6, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_metadata_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(7, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_isurpproc_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(8, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_drpproc_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(9, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_bg_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(10, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_database_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(11, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_isr_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(12, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_startup_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(13, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_sv_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(14, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_dlm_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(15, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_crc_init_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(16, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_parity_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(17, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_parity_init_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(18, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_parity_error_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(19, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_parity_scan_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(20, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_parity_rebuild_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(21, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_micro_rebuild_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(22, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_volume_init_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(23, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_mmsg_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(24, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_rcp_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(25, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_fe_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(26, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_carve_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(27, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_bg_sys_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(28, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_macro_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(29, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_evl_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(30, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_assert_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(31, *this, payload), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_math_class_event_body(IOMGR_EVL* payload, char* place) {
+  return append(*this, ofClass(32, *this, payload), place);
+}
+
+char* IOMGR8P_Event::get_IOMGR8P_lwsem_event_body(const IOMGR_EVL_LWSEM* record, char* place) {
+  return append(*this, ofRecord(records::lwsem, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_isurp_event_body(const IOMGR_EVL_ISURP* record, char* place) {
+  return append(*this, ofRecord(records::isurp, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_drp_event_body(const IOMGR_EVL_DRP* record, char* place) {
+  return append(*this, ofRecord(records::drp, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_vt_event_body(const IOMGR_EVL_VT* record, char* place) {
+  return append(*this, ofRecord(records::vt, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_ext_event_body(const IOMGR_EVL_EXT* record, char* place) {
+  return append(*this, ofRecord(records::ext, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_mmsg_event_body(const IOMGR_EVL_MMSG* record, char* place) {
+  return append(*this, ofRecord(records::mmsg, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_dib_event_body(const IOMGR_EVL_DIB* record, char* place) {
+  return append(*this, ofRecord(records::dib, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_sgt_event_body(const IOMGR_EVL_SGT* record, char* place) {
+  return append(*this, ofRecord(records::sgt, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_bcd_event_body(const IOMGR_EVL_BCD* record, char* place) {
+  return append(*this, ofRecord(records::bcd, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_rcd_event_body(const IOMGR_EVL_RCD* record, char* place) {
+  return append(*this, ofRecord(records::rcd, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_rbt_event_body(const IOMGR_EVL_RBT* record, char* place) {
+  return append(*this, ofRecord(records::rbt, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_dlm_event_body(const IOMGR_EVL_DLM* record, char* place) {
+  return append(*this, ofRecord(records::dlm, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_msa_event_body(const IOMGR_EVL_MSA_Q_EVENT* record, char* place) {
+  return append(*this, ofRecord(records::msa, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_fer_event_body(const IOMGR_EVL_FER* record, char* place) {
+  return append(*this, ofRecord(records::fer, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_vbgt_event_body(const IOMGR_EVL_VBGT* record, char* place) {
+  return append(*this, ofRecord(records::vbgt, record), place);
+}
+char* IOMGR8P_Event::get_IOMGR8P_ndfe_event_body(const IOMGR_EVL_NDFE* record, char* place) {
+  return append(*this, ofRecord(records::ndfe, record), place);
+}
+
+char* IOMGR8P_Event::dump_volume(const IOMGR_EVL* payload, char* place,
+                                 const IOMGR_EVL_VT* volume) {
+  return append(*this, ofRun(records::volume, payload, volume), place);
+}
+char* IOMGR8P_Event::dump_sgt_list(const IOMGR_EVL* payload, char* place,
+                                   const IOMGR_EVL_SGT* first) {
+  return append(*this, ofRun(records::sgtList, payload, first), place);
+}
+
+}  // namespace Pegasus

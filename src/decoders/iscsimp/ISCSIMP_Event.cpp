@@ -1,0 +1,141 @@
+#include <MPUEvent/ISCSIMP_Event.h>
+
+#include <cstddef>
+#include <cstdint>
+
+#include "decoders/iscsimp/builders.h"
+#include "decoders/iscsimp/elements.h"
+#include "decoders/iscsimp/tables.h"
+#include "event/BodyWriter.h"
+#include "event/RecordView.h"
+#include "event/Text.h"
+
+namespace Pegasus {
+
+using mpuevent::BodyWriter;
+using mpuevent::RecordView;
+using mpuevent::Separator;
+namespace iscsimp = mpuevent::iscsimp;
+
+namespace {
+
+constexpr std::size_t bodySize = 2048;
+constexpr std::size_t summarySize = 128;
+constexpr std::size_t unknownSize = 24;
+
+// By payload kind.
+constexpr iscsimp::WriteEvent* writers[] = {
+    nullptr,                     // 0
+    iscsimp::writeBasicEvent,    // 1
+    iscsimp::writeSocketEvent,   // 2
+    iscsimp::writeParamEvent,    // 3
+    iscsimp::writeLoginEvent,    // 4
+    iscsimp::writeRequestEvent,  // 5
+    iscsimp::writeMessageEvent,  // 6
+};
+
+/// Bytes of which the caller knows that they are all there, and that texts among them end with
+/// their NUL.
+RecordView trusting(const void* layout) { return {layout, PTRDIFF_MAX}; }
+
+String eventName(std::uint16_t id) {
+  const std::string_view name = mpuevent::textAt(iscsimp::event_names, id);
+  if (!name.empty()) return mpuevent::toString(name);
+  BodyWriter unknown(Separator::none, unknownSize);
+  iscsimp::writeUnknown(unknown, id);
+  return unknown.string();
+}
+
+void build(XmlString& body, std::string& summary, const void* data, iscsimp::WriteEvent* write) {
+  BodyWriter elements(Separator::none, bodySize);
+  BodyWriter line(Separator::none, summarySize);
+  if (data != nullptr) write(elements, line, trusting(data));
+  body.append(std::string(elements.view()));
+  summary = line.view();
+}
+
+void build(XmlString& body, const void* bhs, void (*write)(BodyWriter& body, RecordView bhs)) {
+  if (bhs == nullptr) return;
+  BodyWriter elements(Separator::none, bodySize);
+  write(elements, trusting(bhs));
+  body.append(std::string(elements.view()));
+}
+
+}  // namespace
+
+ISCSIMP_Event::ISCSIMP_Event(EmpEvLogMsg_s* record, int length)
+    : Quarn_Event(record, static_cast<unsigned int>(length)) {
+  if (record == nullptr) return;
+  const mpuevent::Record held(record, length);
+  const RecordView payload = held.payload();
+  const std::uint16_t kind = payload.u16(0);
+  BodyWriter body(Separator::none, bodySize);
+  BodyWriter summary(Separator::none, summarySize);
+  if (kind < std::size(writers) && writers[kind] != nullptr) writers[kind](body, summary, payload);
+  Quarn_Event::setEventID(eventName(held.id()));
+  Quarn_Event::setBody(body.string());
+  Quarn_Event::setSummary(summary.string());
+}
+
+ISCSIMP_Event::~ISCSIMP_Event() = default;
+
+void ISCSIMP_Event::build_basic_event(XmlString& body, std::string& summary, BASIC_DATA* data) {
+  build(body, summary, data, iscsimp::writeBasicEvent);
+}
+
+void ISCSIMP_Event::build_socket_event(XmlString& body, std::string& summary, SOCKET_DATA* data) {
+  build(body, summary, data, iscsimp::writeSocketEvent);
+}
+
+void ISCSIMP_Event::build_login_event(XmlString& body, std::string& summary, LOGIN_DATA* data) {
+  build(body, summary, data, iscsimp::writeLoginEvent);
+}
+
+void ISCSIMP_Event::build_param_event(XmlString& body, std::string& summary, PARAM_DATA* data) {
+  build(body, summary, data, iscsimp::writeParamEvent);
+}
+
+void ISCSIMP_Event::build_request_event(XmlString& body, std::string& summary, REQUEST_DATA* data) {
+  build(body, summary, data, iscsimp::writeRequestEvent);
+}
+
+void ISCSIMP_Event::build_message_event(XmlString& body, std::string& summary, MESSAGE_DATA* data) {
+  build(body, summary, data, iscsimp::writeMessageEvent);
+}
+
+void ISCSIMP_Event::build_unknown_event(XmlString&, std::string& summary, ICS_EVL*) {
+  summary.clear();
+}
+
+std::string ISCSIMP_Event::build_unknown_string(unsigned int code) {
+  BodyWriter text(Separator::none, unknownSize);
+  iscsimp::writeUnknown(text, code);
+  return std::string(text.view());
+}
+
+void ISCSIMP_Event::build_bhs(XmlString& body, ISCSI_BHS* bhs) {
+  build(body, bhs, iscsimp::writeBhs);
+}
+
+void ISCSIMP_Event::build_login_request_bhs(XmlString& body, ISCSI_LOGIN_REQUEST* bhs) {
+  build(body, bhs, iscsimp::writeLoginRequestBhs);
+}
+
+void ISCSIMP_Event::build_text_request_bhs(XmlString& body, ISCSI_TEXT_REQUEST* bhs) {
+  build(body, bhs, iscsimp::writeTextRequestBhs);
+}
+
+std::string ISCSIMP_Event::get_ip_address(IpAddr_t& address) {
+  BodyWriter text(Separator::none, 32);
+  iscsimp::writeIpAddress(text, trusting(&address), 0);
+  return std::string(text.view());
+}
+
+std::string ISCSIMP_Event::get_isid(unsigned char* isid) {
+  if (isid == nullptr) return {};
+  BodyWriter text(Separator::none, 24);
+  text.number(mpuevent::Format::hex6Lower, trusting(isid).u48(0));
+  return std::string(text.view());
+}
+
+}  // namespace Pegasus

@@ -1,0 +1,74 @@
+// The sockets' events, which look at the status code before they show it.
+#include "decoders/iscsimp/builders.h"
+#include "decoders/iscsimp/elements.h"
+#include "decoders/iscsimp/tables.h"
+
+namespace mpuevent::iscsimp {
+
+using enum Width;
+using enum Format;
+
+namespace {
+
+constexpr std::uint32_t noSocket = 65535;
+
+constexpr std::uint16_t socketClosed = 5;
+constexpr std::uint16_t socketOpened = 6;
+constexpr std::uint16_t loggedIn = 9;
+
+bool isSuccess(std::uint16_t status) {
+  return status == socketClosed || status == socketOpened || status == loggedIn;
+}
+
+void writeAddressElement(BodyWriter& body, RecordView data, std::string_view key, std::size_t at) {
+  if (!data.holds(at, 4)) return;
+  body.openElement(key);
+  writeIpAddress(body, data, at);
+  body.closeElement(key);
+}
+
+void writeEndpoint(BodyWriter& out, RecordView data, std::size_t address, std::size_t port) {
+  writeIpAddress(out, data, address);
+  out.character(':');
+  out.decimal(std::uint32_t{data.u16(port)});
+}
+
+}  // namespace
+
+void writeBasicEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
+  const bool success = isSuccess(data.u16(2));
+  if (!success) writeReason(body, data);
+  if (data.u32(4) != noSocket) writeField(body, data, socketNumber);
+  if (!success) writeStatus(summary, data);
+}
+
+void writeSocketEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
+  constexpr std::size_t targetPort = 8;
+  constexpr std::size_t initiatorPort = 10;
+  constexpr std::size_t targetAddress = 12;
+  constexpr std::size_t initiatorAddress = 16;
+  constexpr std::size_t closeReason = 20;
+
+  const std::uint16_t status = data.u16(2);
+  if (!isSuccess(status)) writeReason(body, data);
+  writeField(body, data, socketNumber);
+  writeField(body, data, {"Target_TCP_Port", targetPort, u16, udec});
+  writeAddressElement(body, data, "Target_IP_Address", targetAddress);
+  writeField(body, data, {"Initiator_TCP_Port", initiatorPort, u16, udec});
+  writeAddressElement(body, data, "Initiator_IP_Address", initiatorAddress);
+
+  if (!isSuccess(status)) return writeStatus(summary, data);
+  if (status == socketClosed) {
+    const std::uint32_t reason = data.u32(closeReason);
+    writeCode(body, data, "Close_Reason", closeReason, u32, close_reasons, reason);
+    writeTextOf(summary, close_reasons, reason);
+  } else {
+    summary.text("Target ");
+    writeEndpoint(summary, data, targetAddress, targetPort);
+    summary.text(", Initiator ");
+    writeEndpoint(summary, data, initiatorAddress, initiatorPort);
+  }
+  writeSocketSuffix(summary, data);
+}
+
+}  // namespace mpuevent::iscsimp

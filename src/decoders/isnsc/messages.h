@@ -1,0 +1,46 @@
+#ifndef DECODERS_ISNSC_MESSAGES_H
+#define DECODERS_ISNSC_MESSAGES_H
+
+#include <cstdint>
+#include <string_view>
+
+#include "event/RecordView.h"
+#include "event/SafeText.h"
+
+namespace mpuevent::isnsc {
+
+/// The payload of an iSNS client's record, with the message that it carries.
+class IsnsPayload {
+ public:
+  static constexpr std::uint32_t icsCategory = 1;
+  static constexpr std::uint32_t textCategory = 3;
+
+  explicit IsnsPayload(RecordView bytes) : bytes_(bytes) {}
+
+  std::uint32_t category() const { return bytes_.u32(0); }
+  std::uint32_t event() const { return bytes_.u32(4); }
+  std::uint32_t reason() const { return bytes_.u32(8); }
+  std::string_view module() const { return bytes_.text(moduleAt, 8); }
+  std::uint32_t line() const { return bytes_.u32(lineAt); }
+  RecordView message() const { return bytes_.from(24); }
+
+  /// The "Module" and "Line" elements.
+  void writeOrigin(SafeBody& body) const;
+
+ private:
+  static constexpr std::size_t moduleAt = 12;
+  static constexpr std::size_t lineAt = 20;
+
+  RecordView bytes_;
+};
+
+/// Writes a trace line if the type of the message is unknown.
+std::string_view icsSummary(const IsnsPayload& payload);
+void writeIcsMessage(SafeBody& body, const IsnsPayload& payload);
+
+std::string_view textSummary(const IsnsPayload& payload);
+void writeTextMessage(SafeBody& body, const IsnsPayload& payload);
+
+}  // namespace mpuevent::isnsc
+
+#endif

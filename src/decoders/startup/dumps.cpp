@@ -1,0 +1,115 @@
+#include <MPUEvent/ArcRegisters.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+#include "decoders/startup/bodies.h"
+#include "event/BodyWriter.h"
+#include "event/Fields.h"
+#include "event/NumberedKey.h"
+#include "event/Trace.h"
+
+namespace mpuevent::startup {
+
+using Pegasus::ArcRegister;
+using Pegasus::ArcRegisterField;
+using Pegasus::String;
+
+namespace {
+
+constexpr const char* traceFile = "STARTUPMP_Event";
+constexpr std::size_t wordSize = 4;
+
+template <std::size_t size>
+std::string_view nameOf(const char (&name)[size]) {
+  return {name, strnlen(name, size)};
+}
+
+bool isHidden(std::string_view name) { return name.starts_with("rsvd") || name.starts_with("REG"); }
+
+/// "Z is 01, N is 00, PC is 2A3C4": the field's digits go by its width.
+void writeFieldTexts(BodyWriter& body, const ArcRegisterField* field, std::uint32_t value) {
+  for (bool first = true; field->lowestBit >= 0; ++field, first = false) {
+    if (!first) body.text(", ");
+    body.text(nameOf(field->name));
+    body.text(" is ");
+    const unsigned digits = field->widthInBits == 16 ? 4 : field->widthInBits == 32 ? 8 : 2;
+    body.hexDigits((value & field->mask) >> field->lowestBit, digits, true);
+  }
+}
+
+void writeRegister(BodyWriter& body, std::string_view key, std::uint32_t value,
+                   const ArcRegisterField* fields) {
+  body.openElement(key);
+  body.hexDigits(value, 8, true);
+  body.character(' ');
+  if (fields != nullptr) writeFieldTexts(body, fields, value);
+  body.closeElement(key);
+}
+
+/// Writes the instances of a register, each from the word at its own offset; false if the words or
+/// the room for them came to their end.
+bool writeInstances(BodyWriter& body, RecordView words, const ArcRegister& row) {
+  const std::string_view name = nameOf(row.name);
+  NumberedKey numbered(name);
+  const std::size_t size = wordSize * ((row.widthInBits + 31) / 32);
+  for (std::uint32_t i = 0; i < row.instanceCount; ++i) {
+    const std::size_t at = static_cast<std::size_t>(row.offset) + size * i;
+    if (!words.holds(at, wordSize)) return false;
+    if (!words.holds(at, size)) {
+      trace({traceFile, 785}, {"out of boundary data\n"});
+      return false;
+    }
+    const std::size_t before = body.size();
+    writeRegister(body, row.instanceCount > 1 ? numbered(i) : name, words.u32(at), row.fields);
+    if (body.size() > bodyLimit) {
+      body.cut(before);
+      trace({traceFile, 812}, {"There is not enough space to process the data(invalid state)\n"});
+      return false;
+    }
+  }
+  return true;
+}
+
+constexpr Field stackFields[] = {
+    {"arc_index", 0, Width::u32, Format::bareHex},
+    {"SP",        4, Width::u32, Format::bareHex},
+};
+constexpr std::size_t stackWords = 8;
+
+}  // namespace
+
+String registersBody(const Record& record) {
+  const RecordView words = record.payload().from(0, record.structLength());
+  BodyWriter body(Separator::blank, 2 * words.size() + 1024);
+  for (const ArcRegister* row = Pegasus::rtTavo4ArcRegsNames; row->offset >= 0; ++row) {
+    if (!isHidden(nameOf(row->name)) && !writeInstances(body, words, *row)) break;
+  }
+  return body.string();
+}
+
+String stackBody(const Record& record) {
+  const RecordView payload = record.payload();
+  BodyWriter body(Separator::blank, std::min(8 * payload.size() + 64, bodyLimit));
+  writeFields(body, payload, stackFields);
+
+  // Wraps for a payload of less than two words.
+  const std::uint32_t count = record.structLength() / 4U - 2U;
+  // Twice the number of words, not four times, below the stack pointer.
+  const std::uint32_t base = payload.u32(4) - 2 * count;
+  NumberedKey addressKey("S");
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const std::size_t at = stackWords + wordSize * i;
+    if (!payload.holds(at, wordSize)) break;
+    const std::string_view key = addressKey(base + 4 * i, 16);
+    if (body.size() + 16 + 2 * key.size() + 16 > bodyLimit) {
+      trace({traceFile, 903}, {"There is not enough space to dump the stack data\n"});
+      break;
+    }
+    body.element(key, Format::bareHex, payload.u32(at));
+  }
+  return body.string();
+}
+
+}  // namespace mpuevent::startup

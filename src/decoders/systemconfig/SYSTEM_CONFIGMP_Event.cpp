@@ -1,0 +1,133 @@
+#include <MPUEvent/SYSTEM_CONFIGMP_Event.h>
+
+#include "decoders/systemconfig/kinds.h"
+#include "decoders/systemconfig/summary.h"
+#include "event/SafeText.h"
+#include "event/Tables.h"
+#include "event/Undecoded.h"
+
+namespace mpuevent::systemconfig {
+
+namespace {
+
+using Pegasus::EmpEvLogMsg_s;
+using Pegasus::String;
+
+enum EventType : std::uint8_t { informational = 1, warning = 2, error = 3 };
+
+struct KnownEvent {
+  std::uint32_t id;
+  WriteKind write;
+  const char* errorTitle;
+  const char* warningTitle;
+  const char* otherTitle;
+
+  const char* title(std::uint8_t type) const {
+    return type == error ? errorTitle : type == warning ? warningTitle : otherTitle;
+  }
+};
+
+constexpr char noSharedMemory[] = "Instantiation of SharedMemory Failed";
+
+// One row a line.
+// clang-format off
+constexpr KnownEvent knownEvents[] = {
+    {2000, writeText,             "Error Text",                             "Warning Text",                             "Text Information"},
+    {2005, writeDump,             "Error Dump Data",                        "Warning Dump Data",                        "Dump Information"},
+    {2010, writeSharedMemory,     noSharedMemory,                           noSharedMemory,                             noSharedMemory},
+    {2011, writeLock,             "Locking Error",                          "Locking Warning",                          "Locking Information"},
+    {2012, writeSharedMemory,     noSharedMemory,                           noSharedMemory,                             noSharedMemory},
+    {2013, writeMessage,          "MMSG Error",                             "MMSG Warning",                             "MMSG Information"},
+    {2015, writeRequest,          "Error in Request Event processing",      "Warning in Request Event processing",      "Request Event Information"},
+    {2016, writeResponse,         "Error in CEE Response Event processing", "Warning in CEE Response Event processing", "CEE Response Event Information"},
+    {2017, writeTimer,            "Error in CEE Timer Event processing",    "Warning in CEE Timer Event processing",    "CEE Timer Event Information"},
+    {2018, writeLockManager,      "Error in DDLM internal processing",      "Warning in DDLM internal processing",      "DDLM Information"},
+    {2019, writePersistentMemory, "Error in CPM internal processing",       "Warning in CPM internal processing",       "CPM Information"},
+};
+// clang-format on
+static_assert(rising(knownEvents, &KnownEvent::id));
+
+/// The body; `summary` becomes a part of the record or a fixed text, not yet made safe.
+String bodyOf(const Record& record, WriteKind write, std::string_view& summary) {
+  const Logged event(record);
+  return safeBody([&](SafeBody& body) {
+    summary = write(body, event);
+    if (record.type() != informational) event.location.write(body);
+  });
+}
+
+/// What an exported body function does.
+String exportedBody(EmpEvLogMsg_s* record, char* destination, WriteKind write) {
+  std::string_view summary;
+  String body;
+  if (record != nullptr) body = bodyOf(Record::trusting(record), write, summary);
+  copySummary(destination, summary);
+  return body;
+}
+
+}  // namespace
+
+}  // namespace mpuevent::systemconfig
+
+namespace Pegasus {
+
+using namespace mpuevent::systemconfig;
+
+SYSTEM_CONFIGMP_Event::SYSTEM_CONFIGMP_Event(EmpEvLogMsg_s* record, int length)
+    : Quarn_Event(record, static_cast<unsigned int>(length)) {
+  if (record == nullptr) return;
+  const mpuevent::Record bytes(record, length);
+  const KnownEvent* event = mpuevent::findRow(knownEvents, &KnownEvent::id, bytes.id());
+  if (event == nullptr) {
+    mpuevent::showUndecoded(*this, bytes, {"SYSTEM_CONFIGMP_Event", 137}, "***UNKNOWN EventID***");
+    return;
+  }
+  std::string_view summary;
+  setEventID(event->title(bytes.type()));
+  setBody(bodyOf(bytes, event->write, summary));
+  setSummary(mpuevent::safeString(summary));
+}
+
+SYSTEM_CONFIGMP_Event::~SYSTEM_CONFIGMP_Event() = default;
+
+String get_SCC_text_event_body(EmpEvLogMsg_s* record, char* summary) {
+  return exportedBody(record, summary, writeText);
+}
+
+String get_SCC_dump_event_body(EmpEvLogMsg_s* record, char* summary) {
+  return exportedBody(record, summary, writeDump);
+}
+
+String get_SCC_shmem_event_body(EmpEvLogMsg_s* record, char* summary) {
+  return exportedBody(record, summary, writeSharedMemory);
+}
+
+String get_SCC_lock_event_body(EmpEvLogMsg_s* record, char* summary) {
+  return exportedBody(record, summary, writeLock);
+}
+
+String get_SCC_mmsg_event_body(EmpEvLogMsg_s* record, char* summary) {
+  return exportedBody(record, summary, writeMessage);
+}
+
+String get_SCC_requestEvent_body(EmpEvLogMsg_s* record, char* summary) {
+  return exportedBody(record, summary, writeRequest);
+}
+
+String get_SCC_responseEvent_body(EmpEvLogMsg_s* record, char* summary) {
+  return exportedBody(record, summary, writeResponse);
+}
+
+String get_SCC_timerEvent_body(EmpEvLogMsg_s* record, char* summary) {
+  return exportedBody(record, summary, writeTimer);
+}
+
+String get_SCC_ddlm_event_body(EmpEvLogMsg_s* record, char* summary) {
+  return exportedBody(record, summary, writeLockManager);
+}
+
+String get_SCC_cpm_event_body(EmpEvLogMsg_s* record, char* summary) {
+  return exportedBody(record, summary, writePersistentMemory);
+}
+
+}  // namespace Pegasus

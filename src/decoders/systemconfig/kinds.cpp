@@ -1,0 +1,261 @@
+#include "decoders/systemconfig/kinds.h"
+
+#include "decoders/systemconfig/summary.h"
+#include "event/Fields.h"
+#include "event/Tables.h"
+
+namespace mpuevent::systemconfig {
+
+namespace {
+
+using enum Width;
+using enum Format;
+
+// The layouts; offsets count from the start of the event's data.
+
+constexpr Field sharedMemoryKey = {"ShMem_Key", 0, u32, dec};
+
+constexpr Field lockClassFields[] = {
+    {"Read",  0, u32, hex8},
+    {"Write", 4, u32, hex8},
+};
+
+constexpr Field lockObjectFields[] = {
+    {"Class", 8,  u32, dec},
+    {"Index", 12, u32, dec},
+};
+
+constexpr std::size_t requestTypeAt = 16;
+constexpr CodeText requestTypes[] = {
+    {1, "DDLM_begin"     },
+    {2, "DDLM_end"       },
+    {3, "DDLM_get EX"    },
+    {4, "DDLM_get SH"    },
+    {5, "DDLM_release EX"},
+    {6, "DDLM_release SH"},
+    {7, "DDLM_release"   },
+    {8, "DDLM_sync"      },
+};
+static_assert(rising(requestTypes, &CodeText::code));
+
+constexpr std::size_t transactionStatusAt = 20;
+constexpr CodeText transactionStatuses[] = {
+    {0, "IndeterminateSyncTime"                   },
+    {1, "IndeterminateSyncTimePersistenceRequired"},
+    {3, "TransactionContinues"                    },
+    {4, "TransactionContinuesPersistenceRequired" },
+    {6, "TransactionCompletePersistenceOptional"  },
+    {8, "TransactionComplete"                     },
+};
+static_assert(rising(transactionStatuses, &CodeText::code));
+
+constexpr Field replicationParameter = {"Replication_Parameter", 24, u32, hex8};
+constexpr std::size_t lockTextAt = 28;
+
+constexpr Field messageFields[] = {
+    {"OpCode_Protocol", 0,  u8,  dec }, // the opcode word's high byte, and
+    {"OpCode_Type",     0,  u24, dec }, // the rest of the same word
+    {"Requestor",       4,  u32, dec },
+    {"Dest_EP",         8,  u32, dec },
+    {"MMSG_Len",        12, u32, dec },
+    {"Return_Code",     16, u32, dec },
+    {"Handle",          20, u32, dec },
+    {"General_Use1",    24, u32, hex8},
+    {"General_Use2",    28, u32, hex8},
+    {"General_Use3",    32, u32, hex8},
+};
+constexpr std::size_t messageTextAt = 36;
+
+constexpr Field requestFields[] = {
+    {"Thread_Index",         0,  u32, dec },
+    {"Dest_Endpoint",        4,  u32, dec },
+    {"Request_Opcode",       8,  u32, hex8},
+    {"Timeout_seconds",      12, u32, dec },
+    {"Timeout_microseconds", 16, u32, dec },
+    {"pSema",                20, u32, hex8},
+    {"pMmsgLh",              24, u32, hex8},
+    {"pTimedout",            28, u32, hex8},
+};
+constexpr std::size_t requestTextAt = 32;
+
+constexpr Field responseFields[] = {
+    {"Thread_Index",         0,  u32, dec },
+    {"Dest_Endpoint",        4,  u32, dec },
+    {"Request_Handle",       8,  u32, dec },
+    {"Timeout_seconds",      12, u32, dec },
+    {"Timeout_microseconds", 16, u32, dec },
+    {"pSema",                20, u32, hex8},
+    {"pMmsgLh",              24, u32, hex8},
+    {"pTimedout",            28, u32, hex8},
+};
+constexpr std::size_t responseTextAt = 32;
+
+constexpr Field timerFields[] = {
+    {"Thread_Index",          0,  u32, dec      },
+    {"Delay_seconds",         4,  u32, dec      },
+    {"Delay_microseconds",    8,  u32, dec      },
+    {"isRecurring",           12, u32, trueFalse},
+    {"isRelativeToWallClock", 16, u32, trueFalse},
+    {"pSema",                 20, u32, hex8     },
+    {"pMmsg",                 24, u32, hex8     },
+    {"pCounter",              28, u32, hex8     },
+};
+constexpr std::size_t timerTextAt = 32;
+
+constexpr Field lockManagerFields[] = {
+    {"TSS_RdLocks",           0,  u32, dec      },
+    {"TSS_WrLocks",           4,  u32, dec      },
+    {"TSS_Priority",          8,  u8,  dec      },
+    {"TSS_TaskId",            9,  u8,  dec      },
+    {"TSS_TaskStatus",        10, u8,  dec      },
+    {"CLS_ClassId",           11, u8,  dec      },
+    {"CLS_ClassStatus",       12, u8,  dec      },
+    {"CLS_TaskId",            13, u8,  dec      },
+    {"CLS_RequestCount",      14, u8,  dec      },
+    {"CLS_HoldsLocks",        16, u32, trueFalse},
+    {"OLS_ObjectIx",          20, u32, dec      },
+    {"OLS_OwningTask",        24, u8,  dec      },
+    {"OLS_ObjectStatus",      25, u8,  dec      },
+    {"OLS_ReferenceCount",    26, u16, dec      },
+    {"TES_ClassId",           28, u8,  dec      },
+    {"TES_TransactionStatus", 29, u8,  dec      },
+    {"TES_ReplicationParam",  30, u16, dec      },
+    {"TES_ObjectIx",          32, u32, dec      },
+    {"TES_DataLength",        36, u32, dec      },
+};
+constexpr std::size_t lockManagerTextAt = 40;
+
+constexpr Field persistentMemoryFields[] = {
+    {"cpmControlFileFd",      0,  u32, dec},
+    {"cpmDataFile0Fd",        4,  u32, dec},
+    {"cpmDataFile1Fd",        8,  u32, dec},
+    {"cpmInit",               12, u32, dec},
+    {"cpmDone",               16, u32, dec},
+    {"cpmFlush",              20, u32, dec},
+    {"cpmSetAllObjectsValue", 24, u32, dec},
+    {"cpmStart",              28, u32, dec},
+    {"cpmDebug",              32, u8,  dec},
+};
+
+// One entry for each class of objects; the format is that of an entry.
+constexpr std::uint32_t objectClasses = 32;
+constexpr Field persistentMemoryArrays[] = {
+    {"cpmClassOffset",       36,  u32, dec},
+    {"cpmClassSize",         164, u32, dec},
+    {"cpmClassDirty",        292, u8,  dec},
+    {"cpmGetObjectAddr",     324, u32, dec},
+    {"cpmReleaseObjectAddr", 452, u32, dec},
+};
+
+std::string_view writeTextAt(SafeBody& body, RecordView data, std::size_t at) {
+  const std::string_view text = data.text(at);
+  body.recordElement("Text", text);
+  return summaryOf(text);
+}
+
+template <std::size_t size>
+void writeCode(SafeBody& body, std::string_view key, RecordView data, std::size_t at,
+               const CodeText (&texts)[size]) {
+  if (!data.holds(at, 4)) return;
+  const std::uint32_t code = data.u32(at);
+  const std::string_view text = textOf(texts, code);
+  if (text.empty()) return body.element(key, dec, code);
+  body.element(key, text);
+}
+
+void writeArray(SafeBody& body, RecordView data, const Field& array) {
+  for (std::uint32_t i = 0; i < objectClasses; ++i) {
+    const std::size_t at = array.offset + i * byteCount(array.width);
+    if (!data.holds(at, byteCount(array.width))) return;
+    body.openElement(array.key);
+    body.specialCharacter('[');
+    body.decimal(i + 1);
+    body.specialCharacter(']');
+    body.text(", value ");
+    body.specialCharacter('[');
+    body.number(array.format, array.width == u8 ? data.u8(at) : data.u32(at));
+    body.specialCharacter(']');
+    body.closeElement(array.key);
+  }
+}
+
+}  // namespace
+
+Logged::Logged(const Record& record)
+    : data(record.payload()),
+      lengthBehindLocation(record.structLength() - static_cast<int>(LocationBlock::size)) {
+  if (lengthBehindLocation <= 0) return;
+  location = LocationBlock(data);
+  data = data.from(LocationBlock::size);
+}
+
+std::string_view writeText(SafeBody& body, const Logged& event) {
+  return writeTextAt(body, event.data, 0);
+}
+
+std::string_view writeDump(SafeBody& body, const Logged& event) {
+  const std::string_view summary = writeTextAt(body, event.data, 0);
+  const int behindText = static_cast<int>(event.data.text(0).size()) + 1;
+  const int skip = behindText <= event.lengthBehindLocation ? behindText : 0;
+  // A location block is subtracted even if there is none: such a record shows no bytes.
+  const int count = event.lengthBehindLocation - skip;
+  body.openGroup("Hex");
+  if (count > 0) {
+    body.hexBytes(
+        event.data.bytes(static_cast<std::size_t>(skip), static_cast<std::size_t>(count)));
+  }
+  body.closeGroup("Hex");
+  body.character('\n');
+  return summary;
+}
+
+std::string_view writeSharedMemory(SafeBody& body, const Logged& event) {
+  writeField(body, event.data, sharedMemoryKey);
+  return "Shared Memory Event";
+}
+
+std::string_view writeLock(SafeBody& body, const Logged& event) {
+  body.openGroup("Lock_Classes");
+  writeFields(body, event.data, lockClassFields);
+  body.closeGroup("Lock_Classes");
+  body.openGroup("Object");
+  writeFields(body, event.data, lockObjectFields);
+  body.closeGroup("Object");
+  writeCode(body, "Request_Type", event.data, requestTypeAt, requestTypes);
+  writeCode(body, "Transaction_Status", event.data, transactionStatusAt, transactionStatuses);
+  writeField(body, event.data, replicationParameter);
+  return writeTextAt(body, event.data, lockTextAt);
+}
+
+std::string_view writeMessage(SafeBody& body, const Logged& event) {
+  writeFields(body, event.data, messageFields);
+  return writeTextAt(body, event.data, messageTextAt);
+}
+
+std::string_view writeRequest(SafeBody& body, const Logged& event) {
+  writeFields(body, event.data, requestFields);
+  return writeTextAt(body, event.data, requestTextAt);
+}
+
+std::string_view writeResponse(SafeBody& body, const Logged& event) {
+  writeFields(body, event.data, responseFields);
+  return writeTextAt(body, event.data, responseTextAt);
+}
+
+std::string_view writeTimer(SafeBody& body, const Logged& event) {
+  writeFields(body, event.data, timerFields);
+  return writeTextAt(body, event.data, timerTextAt);
+}
+
+std::string_view writeLockManager(SafeBody& body, const Logged& event) {
+  writeFields(body, event.data, lockManagerFields);
+  return writeTextAt(body, event.data, lockManagerTextAt);
+}
+
+std::string_view writePersistentMemory(SafeBody& body, const Logged& event) {
+  writeFields(body, event.data, persistentMemoryFields);
+  for (const Field& array : persistentMemoryArrays) writeArray(body, event.data, array);
+  return "Persistent Memory Event";
+}
+
+}  // namespace mpuevent::systemconfig

@@ -1,0 +1,39 @@
+#ifndef DECODERS_SYSTEMCONFIG_KINDS_H
+#define DECODERS_SYSTEMCONFIG_KINDS_H
+
+#include <string_view>
+
+#include "decoders/systemconfig/location.h"
+#include "event/RecordView.h"
+#include "event/SafeText.h"
+
+namespace mpuevent::systemconfig {
+
+/// The payload of a record, taken apart.
+struct Logged {
+  explicit Logged(const Record& record);
+
+  LocationBlock location;
+  RecordView data;  ///< what the kind of event lays out
+  /// The payload's length less that of a location block, whether there is one or not.
+  int lengthBehindLocation;
+};
+
+/// Writes the elements of one kind of event. Returns the summary, which is a part of the record or
+/// a fixed text.
+using WriteKind = std::string_view (*)(SafeBody& body, const Logged& event);
+
+std::string_view writeText(SafeBody& body, const Logged& event);
+std::string_view writeDump(SafeBody& body, const Logged& event);
+std::string_view writeSharedMemory(SafeBody& body, const Logged& event);
+std::string_view writeLock(SafeBody& body, const Logged& event);
+std::string_view writeMessage(SafeBody& body, const Logged& event);
+std::string_view writeRequest(SafeBody& body, const Logged& event);
+std::string_view writeResponse(SafeBody& body, const Logged& event);
+std::string_view writeTimer(SafeBody& body, const Logged& event);
+std::string_view writeLockManager(SafeBody& body, const Logged& event);
+std::string_view writePersistentMemory(SafeBody& body, const Logged& event);
+
+}  // namespace mpuevent::systemconfig
+
+#endif

@@ -19,13 +19,13 @@ constexpr Field headFields[] = {
 };
 
 constexpr Field qmirField[] = {
-    {"QMIR", 0, Width::u32, Format::hex8}
+    {"QMIR", 0, Width::u32, Format::hexUpper8}
 };
 constexpr RecordLayout qmir = {4, qmirField};
 
 // The key goes into both tags as it is, with its blank and its equals sign.
 constexpr Field intStatField[] = {
-    {"INT_STAT =", 0, Width::u32, Format::hex8}
+    {"INT_STAT =", 0, Width::u32, Format::hexUpper8}
 };
 constexpr RecordLayout intStat = {4, intStatField};
 

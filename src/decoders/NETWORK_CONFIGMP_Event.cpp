@@ -19,29 +19,29 @@ using enum mpuevent::Format;
 using enum mpuevent::Width;
 
 constexpr Field mmsgFields[] = {
-    {"OpCode_Protocol", 0,  u8,  dec },
-    {"OpCode_Type",     0,  u24, hex8},
-    {"Requestor",       4,  u32, dec },
-    {"Dest_EP",         8,  u32, dec },
-    {"Control_Flags",   12, u32, hex2},
-    {"MMSG_Length",     16, u32, dec },
-    {"Return_Code",     20, u32, dec },
-    {"Handle",          24, u32, dec },
-    {"General_Use1",    28, u32, hex8},
-    {"General_Use2",    32, u32, hex8},
-    {"General_Use3",    36, u32, hex8},
+    {"OpCode_Protocol", 0,  u8,  dec      },
+    {"OpCode_Type",     0,  u24, hexUpper8},
+    {"Requestor",       4,  u32, dec      },
+    {"Dest_EP",         8,  u32, dec      },
+    {"Control_Flags",   12, u32, hexUpper2},
+    {"MMSG_Length",     16, u32, dec      },
+    {"Return_Code",     20, u32, dec      },
+    {"Handle",          24, u32, dec      },
+    {"General_Use1",    28, u32, hexUpper8},
+    {"General_Use2",    32, u32, hexUpper8},
+    {"General_Use3",    36, u32, hexUpper8},
 };
 constexpr std::size_t mmsgText = 40;
 
 constexpr Field responseEventFields[] = {
-    {"Thread_Index",         0,  u32, dec },
-    {"Dest_Endpoint",        4,  u32, dec },
-    {"Request_Handle",       8,  u32, dec },
-    {"Timeout_seconds",      12, u32, dec },
-    {"Timeout_microseconds", 16, u32, dec },
-    {"pSema",                20, u32, hex8},
-    {"pMmsgLh",              24, u32, hex8},
-    {"pTimedout",            28, u32, hex8},
+    {"Thread_Index",         0,  u32, dec      },
+    {"Dest_Endpoint",        4,  u32, dec      },
+    {"Request_Handle",       8,  u32, dec      },
+    {"Timeout_seconds",      12, u32, dec      },
+    {"Timeout_microseconds", 16, u32, dec      },
+    {"pSema",                20, u32, hexUpper8},
+    {"pMmsgLh",              24, u32, hexUpper8},
+    {"pTimedout",            28, u32, hexUpper8},
 };
 constexpr std::size_t responseEventText = 32;
 

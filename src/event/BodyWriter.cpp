@@ -114,21 +114,21 @@ char* putNumber(char* place, Format format, std::uint64_t value) {
       return putDecimal(place, static_cast<std::int32_t>(value));
     case Format::udec:
       return putDecimal(place, value);
-    case Format::hex:
+    case Format::hexLower:
       return toLower(place, putHex(putPrefix(place), value, 1));
-    case Format::hex8:
+    case Format::hexUpper8:
       return putWord(putPrefix(place), static_cast<std::uint32_t>(value));
-    case Format::hex8Lower:
+    case Format::hexLower8:
       return toLower(place, putHex(putPrefix(place), value, 8));
-    case Format::hex2:
+    case Format::hexUpper2:
       return putHex(putPrefix(place), value, 2);
-    case Format::hex6Lower:
+    case Format::hexLower6:
       return toLower(place, putHex(putPrefix(place), value, 6));
-    case Format::hex4Lower:
+    case Format::hexLower4:
       return toLower(place, putHex(putPrefix(place), value, 4));
-    case Format::hex2Lower:
+    case Format::hexLower2:
       return toLower(place, putHex(putPrefix(place), value, 2));
-    case Format::bareHex:
+    case Format::bareHexLower:
       return toLower(place, putHex(place, value, 1));
     case Format::markedHex2:
       return putMark(putHex(place, value, 2));
@@ -143,7 +143,7 @@ char* putNumber(char* place, Format format, std::uint64_t value) {
     case Format::trueFalse:
       return value != 0 ? putLiteral(place, "TRUE") : putLiteral(place, "FALSE");
     case Format::pointer:
-      return value == 0 ? putLiteral(place, "(nil)") : putNumber(place, Format::hex, value);
+      return value == 0 ? putLiteral(place, "(nil)") : putNumber(place, Format::hexLower, value);
     case Format::pointer0x:
       return putNumber(putPrefix(place), Format::pointer, value);
     case Format::seconds:
@@ -153,7 +153,7 @@ char* putNumber(char* place, Format format, std::uint64_t value) {
 }
 
 char* putWords(char* place, Format format, std::initializer_list<std::uint32_t> words) {
-  const bool lower = format == Format::hex8Lower;
+  const bool lower = format == Format::hexLower8;
   char* end = putPrefix(place);
   for (const std::uint32_t* word = words.begin();;) {
     end = putWord(end, *word);

@@ -17,24 +17,24 @@ enum class Separator : std::uint8_t { none, blank };
 
 /// The text of a number; the printf formats are those that it reads like.
 enum class Format : std::uint8_t {
-  dec,          ///< "%d": the value as a signed 32-bit number
-  udec,         ///< "%u", and "%llu" of a 64-bit value
-  hex,          ///< "0x%x"
-  hex8,         ///< "0x%08X" of a word; a pair or quad joins its words with ":"
-  hex8Lower,    ///< "0x%08x"; a pair is joined with two blanks
-  hex2,         ///< "0x%02X"
-  hex6Lower,    ///< "0x%06x"
-  hex4Lower,    ///< "0x%04x"
-  hex2Lower,    ///< "0x%02x"
-  bareHex,      ///< "%x"
-  markedHex2,   ///< "%02X (hex)"
-  markedHex8,   ///< "%08X (hex)"
-  markedHex16,  ///< "%016X (hex)"
-  markedPair,   ///< "(%08X, %08X) (hex)" of the halves of a 64-bit value
-  trueFalse,    ///< "TRUE" if it is not 0, else "FALSE"
-  pointer,      ///< "%p": "0x%x", and "(nil)" for 0
-  pointer0x,    ///< "0x%p": two prefixes, and "0x(nil)" for 0
-  seconds,      ///< "%d seconds"
+  dec,           ///< "%d": the value as a signed 32-bit number
+  udec,          ///< "%u", and "%llu" of a 64-bit value
+  hexLower,      ///< "0x%x"
+  hexUpper8,     ///< "0x%08X" of a word; words of one value are joined with ":"
+  hexLower8,     ///< "0x%08x"; words of one value are joined with two blanks
+  hexUpper2,     ///< "0x%02X"
+  hexLower6,     ///< "0x%06x"
+  hexLower4,     ///< "0x%04x"
+  hexLower2,     ///< "0x%02x"
+  bareHexLower,  ///< "%x"
+  markedHex2,    ///< "%02X (hex)"
+  markedHex8,    ///< "%08X (hex)"
+  markedHex16,   ///< "%016X (hex)"
+  markedPair,    ///< "(%08X, %08X) (hex)" of the halves of a 64-bit value
+  trueFalse,     ///< "TRUE" if it is not 0, else "FALSE"
+  pointer,       ///< "%p": "0x%x", and "(nil)" for 0
+  pointer0x,     ///< "0x%p": two prefixes, and "0x(nil)" for 0
+  seconds,       ///< "%d seconds"
 };
 
 /// Writes two upper-case hex digits for each byte to `place`; returns how many characters that is.

@@ -20,11 +20,11 @@ void writeField(BodyWriter& body, RecordView layout, const Field& field) {
       return body.element(key, format, layout.u48(at));
     case Width::u64:
       return body.element(key, format, layout.u64(at));
-    case Width::pairHighFirst:
+    case Width::wordPair:
       return body.element(key, format, {word(0), word(1)});
-    case Width::pairHighSecond:
+    case Width::wordPairSwapped:
       return body.element(key, format, {word(1), word(0)});
-    case Width::quad:
+    case Width::wordQuad:
       return body.element(key, format, {word(0), word(1), word(2), word(3)});
   }
 }

@@ -18,9 +18,9 @@ enum class Width : std::uint8_t {
   u32,
   u48,
   u64,
-  pairHighFirst,   ///< two words, printed in storage order
-  pairHighSecond,  ///< two words, the one at the higher offset printed first
-  quad,            ///< four words, printed in storage order
+  wordPair,         ///< two words, printed in storage order
+  wordPairSwapped,  ///< two words, the one at the higher offset printed first
+  wordQuad,         ///< four words, printed in storage order
 };
 
 /// One row of a layout: the element that shows a number of fixed place.
@@ -44,10 +44,10 @@ constexpr std::size_t byteCount(Width width) {
     case Width::u48:
       return 6;
     case Width::u64:
-    case Width::pairHighFirst:
-    case Width::pairHighSecond:
+    case Width::wordPair:
+    case Width::wordPairSwapped:
       return 8;
-    case Width::quad:
+    case Width::wordQuad:
       break;
   }
   return 16;

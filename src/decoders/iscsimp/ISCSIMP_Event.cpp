@@ -134,7 +134,7 @@ std::string ISCSIMP_Event::get_ip_address(IpAddr_t& address) {
 std::string ISCSIMP_Event::get_isid(unsigned char* isid) {
   if (isid == nullptr) return {};
   BodyWriter text(Separator::none, 24);
-  text.number(mpuevent::Format::hex6Lower, trusting(isid).u48(0));
+  text.number(mpuevent::Format::hexLower6, trusting(isid).u48(0));
   return std::string(text.view());
 }
 

@@ -25,10 +25,10 @@ constexpr Field loginRequestFields[] = {
     {"Version-min",       3,  u8,  udec     },
     {"TotalAHSLength",    4,  u8,  udec     },
     {"DataSegmentLength", 4,  u24, udec     },
-    {"ISID",              8,  u48, hex6Lower},
-    {"TSIH",              14, u16, hex4Lower},
-    {"ITT",               16, u32, hex8Lower},
-    {"CID",               20, u16, hex4Lower},
+    {"ISID",              8,  u48, hexLower6},
+    {"TSIH",              14, u16, hexLower4},
+    {"ITT",               16, u32, hexLower8},
+    {"CID",               20, u16, hexLower4},
     {"CmdSN",             24, u32, udec     },
     {"ExpStatSN",         28, u32, udec     },
 };
@@ -42,8 +42,8 @@ constexpr Flag textRequestFlags[] = {
 constexpr Field textRequestFields[] = {
     {"TotalAHSLength",    4,  u8,  udec     },
     {"DataSegmentLength", 4,  u24, udec     },
-    {"ITT",               16, u32, hex8Lower},
-    {"TTT",               20, u32, hex8Lower},
+    {"ITT",               16, u32, hexLower8},
+    {"TTT",               20, u32, hexLower8},
     {"CmdSN",             24, u32, udec     },
     {"ExpStatSN",         28, u32, udec     },
 };

@@ -21,7 +21,7 @@ constexpr Field targetId = {"Target_ID", 66, u16, udec};
 
 constexpr Field sessionFields[] = {
     tsih,
-    {"ISID",               12, u48, hex6Lower},
+    {"ISID",               12, u48, hexLower6},
     {"ErrorRecoveryLevel", 38, u16, udec     },
     {"DefaultTime2Wait",   28, u16, udec     },
     {"DefaultTime2Retain", 30, u16, udec     },
@@ -44,7 +44,7 @@ constexpr Flag normalSessionFlags[] = {
 };
 
 constexpr Field connectionFields[] = {
-    {"CID",                44, u16, hex8Lower},
+    {"CID",                44, u16, hexLower8},
     {"ActiveiScsiVersion", 46, u8,  udec     },
 };
 

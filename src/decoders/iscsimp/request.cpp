@@ -17,14 +17,14 @@ void writeHeaderSegment(BodyWriter& body, RecordView data) {
 }
 
 constexpr Field messageFields[] = {
-    {"Protocol",    16, u8,  hex4Lower},
-    {"Type",        16, u24, hex4Lower},
-    {"Requestor",   20, u8,  hex2Lower},
-    {"Destination", 22, u8,  hex2Lower},
-    {"Length",      14, u16, hex4Lower},
-    {"Control",     21, u8,  hex2Lower},
-    {"Handle",      44, u32, hex8Lower},
-    {"Return_code", 40, u32, hex8Lower},
+    {"Protocol",    16, u8,  hexLower4},
+    {"Type",        16, u24, hexLower4},
+    {"Requestor",   20, u8,  hexLower2},
+    {"Destination", 22, u8,  hexLower2},
+    {"Length",      14, u16, hexLower4},
+    {"Control",     21, u8,  hexLower2},
+    {"Handle",      44, u32, hexLower8},
+    {"Return_code", 40, u32, hexLower8},
 };
 
 /// Steps through the texts behind a layout, each of which is there if its length is not 0. A

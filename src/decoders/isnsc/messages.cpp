@@ -100,7 +100,7 @@ void writeArgument(BodyWriter& body, unsigned index, std::uint32_t value) {
   char* digits = key + 3;
   if (index < 10) *digits++ = '0';
   const char* end = std::to_chars(digits, key + sizeof key, index).ptr;
-  body.element({key, static_cast<std::size_t>(end - key)}, hex8, value);
+  body.element({key, static_cast<std::size_t>(end - key)}, hexUpper8, value);
 }
 
 }  // namespace

@@ -73,8 +73,8 @@ bool writeInstances(BodyWriter& body, RecordView words, const ArcRegister& row) 
 }
 
 constexpr Field stackFields[] = {
-    {"arc_index", 0, Width::u32, Format::bareHex},
-    {"SP",        4, Width::u32, Format::bareHex},
+    {"arc_index", 0, Width::u32, Format::bareHexLower},
+    {"SP",        4, Width::u32, Format::bareHexLower},
 };
 constexpr std::size_t stackWords = 8;
 
@@ -107,7 +107,7 @@ String stackBody(const Record& record) {
       trace({traceFile, 903}, {"There is not enough space to dump the stack data\n"});
       break;
     }
-    body.element(key, Format::bareHex, payload.u32(at));
+    body.element(key, Format::bareHexLower, payload.u32(at));
   }
   return body.string();
 }

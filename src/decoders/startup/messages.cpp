@@ -81,11 +81,11 @@ constexpr Field channelHeaderFields[] = {
     {"protocol",       12, Width::u8,  Format::dec      },
     {"type",           12, Width::u24, Format::dec      },
     {"requestor",      16, Width::u8,  Format::dec      },
-    {"mmsg_cont",      17, Width::u8,  Format::hex2Lower},
+    {"mmsg_cont",      17, Width::u8,  Format::hexLower2},
     {"return_code",    36, Width::u32, Format::dec      },
-    {"general_use1",   44, Width::u32, Format::hex8Lower},
-    {"general_use2",   48, Width::u32, Format::hex8Lower},
-    {"general_use3",   52, Width::u32, Format::hex8Lower},
+    {"general_use1",   44, Width::u32, Format::hexLower8},
+    {"general_use2",   48, Width::u32, Format::hexLower8},
+    {"general_use3",   52, Width::u32, Format::hexLower8},
 };
 
 // A partial message has its first three fields, and of the others, in their order, those whose

@@ -17,7 +17,7 @@ using Texts = std::span<const std::string_view>;
 constexpr Field signalFields[] = {
     {"Signal_number", 0, Width::u32, Format::dec      },
     {"Errno",         4, Width::u32, Format::dec      },
-    {"Signal_code",   8, Width::u32, Format::hex8Lower},
+    {"Signal_code",   8, Width::u32, Format::hexLower8},
 };
 
 // What follows these three depends on the class, the upper half of the signal code.
@@ -141,18 +141,18 @@ constexpr std::size_t generalRegisters = 128;
 constexpr unsigned generalRegisterCount = 32;
 
 constexpr Field specialRegisters[] = {
-    {"NIP",       256, Width::u32, Format::hex8Lower},
-    {"MSR",       260, Width::u32, Format::hex8Lower},
-    {"Orig_GPR3", 264, Width::u32, Format::hex8Lower},
-    {"CTR",       268, Width::u32, Format::hex8Lower},
-    {"LINK",      272, Width::u32, Format::hex8Lower},
-    {"XER",       276, Width::u32, Format::hex8Lower},
-    {"CCR",       280, Width::u32, Format::hex8Lower},
-    {"MQ",        284, Width::u32, Format::hex8Lower},
-    {"TRAP",      288, Width::u32, Format::hex8Lower},
-    {"DAR",       292, Width::u32, Format::hex8Lower},
-    {"DSISR",     296, Width::u32, Format::hex8Lower},
-    {"RESULT",    300, Width::u32, Format::hex8Lower},
+    {"NIP",       256, Width::u32, Format::hexLower8},
+    {"MSR",       260, Width::u32, Format::hexLower8},
+    {"Orig_GPR3", 264, Width::u32, Format::hexLower8},
+    {"CTR",       268, Width::u32, Format::hexLower8},
+    {"LINK",      272, Width::u32, Format::hexLower8},
+    {"XER",       276, Width::u32, Format::hexLower8},
+    {"CCR",       280, Width::u32, Format::hexLower8},
+    {"MQ",        284, Width::u32, Format::hexLower8},
+    {"TRAP",      288, Width::u32, Format::hexLower8},
+    {"DAR",       292, Width::u32, Format::hexLower8},
+    {"DSISR",     296, Width::u32, Format::hexLower8},
+    {"RESULT",    300, Width::u32, Format::hexLower8},
 };
 
 constexpr std::size_t processName = 324;
@@ -202,7 +202,7 @@ void writeGeneralRegisters(BodyWriter& body, RecordView info) {
     body.openElement("GPR");
     body.decimal(i);
     body.text(": ");
-    body.number(Format::hex8Lower, info.u32(at));
+    body.number(Format::hexLower8, info.u32(at));
     body.closeElement("GPR");
   }
 }

@@ -16,8 +16,8 @@ using enum Format;
 constexpr Field sharedMemoryKey = {"ShMem_Key", 0, u32, dec};
 
 constexpr Field lockClassFields[] = {
-    {"Read",  0, u32, hex8},
-    {"Write", 4, u32, hex8},
+    {"Read",  0, u32, hexUpper8},
+    {"Write", 4, u32, hexUpper8},
 };
 
 constexpr Field lockObjectFields[] = {
@@ -49,44 +49,44 @@ constexpr CodeText transactionStatuses[] = {
 };
 static_assert(rising(transactionStatuses, &CodeText::code));
 
-constexpr Field replicationParameter = {"Replication_Parameter", 24, u32, hex8};
+constexpr Field replicationParameter = {"Replication_Parameter", 24, u32, hexUpper8};
 constexpr std::size_t lockTextAt = 28;
 
 constexpr Field messageFields[] = {
-    {"OpCode_Protocol", 0,  u8,  dec }, // the opcode word's high byte, and
-    {"OpCode_Type",     0,  u24, dec }, // the rest of the same word
-    {"Requestor",       4,  u32, dec },
-    {"Dest_EP",         8,  u32, dec },
-    {"MMSG_Len",        12, u32, dec },
-    {"Return_Code",     16, u32, dec },
-    {"Handle",          20, u32, dec },
-    {"General_Use1",    24, u32, hex8},
-    {"General_Use2",    28, u32, hex8},
-    {"General_Use3",    32, u32, hex8},
+    {"OpCode_Protocol", 0,  u8,  dec      }, // the opcode word's high byte, and
+    {"OpCode_Type",     0,  u24, dec      }, // the rest of the same word
+    {"Requestor",       4,  u32, dec      },
+    {"Dest_EP",         8,  u32, dec      },
+    {"MMSG_Len",        12, u32, dec      },
+    {"Return_Code",     16, u32, dec      },
+    {"Handle",          20, u32, dec      },
+    {"General_Use1",    24, u32, hexUpper8},
+    {"General_Use2",    28, u32, hexUpper8},
+    {"General_Use3",    32, u32, hexUpper8},
 };
 constexpr std::size_t messageTextAt = 36;
 
 constexpr Field requestFields[] = {
-    {"Thread_Index",         0,  u32, dec },
-    {"Dest_Endpoint",        4,  u32, dec },
-    {"Request_Opcode",       8,  u32, hex8},
-    {"Timeout_seconds",      12, u32, dec },
-    {"Timeout_microseconds", 16, u32, dec },
-    {"pSema",                20, u32, hex8},
-    {"pMmsgLh",              24, u32, hex8},
-    {"pTimedout",            28, u32, hex8},
+    {"Thread_Index",         0,  u32, dec      },
+    {"Dest_Endpoint",        4,  u32, dec      },
+    {"Request_Opcode",       8,  u32, hexUpper8},
+    {"Timeout_seconds",      12, u32, dec      },
+    {"Timeout_microseconds", 16, u32, dec      },
+    {"pSema",                20, u32, hexUpper8},
+    {"pMmsgLh",              24, u32, hexUpper8},
+    {"pTimedout",            28, u32, hexUpper8},
 };
 constexpr std::size_t requestTextAt = 32;
 
 constexpr Field responseFields[] = {
-    {"Thread_Index",         0,  u32, dec },
-    {"Dest_Endpoint",        4,  u32, dec },
-    {"Request_Handle",       8,  u32, dec },
-    {"Timeout_seconds",      12, u32, dec },
-    {"Timeout_microseconds", 16, u32, dec },
-    {"pSema",                20, u32, hex8},
-    {"pMmsgLh",              24, u32, hex8},
-    {"pTimedout",            28, u32, hex8},
+    {"Thread_Index",         0,  u32, dec      },
+    {"Dest_Endpoint",        4,  u32, dec      },
+    {"Request_Handle",       8,  u32, dec      },
+    {"Timeout_seconds",      12, u32, dec      },
+    {"Timeout_microseconds", 16, u32, dec      },
+    {"pSema",                20, u32, hexUpper8},
+    {"pMmsgLh",              24, u32, hexUpper8},
+    {"pTimedout",            28, u32, hexUpper8},
 };
 constexpr std::size_t responseTextAt = 32;
 
@@ -96,9 +96,9 @@ constexpr Field timerFields[] = {
     {"Delay_microseconds",    8,  u32, dec      },
     {"isRecurring",           12, u32, trueFalse},
     {"isRelativeToWallClock", 16, u32, trueFalse},
-    {"pSema",                 20, u32, hex8     },
-    {"pMmsg",                 24, u32, hex8     },
-    {"pCounter",              28, u32, hex8     },
+    {"pSema",                 20, u32, hexUpper8},
+    {"pMmsg",                 24, u32, hexUpper8},
+    {"pCounter",              28, u32, hexUpper8},
 };
 constexpr std::size_t timerTextAt = 32;
 

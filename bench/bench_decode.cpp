@@ -109,7 +109,7 @@ bool registerAll() {
   for (const mpuevent::samples::Module& module : mpuevent::samples::modules()) {
     for (const mpuevent::samples::Sample& sample : module.samples()) {
       const std::string record = mpuevent::samples::record(module, sample).str();
-      loadOf(module.decoder).add(record);
+      loadOf(module.name).add(record);
       loadOf("mix").add(record);
     }
   }

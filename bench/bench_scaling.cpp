@@ -128,11 +128,11 @@ bool registerAll() {
   }
   for (const Module& module : mpuevent::samples::modules()) {
     const auto addDecoding = [&module](const std::string& name, const Make& make, bool alone) {
-      add(std::string(module.decoder) + '_' + std::to_string(module.source) + '/' + name,
+      add("decode/" + std::string(module.name) + '/' + name,
           [&module, make, alone](benchmark::State& state) { decode(state, module, make, alone); });
     };
     for (const auto& [name, make] : tails) addDecoding(name, make, false);
-    if (module.decoder == "AWR8P_Event") {
+    if (module.name == "AWR8P") {
       for (const auto& [name, make] : trees) addDecoding(name, make, true);
     }
   }

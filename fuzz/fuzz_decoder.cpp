@@ -11,13 +11,13 @@
 
 namespace {
 
-constexpr std::string_view kDecoder = MPUEVENT_FUZZ_DECODER "_Event";
+constexpr std::string_view kDecoder = MPUEVENT_FUZZ_DECODER;
 
 const mpuevent::samples::Module& moduleOfDecoder() {
   const auto& modules = mpuevent::samples::modules();
   const auto found =
       std::find_if(modules.begin(), modules.end(),
-                   [](const mpuevent::samples::Module& row) { return row.decoder == kDecoder; });
+                   [](const mpuevent::samples::Module& row) { return row.name == kDecoder; });
   mpuevent::fuzz::require(found != modules.end(), "there is a decoder of the name");
   return *found;
 }

@@ -29,8 +29,7 @@ void writeRecordSeeds(const fs::path& top) {
           "source" + std::to_string(module.source) + "-" + std::to_string(index++);
       write(top / "fuzz_envelope" / name,
             mpuevent::support::message(mpuevent::samples::record(module, sample).str()));
-      const std::string_view decoder = module.decoder.substr(0, module.decoder.find("_Event"));
-      const fs::path directory = top / ("fuzz_" + std::string(decoder));
+      const fs::path directory = top / ("fuzz_" + std::string(module.name));
       fs::create_directories(directory);
       mpuevent::support::Payload input;
       input.u16(sample.id).u8(sample.idVersion).u8(sample.type).u8(sample.category).u16(0);

@@ -1,7 +1,9 @@
-// Writes a log such as one array sends to its management agent: CMAP messages, back to back. The
-// bytes are the same on every machine and in every run.
+// Writes a log such as one array sends to its management agent, array.cmap, and the samples of each
+// module by themselves, NAME.cmap: CMAP messages, back to back. The bytes are the same on every
+// machine and in every run.
 #include <array>
 #include <cstdint>
+#include <exception>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -90,18 +92,34 @@ std::string makeLog() {
   return log;
 }
 
+std::string makeLog(const Module& module) {
+  std::string log;
+  for (const Sample& sample : module.samples()) {
+    log += mpuevent::support::message(mpuevent::samples::record(module, sample).str());
+  }
+  return log;
+}
+
+void write(const std::string& directory, std::string_view name, const std::string& log) {
+  std::ofstream out(directory + '/' + std::string(name) + ".cmap", std::ios::binary);
+  out.exceptions(std::ios::badbit | std::ios::failbit);
+  out.write(log.data(), static_cast<std::streamsize>(log.size())).flush();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc != 2) {
-    std::cerr << "usage: make_sample OUT.cmap\n";
+    std::cerr << "usage: make_sample DIRECTORY\n";
     return 2;
   }
-  const std::string log = makeLog();
-  std::ofstream out(argv[1], std::ios::binary);
-  out.write(log.data(), static_cast<std::streamsize>(log.size())).flush();
-  if (!out) {
-    std::cerr << "make_sample: " << argv[1] << ": cannot be written\n";
+  try {
+    for (const Module& module : mpuevent::samples::modules()) {
+      write(argv[1], module.name, makeLog(module));
+    }
+    write(argv[1], "array", makeLog());
+  } catch (const std::exception& failure) {
+    std::cerr << "make_sample: " << argv[1] << ": " << failure.what() << '\n';
     return 2;
   }
   return 0;

@@ -1,31 +1,14 @@
 #include "records/SampleRecords.h"
 
-#include <MPUEvent/AIMMP_Event.h>
-#include <MPUEvent/AWR8P_Event.h>
-#include <MPUEvent/CACHE18P_Event.h>
-#include <MPUEvent/CACHE28P_Event.h>
-#include <MPUEvent/DDLMMP_Event.h>
-#include <MPUEvent/DRIVEADMP_Event.h>
-#include <MPUEvent/ENVIRONMP_Event.h>
-#include <MPUEvent/HACCMP_Event.h>
-#include <MPUEvent/ICHAR_Event.h>
-#include <MPUEvent/IOMGR8P_Event.h>
-#include <MPUEvent/ISCSIMP_Event.h>
-#include <MPUEvent/ISNSC_Event.h>
-#include <MPUEvent/MIP8P_Event.h>
-#include <MPUEvent/MSMMP_Event.h>
-#include <MPUEvent/NETWORK_CONFIGMP_Event.h>
-#include <MPUEvent/OB0_Event.h>
-#include <MPUEvent/OB1_Event.h>
-#include <MPUEvent/SNMPMP_Event.h>
-#include <MPUEvent/STARTUPMP_Event.h>
-#include <MPUEvent/SYSTEM_CONFIGMP_Event.h>
+#include "modules/Headers.h"
 
 namespace mpuevent::samples {
 
-#define MODULE(decoder, source, samples) std::vector<Sample> samples();
-#include "records/Modules.inc"
-#undef MODULE
+#define MODULE(source, word, name) std::vector<Sample> samplesOf##name();
+#include "modules/Modules.def"
+// Two sources without a decoder, the second without a word, too.
+std::vector<Sample> samplesOfMIP_LOCAL();
+std::vector<Sample> samplesOfUNNAMED();
 
 namespace {
 
@@ -46,11 +29,16 @@ Sample::Sample(std::uint16_t number, std::uint8_t version, std::uint8_t severity
     : id(number), idVersion(version), type(severity), category(kind), payload(bytes.str()) {}
 
 const std::vector<Module>& modules() {
-  static const std::vector<Module> rows = {
-#define MODULE(decoder, source, samples) {#decoder, source, construct<Pegasus::decoder>, samples},
-#include "records/Modules.inc"
-#undef MODULE
-  };
+  static const std::vector<Module> rows = [] {
+    std::vector<Module> modules;
+    using Pegasus::Quarn_Event;
+#define MODULE(source, word, name) \
+  modules.push_back({#name, source, construct<Pegasus::name##_Event>, samplesOf##name});
+#include "modules/Modules.def"
+    modules.push_back({"MIP_LOCAL", 11, construct<Quarn_Event>, samplesOfMIP_LOCAL});
+    modules.push_back({"UNNAMED", 200, construct<Quarn_Event>, samplesOfUNNAMED});
+    return modules;
+  }();
   return rows;
 }
 

@@ -42,16 +42,17 @@ struct Sample {
   std::string payload;
 };
 
-/// A source byte, the decoder class that it stands for, and events of it.
+/// A source byte, the decoder class that it stands for, and events of it. A module's samples are
+/// the function samplesOfNAME().
 struct Module {
-  std::string_view decoder;  ///< the class without its namespace
+  std::string_view name;  ///< of the class without "_Event"; of a plain source a name of its own
   std::uint8_t source;
   /// `new` of the class with its decoder constructor; the caller owns the event.
   Pegasus::Quarn_Event* (*construct)(Pegasus::EmpEvLogMsg_s* record, int length);
   std::vector<Sample> (*samples)();
 };
 
-/// Every row of Modules.inc, in its order.
+/// Every module with a decoder, by rising source, and two without.
 const std::vector<Module>& modules();
 
 /// A record of the sample, of which the header fields can still be changed.

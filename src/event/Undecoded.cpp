@@ -23,6 +23,4 @@ void showUndecoded(Pegasus::Quarn_Event& event, const Record& record, TraceSite 
   event.setBody(hexBody(record));
 }
 
-String sampleBody() { return "Sample Body text"; }
-
 }  // namespace mpuevent

@@ -16,9 +16,6 @@ Pegasus::String hexBody(const Record& record);
 void showUndecoded(Pegasus::Quarn_Event& event, const Record& record, TraceSite site,
                    const char* summary, const char* traceText = "Unknown EventID: 0x");
 
-/// The body of the modules' sample functions.
-Pegasus::String sampleBody();
-
 }  // namespace mpuevent
 
 #endif

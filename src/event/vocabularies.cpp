@@ -13,39 +13,9 @@ using mpuevent::rising;
 using mpuevent::textOf;
 
 constexpr CodeText sourceNames[] = {
-    {0,  "iSCSI 1"    },
-    {1,  "iSCSI 2"    },
-    {2,  "SCSI"       },
-    {3,  "Cache 1"    },
-    {4,  "Cache 2"    },
-    {5,  "I/O Mgr"    },
-    {6,  "Dev Mgr"    },
-    {7,  "MIP"        },
-    {8,  "PieMan"     },
-    {9,  "AWR"        },
-    {10, "VPI"        },
-    {11, "MIP Local"  },
-    {12, "iChar"      },
-    {13, "OB0"        },
-    {14, "OB1"        },
-    {15, "HACC"       },
-    {16, "MSM"        },
-    {17, "RCP"        },
-    {18, "Startup"    },
-    {19, "DDLM"       },
-    {20, "Vol Mgr"    },
-    {21, "Drive Admin"},
-    {22, "ICS"        },
-    {23, "SCC"        },
-    {24, "NCS"        },
-    {25, "AIM"        },
-    {26, "Environ"    },
-    {27, "EMP"        },
-    {28, "SNMP"       },
-    {29, "SMIS"       },
-    {30, "SMIS IND"   },
-    {31, "iSNS"       },
-    {33, "ES Adapter" }, // 32 has no name
+#define PLAIN(source, word) {source, word},
+#define MODULE(source, word, name) {source, word},
+#include "modules/Modules.def"
 };
 static_assert(rising(sourceNames, &CodeText::code));
 

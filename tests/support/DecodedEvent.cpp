@@ -1,11 +1,8 @@
 #include "support/DecodedEvent.h"
 
 #include <MPUEvent/MPUEvent.h>
-#include <cxxabi.h>
 
-#include <cstdlib>
 #include <ostream>
-#include <typeinfo>
 
 #include "support/RecordBuilder.h"
 
@@ -33,14 +30,6 @@ std::string utf8(const Pegasus::String& text) {
   }
   append(text.size());
   return out;
-}
-
-std::string className(const Pegasus::Quarn_Event& event) {
-  const std::unique_ptr<char, decltype(&std::free)> name(
-      abi::__cxa_demangle(typeid(event).name(), nullptr, nullptr, nullptr), std::free);
-  const std::string_view qualified = name.get();
-  const std::size_t colon = qualified.rfind(':');
-  return std::string(qualified.substr(colon + 1));
 }
 
 std::size_t EventFields::textSize() const {

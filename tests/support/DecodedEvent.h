@@ -19,9 +19,6 @@ std::unique_ptr<Pegasus::Quarn_Event> decode(std::string_view record);
 /// The text in UTF-8; NULs stay in it, and half a surrogate pair becomes three bytes.
 std::string utf8(const Pegasus::String& text);
 
-/// The class of the event without its namespace: "ICHAR_Event".
-std::string className(const Pegasus::Quarn_Event& event);
-
 /// Everything that the accessors of an event tell.
 struct EventFields {
   /// Enclosure serial, controller serial, source, category, event id, summary, body.

@@ -3,24 +3,15 @@
 #include <CMAP/CMAPMessageHeader.h>
 #include <CMAP/Quarn_istream.h>
 #include <MPUEvent/MPUEvent.h>
-#include <cxxabi.h>
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
+#include <typeindex>
+#include <unordered_map>
+
+#include "modules/Headers.h"
 
 namespace mpuevent::tool {
-
-namespace {
-
-std::string demangledName(const std::type_info& type) {
-  int status = 0;
-  const std::unique_ptr<char, decltype(&std::free)> name(
-      abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), &std::free);
-  return name ? name.get() : type.name();
-}
-
-}  // namespace
 
 std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const log::LogUnit& unit) {
   std::array<unsigned char, Pegasus::CMAPMessageHeader::wireSize> wire{};
@@ -38,11 +29,12 @@ std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const log::LogUnit& u
 }
 
 std::string_view EventDecoder::className(const Pegasus::Quarn_Event& event) {
-  const std::type_info& type = typeid(event);
-  const auto known = classNames_.find(&type);
-  if (known != classNames_.end()) return known->second;
-  const std::string name = demangledName(type);
-  return classNames_.emplace(&type, name.substr(name.rfind(':') + 1)).first->second;
+  static const std::unordered_map<std::type_index, std::string_view> names = {
+#define MODULE(source, word, name) {typeid(Pegasus::name##_Event), #name "_Event"},
+#include "modules/Modules.def"
+  };
+  const auto known = names.find(typeid(event));
+  return known != names.end() ? known->second : "Quarn_Event";
 }
 
 }  // namespace mpuevent::tool

@@ -6,10 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <string_view>
-#include <typeinfo>
-#include <unordered_map>
 
 #include "log/framing/LogReader.h"
 
@@ -24,11 +21,8 @@ class EventDecoder {
   /// Of a longer record the first `longestRecord` bytes are decoded.
   std::unique_ptr<Pegasus::Quarn_Event> decode(const log::LogUnit& unit);
 
-  /// The class of the event without its namespace. Valid as long as this object lives.
-  std::string_view className(const Pegasus::Quarn_Event& event);
-
- private:
-  std::unordered_map<const std::type_info*, std::string> classNames_;
+  /// The class of the event without its namespace. Valid for good.
+  static std::string_view className(const Pegasus::Quarn_Event& event);
 };
 
 }  // namespace mpuevent::tool

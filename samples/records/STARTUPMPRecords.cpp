@@ -78,7 +78,7 @@ Payload stack(std::uint32_t words) {
 
 }  // namespace
 
-std::vector<Sample> startupSamples() {
+std::vector<Sample> samplesOfSTARTUPMP() {
   return {
       message(informational, "Boot OK\nslot = 3, state= up\n"),
       message(informational,

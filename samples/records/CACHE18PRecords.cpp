@@ -48,7 +48,7 @@ Sample bugcheck(std::uint16_t id, const Payload& payload = {}) {
 
 }  // namespace
 
-std::vector<Sample> cache1Samples() {
+std::vector<Sample> samplesOfCACHE18P() {
   return {
       bugcheck(1, words({12, 64, 52})),
       bugcheck(2),
@@ -84,7 +84,7 @@ std::vector<Sample> cache1Samples() {
   };
 }
 
-std::vector<Sample> cache2Samples() {
+std::vector<Sample> samplesOfCACHE28P() {
   return {
       bugcheck(10),
       bugcheck(36, words({1, 0xFFFFFFFE})),

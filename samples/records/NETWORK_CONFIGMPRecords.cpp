@@ -30,7 +30,7 @@ Payload link(std::uint32_t port, std::uint32_t status, std::uint8_t blade, std::
 
 }  // namespace
 
-std::vector<Sample> networkConfigSamples() {
+std::vector<Sample> samplesOfNETWORK_CONFIGMP() {
   return {
       Sample(1000, 1, informational, networkEvents,
              Payload().text("management port eth0: 100 Mb/s, full duplex")),

@@ -54,7 +54,7 @@ Payload clientConfiguration(std::string_view nodeId, std::string_view alias) {
 
 }  // namespace
 
-std::vector<Sample> isnsClientSamples() {
+std::vector<Sample> samplesOfISNSC() {
   return {
       Sample(1, 1, informational, isnsEvents,
              clientConfiguration("iqn.2004-05.com.array:storage.000318", "array 318 <rack=7>")),

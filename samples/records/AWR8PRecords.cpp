@@ -25,7 +25,7 @@ Payload container(std::initializer_list<Payload> children) {
 
 }  // namespace
 
-std::vector<Sample> awrSamples() {
+std::vector<Sample> samplesOfAWR8P() {
   const Payload registers =
       Payload().u32(0x80004010).u32(0x0000FF10).text("BIST <ok>; err=0").u16(0x5C5C).u8(0x5C);
   return {

@@ -121,7 +121,7 @@ Payload messageQueue(std::uint32_t base) {
 
 }  // namespace
 
-std::vector<Sample> iomgrSamples() {
+std::vector<Sample> samplesOfIOMGR8P() {
   std::vector<Sample> samples;
   const auto add = [&samples](std::uint8_t severity, const Payload& payload) {
     samples.emplace_back(std::uint16_t{1}, std::uint8_t{1}, severity, volumeEvents, payload);
@@ -172,7 +172,7 @@ std::vector<Sample> iomgrSamples() {
   return samples;
 }
 
-std::vector<Sample> mipSamples() {
+std::vector<Sample> samplesOfMIP8P() {
   std::vector<Sample> samples;
   const auto add = [&samples](std::uint8_t severity, const Payload& payload) {
     samples.emplace_back(std::uint16_t{1}, std::uint8_t{1}, severity, hardwareEvents, payload);

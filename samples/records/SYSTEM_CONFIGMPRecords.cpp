@@ -61,7 +61,7 @@ Payload block(std::string_view text) {
 
 }  // namespace
 
-std::vector<Sample> systemConfigSamples() {
+std::vector<Sample> samplesOfSYSTEM_CONFIGMP() {
   return {
       Sample(2000, 1, informational, managementEvents, Payload().text("boot complete")),
       Sample(2000, 1, error, systemEvents,
@@ -93,7 +93,7 @@ std::vector<Sample> systemConfigSamples() {
   };
 }
 
-std::vector<Sample> ddlmSamples() {
+std::vector<Sample> samplesOfDDLMMP() {
   return {
       Sample(2018, 1, error, managementEvents,
              lockManager(at(951, "ddlmPeer.c", "ddlmReplicate"), 0, "peer lost")),
@@ -103,7 +103,7 @@ std::vector<Sample> ddlmSamples() {
   };
 }
 
-std::vector<Sample> aimSamples() {
+std::vector<Sample> samplesOfAIMMP() {
   return {
       Sample(2000, 1, warning, managementEvents,
              at(64, "aimConfigurationTable.cpp", "load").text("table <defaults> is used")),

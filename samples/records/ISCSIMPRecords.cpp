@@ -139,7 +139,7 @@ Payload messageData(std::uint16_t status, std::uint8_t protocol, std::uint32_t t
 
 }  // namespace
 
-std::vector<Sample> icsSamples() {
+std::vector<Sample> samplesOfISCSIMP() {
   constexpr std::uint32_t webAddress = 0x0A140365;   // 10.20.3.101
   constexpr std::uint32_t mailAddress = 0x0A1403C9;  // 10.20.3.201
   const Session normal;

@@ -6,7 +6,7 @@ namespace mpuevent::samples {
 
 using support::Payload;
 
-std::vector<Sample> icharSamples() {
+std::vector<Sample> samplesOfICHAR() {
   return {
       Sample(26, 1, informational, ioEvents,
              Payload().u32(7).u16(0x0310).u16(0x00FE).u64(0x0000001F4A2B3C00)),
@@ -17,7 +17,7 @@ std::vector<Sample> icharSamples() {
   };
 }
 
-std::vector<Sample> ob0Samples() {
+std::vector<Sample> samplesOfOB0() {
   return {
       Sample(1, 1, informational, systemEvents, Payload().text("OB0 firmware 4.12.0-77 started")),
       Sample(5, 1, warning, environmentalEvents,
@@ -27,7 +27,7 @@ std::vector<Sample> ob0Samples() {
   };
 }
 
-std::vector<Sample> ob1Samples() {
+std::vector<Sample> samplesOfOB1() {
   return {
       Sample(1, 1, informational, systemEvents, Payload().text("OB1 firmware 4.12.0-77 started")),
       Sample(6, 1, informational, hardwareEvents,
@@ -37,7 +37,7 @@ std::vector<Sample> ob1Samples() {
   };
 }
 
-std::vector<Sample> haccSamples() {
+std::vector<Sample> samplesOfHACCMP() {
   return {
       Sample(11, 1, informational, managementEvents,
              Payload().text("peer controller in slot 1 is present")),
@@ -49,7 +49,7 @@ std::vector<Sample> haccSamples() {
   };
 }
 
-std::vector<Sample> msmSamples() {
+std::vector<Sample> samplesOfMSMMP() {
   Payload segments;
   segments.u16(24).u16(0x0102);
   for (std::uint32_t segment = 0; segment < 24; ++segment) {
@@ -67,7 +67,7 @@ std::vector<Sample> msmSamples() {
   };
 }
 
-std::vector<Sample> driveAdminSamples() {
+std::vector<Sample> samplesOfDRIVEADMP() {
   Payload page;
   page.u8(0x2F).u8(0).u16(252);
   while (page.str().size() < 256) page.u8(static_cast<std::uint8_t>(page.str().size() * 37 + 11));
@@ -81,7 +81,7 @@ std::vector<Sample> driveAdminSamples() {
   };
 }
 
-std::vector<Sample> environSamples() {
+std::vector<Sample> samplesOfENVIRONMP() {
   return {
       Sample(1, 1, informational, environmentalEvents,
              Payload().u8(2).u8(1).u16(5820).text("FAN 2 rpm normal")),
@@ -95,7 +95,7 @@ std::vector<Sample> environSamples() {
   };
 }
 
-std::vector<Sample> snmpSamples() {
+std::vector<Sample> samplesOfSNMPMP() {
   return {
       Sample(26, 1, informational, networkEvents,
              Payload().u8(10).u8(20).u8(3).u8(41).u16(162).text("trap sent")),

@@ -126,8 +126,9 @@ String decode(Quarn_Event& event, const EventPayload& payload) {
 }
 
 /// Writes the elements and a NUL, and returns the place of the NUL.
-char* append(const BodyWriter& elements, char* place) {
+char* append(BodyWriter elements, char* place) {
   if (place == nullptr) return nullptr;
+  elements.tellElements();
   const std::string_view text = elements.view();
   char* end = std::copy(text.begin(), text.end(), place);
   *end = '\0';

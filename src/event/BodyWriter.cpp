@@ -186,7 +186,23 @@ void BodyWriter::grow(std::size_t count) {
   capacity_ = capacity;
 }
 
-Pegasus::String BodyWriter::string() const { return toString(view()); }
+Pegasus::String BodyWriter::string() {
+  Pegasus::String text = toString(view());
+  if (marks_ != nullptr) {
+    if (text.size() != size_) marks_->moveTo(unitPositions(view()));
+    recording_->add(text, std::move(marks_));
+  }
+  return text;
+}
+
+ElementMarks& BodyWriter::marks() {
+  if (marks_ == nullptr) marks_ = recording_->blankMarks();
+  return *marks_;
+}
+
+void BodyWriter::markElement(std::size_t start, std::string_view key) {
+  marks().add(start, key.size(), size_ - (separator_ == Separator::blank ? 1 : 0));
+}
 
 void BodyWriter::decimal(std::int32_t value) { endAt(putDecimal(claim(longestNumber), value)); }
 void BodyWriter::decimal(std::uint32_t value) { endAt(putDecimal(claim(longestNumber), value)); }
@@ -209,25 +225,36 @@ void BodyWriter::number(Format format, std::uint64_t value) {
 }
 
 void BodyWriter::element(std::string_view key, std::string_view value) {
+  const std::size_t start = size_;
   char* place = claim(tagSize(key) + value.size());
   endAt(putClosing(put(putOpening(place, key), value), key, separator_));
+  if (recording_ != nullptr) markElement(start, key);
 }
 
 void BodyWriter::element(std::string_view key, Format format, std::uint64_t value) {
+  const std::size_t start = size_;
   char* place = claim(tagSize(key) + longestNumber);
   endAt(putClosing(putNumber(putOpening(place, key), format, value), key, separator_));
+  if (recording_ != nullptr) markElement(start, key);
 }
 
 void BodyWriter::element(std::string_view key, Format format,
                          std::initializer_list<std::uint32_t> words) {
+  const std::size_t start = size_;
   char* place = claim(tagSize(key) + words.size() * longestWord);
   endAt(putClosing(putWords(putOpening(place, key), format, words), key, separator_));
+  if (recording_ != nullptr) markElement(start, key);
 }
 
-void BodyWriter::openTag(std::string_view key) { putOpening(claim(key.size() + 2), key); }
+void BodyWriter::openTag(std::string_view key) {
+  if (recording_ != nullptr) marks().open(size_, key.size());
+  putOpening(claim(key.size() + 2), key);
+}
 
 void BodyWriter::closeTag(std::string_view key, Separator behind) {
+  const std::size_t valueEnd = size_;
   endAt(putClosing(claim(key.size() + 4), key, behind));
+  if (recording_ != nullptr) marks().close(valueEnd, valueEnd + key.size() + 3);
 }
 
 }  // namespace mpuevent

@@ -10,6 +10,8 @@
 #include <memory>
 #include <string_view>
 
+#include "event/Recording.h"
+
 namespace mpuevent {
 
 /// What follows the closing tag of an element; nothing ever follows the tags of a group.
@@ -48,10 +50,18 @@ class BodyWriter {
 
   std::size_t size() const { return size_; }
   std::string_view view() const { return {buffer_.get(), size_}; }
-  /// The bytes as a text: UTF-8 if they are, else Latin-1.
-  Pegasus::String string() const;
-  /// Drops what was written behind the first `size` bytes.
-  void cut(std::size_t size) { size_ = size; }
+  /// The bytes as a text: UTF-8 if they are, else Latin-1. What records on this thread is told, the
+  /// first time, where the elements lie.
+  Pegasus::String string();
+  /// Tells the same of a body that leaves the writer as bytes.
+  void tellElements() {
+    if (marks_ != nullptr) string();
+  }
+  /// Drops what was written behind the first `size` bytes: whole elements, or a part of a value.
+  void cut(std::size_t size) {
+    size_ = size;
+    if (marks_ != nullptr) marks_->cut(size);
+  }
 
   void character(char value) { *claim(1) = value; }
   void text(std::string_view value) {
@@ -89,6 +99,9 @@ class BodyWriter {
 
  private:
   void grow(std::size_t count);
+  /// The elements so far; only while something records.
+  ElementMarks& marks();
+  void markElement(std::size_t start, std::string_view key);
   /// The bytes claimed last end here.
   void endAt(const char* end) { size_ = static_cast<std::size_t>(end - buffer_.get()); }
   void openTag(std::string_view key);
@@ -98,6 +111,10 @@ class BodyWriter {
   std::size_t size_ = 0;
   std::size_t capacity_;
   Separator separator_;
+  Recording* recording_ = recording();
+  std::unique_ptr<ElementMarks> marks_;
+
+  friend Pegasus::String safeString(BodyWriter raw);
 };
 
 }  // namespace mpuevent

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "event/Recording.h"
 #include "event/Text.h"
 
 namespace Pegasus {
@@ -20,6 +21,13 @@ unsigned int roundedUp(unsigned int value) { return (value + 15) / 16 * 16; }
 /// `end` behind its last.
 void repairLoneBackslash(char* start, char* end) {
   if (mpuevent::endsInLoneBackslash({start, static_cast<std::size_t>(end - start)})) end[-1] = '.';
+}
+
+/// Tells what records of an element that is about to become a part of the Body.
+void tellElement(const char* element, const char* key) {
+  if (mpuevent::Recording* recording = mpuevent::recording()) {
+    recording->addElement(mpuevent::toString(element), mpuevent::toString(key).size());
+  }
 }
 
 /// Writes the element into `size` bytes as far as it fits. Returns the length of the whole.
@@ -60,10 +68,12 @@ void QuarnEvent::addEntry(char* key, char* format, ...) {
   char local[localSize];
   const std::size_t length = formatElement(local, sizeof local, key, format, arguments);
   if (length < sizeof local - 1) {
+    tellElement(local, key);
     appendBody(local);
   } else {
     std::vector<char> element(length + 1);
     formatElement(element.data(), element.size(), key, format, again);
+    tellElement(element.data(), key);
     appendBody(element.data());
   }
   va_end(again);
@@ -84,7 +94,11 @@ void QuarnEvent::appendBodyBytes(const char* text, unsigned int length) {
     bodyCapacity_ = roundedUp(2 * bodyLength_);
     Body.reserveCapacity(bodyCapacity_);
   }
-  Body.append(mpuevent::toString({text, length}));
+  const String added = mpuevent::toString({text, length});
+  if (mpuevent::Recording* recording = mpuevent::recording()) {
+    recording->bodyAppended(this, Body.size(), added);
+  }
+  Body.append(added);
 }
 
 }  // namespace Pegasus

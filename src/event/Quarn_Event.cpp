@@ -4,6 +4,7 @@
 
 #include "event/BodyWriter.h"
 #include "event/RecordView.h"
+#include "event/Recording.h"
 #include "event/SafeText.h"
 #include "event/Text.h"
 #include "event/Trace.h"
@@ -39,6 +40,7 @@ Quarn_Event::Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length)
       EventType(record == nullptr ? 0 : eventTypeFromEmpValue(headerOf(record, length).type())),
       EventID(record == nullptr ? String()
                                 : mpuevent::decimalString(headerOf(record, length).id())) {
+  if (mpuevent::Recording* recording = mpuevent::recording()) recording->begin(this);
   if (record == nullptr) return;
   const std::uint32_t structLength = headerOf(record, length).structLength();
   if (static_cast<int>(Record::headerSize + structLength) == static_cast<int>(length)) return;
@@ -89,7 +91,10 @@ void Quarn_Event::setEventID(String text) { EventID = text; }
 String Quarn_Event::getSummary() const { return Summary; }
 void Quarn_Event::setSummary(String text) { Summary = text; }
 String Quarn_Event::getBody() const { return Body; }
-void Quarn_Event::setBody(String text) { Body = text; }
+void Quarn_Event::setBody(String text) {
+  if (mpuevent::Recording* recording = mpuevent::recording()) recording->bodySet(this, Body, text);
+  Body = text;
+}
 
 String Quarn_Event::str() const {
   const auto number = [](unsigned int value) { return mpuevent::decimalString(value); };
@@ -135,13 +140,12 @@ String Quarn_Event::xmlizeString(const char* key, String value) {
   const String keyText = toString(viewOf(key));
   String element;
   element.reserveCapacity(2 * keyText.size() + value.size() + 5);
-  return element.append("<")
-      .append(keyText)
-      .append(">")
-      .append(value)
-      .append("</")
-      .append(keyText)
-      .append(">");
+  element.append("<").append(keyText).append(">").append(value);
+  element.append("</").append(keyText).append(">");
+  if (mpuevent::Recording* recording = mpuevent::recording()) {
+    recording->addElement(element, keyText.size());
+  }
+  return element;
 }
 
 void Quarn_Event::makeSafeKeyname(char* text, int length) {

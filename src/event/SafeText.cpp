@@ -264,24 +264,54 @@ class TagFinder {
   std::unique_ptr<TagIndex> index_;
 };
 
-}  // namespace
+std::vector<Range> tagsOf(std::string_view text) {
+  if (text.find('<') == std::string_view::npos) return {};
+  return TagFinder(text).find();
+}
 
-void writeSafe(BodyWriter& out, std::string_view text) {
+void writeSafe(BodyWriter& out, std::string_view text, const std::vector<Range>& tags) {
   std::size_t done = 0;
-  if (text.find('<') != std::string_view::npos) {
-    for (const Range tag : TagFinder(text).find()) {
-      writeEscaped(out, text.substr(done, tag.begin - done));
-      out.text(text.substr(tag.begin, tag.end - tag.begin));
-      done = tag.end;
-    }
+  for (const Range tag : tags) {
+    writeEscaped(out, text.substr(done, tag.begin - done));
+    out.text(text.substr(tag.begin, tag.end - tag.begin));
+    done = tag.end;
   }
   writeEscaped(out, text.substr(done));
 }
 
+/// Where `writeSafe` has each character, or the escape before it, and the end.
+std::vector<Pegasus::Uint32> safePositions(std::string_view text, const std::vector<Range>& tags) {
+  std::vector<Pegasus::Uint32> positions;
+  positions.reserve(text.size() + 1);
+  Pegasus::Uint32 position = 0;
+  auto tag = tags.begin();
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (tag != tags.end() && at == tag->end) ++tag;
+    positions.push_back(position);
+    const bool inTag = tag != tags.end() && at >= tag->begin;
+    position += inTag || isKept[static_cast<unsigned char>(text[at])] ? 1U : 2U;
+  }
+  positions.push_back(position);
+  return positions;
+}
+
+}  // namespace
+
 Pegasus::String safeString(std::string_view text) {
   if (keptLength(text) == text.size()) return toString(text);
   BodyWriter safe(Separator::none, 2 * text.size());
-  writeSafe(safe, text);
+  writeSafe(safe, text, tagsOf(text));
+  return safe.string();
+}
+
+Pegasus::String safeString(BodyWriter raw) {
+  const std::vector<Range> tags = tagsOf(raw.view());
+  BodyWriter safe(Separator::none, 2 * raw.size());
+  writeSafe(safe, raw.view(), tags);
+  if (raw.marks_ != nullptr) {
+    safe.marks_ = std::move(raw.marks_);
+    safe.marks_->moveTo(safePositions(raw.view(), tags));
+  }
   return safe.string();
 }
 

@@ -7,12 +7,11 @@
 
 namespace mpuevent {
 
-/// Appends `text` to `out` with everything escaped but the tags of well-formed elements, as
+/// The text with everything escaped but the tags of well-formed elements, as
 /// `Quarn_Event::makeSafeString` tells.
-void writeSafe(BodyWriter& out, std::string_view text);
-
-/// The same as a string.
 Pegasus::String safeString(std::string_view text);
+/// The same of a body, whose elements keep their marks.
+Pegasus::String safeString(BodyWriter raw);
 
 /// A body on its way through `safeBody`. What a record brings along, and each character of the
 /// decoder's own that needs an escape, is written with the functions of this class, all else with
@@ -38,7 +37,7 @@ class SafeBody : public BodyWriter {
   bool tagLike_ = false;
 };
 
-/// The body that `write(SafeBody&)` writes, as `writeSafe` makes it safe.
+/// The body that `write(SafeBody&)` writes, as `safeString` makes it safe.
 ///
 /// Without a '<' in any text, each text can be escaped as it is written, and the pass over the
 /// whole body is saved; else `write` is called once more for a raw body. Both give the same as
@@ -50,7 +49,7 @@ Pegasus::String safeBody(Write write) {
   if (!body.hasTagLikeText()) return body.string();
   SafeBody raw(SafeBody::Texts::raw);
   write(raw);
-  return safeString(raw.view());
+  return safeString(static_cast<BodyWriter&&>(raw));
 }
 
 }  // namespace mpuevent

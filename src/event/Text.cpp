@@ -3,7 +3,6 @@
 #include <charconv>
 #include <cstdint>
 #include <cstring>
-#include <vector>
 
 namespace mpuevent {
 
@@ -96,6 +95,20 @@ bool isUtf8(std::string_view bytes) {
     if (!nextCharacter(bytes, at, character)) return false;
   }
   return true;
+}
+
+std::vector<Pegasus::Uint32> unitPositions(std::string_view utf8) {
+  std::vector<Pegasus::Uint32> positions;
+  positions.reserve(utf8.size() + 1);
+  Pegasus::Uint32 units = 0;
+  for (const char byte : utf8) {
+    positions.push_back(units);
+    const auto value = static_cast<unsigned char>(byte);
+    const bool begins = (value & 0xC0) != 0x80;
+    if (begins) units += value >= 0xF0 ? 2U : 1U;
+  }
+  positions.push_back(units);
+  return positions;
 }
 
 String decimalString(std::uint32_t number) {

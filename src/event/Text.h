@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace mpuevent {
 
@@ -15,6 +16,10 @@ Pegasus::String toString(std::string_view bytes);
 
 /// Whether `toString` takes the bytes as UTF-8.
 bool isUtf8(std::string_view bytes);
+
+/// For a text that `toString` takes as UTF-8: how many of its units come before each byte, and
+/// before its end.
+std::vector<Pegasus::Uint32> unitPositions(std::string_view utf8);
 
 /// The number as "%d" prints it: 2^31 and above come out negative.
 Pegasus::String decimalString(std::uint32_t number);

@@ -16,6 +16,7 @@ XmlString::XmlString() = default;
 std::string XmlString::addStringElement(std::string key, std::string value) {
   mpuevent::BodyWriter element(mpuevent::Separator::none, 2 * key.size() + value.size() + 5);
   element.element(key, value);
+  element.tellElements();
   return std::string(element.view());
 }
 

@@ -1,4 +1,5 @@
 // Decodes a record as an agent does: C++11, and nothing but what is installed.
+#include <MPUEvent/FieldRecorder.h>
 #include <MPUEvent/MPUEvent.h>
 
 #include <memory>
@@ -25,10 +26,12 @@ extern "C" __attribute__((visibility("default"))) int decodeOne() {
 
   Pegasus::Quarn_imemstream stream(record, sizeof record);
   const Pegasus::MPUEvent envelope(header, stream);
+  const Pegasus::FieldRecorder fields;
   const std::unique_ptr<Pegasus::Quarn_Event> event(envelope.create_Quarn_Event());
   if (!event) return 1;
   if (text(event->getSource()) != "iChar") return 2;
   if (text(event->getBody()) != "<Hex>4B5A</Hex>") return 3;
+  if (fields.size() != 1 || fields.begin()->valueStart != 5 || !fields.isComplete()) return 6;
   try {
     Pegasus::Quarn_imemstream cut(record, sizeof record - 1);
     const Pegasus::MPUEvent damaged(header, cut);

@@ -110,6 +110,7 @@ void AWR8P_Event::awr8p_dump_bin(awrEvtHdr_s* node) {
   const RecordView trusted = mpuevent::awr::trustingLength(node);
   BodyWriter entries(Separator::none);
   mpuevent::awr::writeDump(entries, trusted.bytes(mpuevent::awr::headerSize));
+  entries.tellElements();
   appendBodyBytes(entries.view().data(), static_cast<unsigned int>(entries.size()));
 }
 
@@ -133,6 +134,7 @@ void AWR8P_Event::show(const void* nodes, unsigned int size) {
         break;
     }
   });
+  entries.tellElements();
   appendBodyBytes(entries.view().data(), static_cast<unsigned int>(entries.size()));
 }
 

@@ -53,6 +53,7 @@ BodyWriter ofRun(const RecordLayout& layout, const IOMGR_EVL* payload, const voi
 }
 
 char* append(QuarnEvent& event, BodyWriter entries, char* place = nullptr) {
+  entries.tellElements();
   entries.character('\0');
   event.appendBody(const_cast<char*>(entries.view().data()));  // which only reads it
   return place;

@@ -50,6 +50,7 @@ void build(XmlString& body, std::string& summary, const void* data, iscsimp::Wri
   BodyWriter elements(Separator::none, bodySize);
   BodyWriter line(Separator::none, summarySize);
   if (data != nullptr) write(elements, line, trusting(data));
+  elements.tellElements();
   body.append(std::string(elements.view()));
   summary = line.view();
 }
@@ -58,6 +59,7 @@ void build(XmlString& body, const void* bhs, void (*write)(BodyWriter& body, Rec
   if (bhs == nullptr) return;
   BodyWriter elements(Separator::none, bodySize);
   write(elements, trusting(bhs));
+  elements.tellElements();
   body.append(std::string(elements.view()));
 }
 

@@ -1,0 +1,232 @@
+#include "event/Recording.h"
+
+#include <cassert>
+#include <cstring>
+#include <utility>
+
+namespace mpuevent {
+
+using Pegasus::Quarn_Event;
+using Pegasus::String;
+using Pegasus::Uint32;
+
+namespace {
+
+/// Without a destructor: nothing of it is left to run when the library is unloaded.
+constinit thread_local Recording* innermost = nullptr;
+
+/// Texts kept for a Body that may never come are forgotten beyond this many units.
+constexpr std::size_t longestPieces = std::size_t{1} << 22;
+
+Uint32 unitCount(std::size_t count) { return static_cast<Uint32>(count); }
+
+bool isWhiteSpace(Pegasus::Char16 unit) {
+  const Pegasus::Uint16 value = unit;
+  return value == ' ' || value == '\n' || value == '\r' || value == '\t';
+}
+
+bool isWhiteSpace(const String& text, Uint32 from, Uint32 to) {
+  const Pegasus::Char16* units = text.getChar16Data();
+  for (Uint32 i = from; i < to; ++i) {
+    if (!isWhiteSpace(units[i])) return false;
+  }
+  return true;
+}
+
+bool standsAt(const String& text, Uint32 at, const String& piece) {
+  const Pegasus::Char16* place = text.getChar16Data() + at;
+  const Uint32 size = piece.size();
+  if (size > text.size() - at) return false;
+  // Copies of a String mostly share their units.
+  return place == piece.getChar16Data() ||
+         std::memcmp(place, piece.getChar16Data(), size * sizeof *place) == 0;
+}
+
+}  // namespace
+
+namespace detail {
+
+constinit std::atomic<int> recorders{0};
+
+Recording* recordingOfThread() { return innermost; }
+
+}  // namespace detail
+
+void ElementMarks::add(std::size_t start, std::size_t keySize, std::size_t end) {
+  open(start, keySize);
+  constexpr std::size_t closingMarks = 3;  // "</" and ">"
+  close(end - keySize - closingMarks, end);
+}
+
+void ElementMarks::open(std::size_t start, std::size_t keySize) {
+  const std::size_t valueStart = start + keySize + 2;
+  fields_.push_back({unitCount(start), 0, unitCount(start + 1), unitCount(keySize),
+                     unitCount(valueStart), unitCount(open_), depth_, false});
+  open_ = fields_.size() - 1;
+  ++depth_;
+}
+
+void ElementMarks::close(std::size_t valueEnd, std::size_t end) {
+  assert(depth_ > 0);
+  RecordedField& field = fields_[open_];
+  field.isGroup = open_ + 1 < fields_.size();
+  open_ = --depth_ == 0 ? none : field.valueLength;
+  field.valueLength = unitCount(valueEnd) - field.valueStart;
+  field.length = unitCount(end) - field.start;
+}
+
+void ElementMarks::cut(std::size_t size) {
+  while (!fields_.empty() && fields_.back().start >= size) {
+    assert(open_ == none || open_ < fields_.size() - 1);
+    fields_.pop_back();
+  }
+}
+
+void ElementMarks::clear() {
+  fields_.clear();
+  open_ = none;
+  depth_ = 0;
+}
+
+void ElementMarks::moveTo(std::span<const Uint32> positions) {
+  assert(depth_ == 0);
+  const auto move = [positions](Uint32& start, Uint32& length) {
+    length = positions[start + length] - positions[start];
+    start = positions[start];
+  };
+  for (RecordedField& field : fields_) {
+    move(field.start, field.length);
+    move(field.keyStart, field.keyLength);
+    move(field.valueStart, field.valueLength);
+  }
+}
+
+bool ElementMarks::cover(const String& text) const {
+  // Where the groups end that are open at `at`, and how far all is accounted for.
+  std::vector<const RecordedField*> groups;
+  Uint32 at = 0;
+  const auto leave = [&](Uint32 depth) {
+    for (; groups.size() > depth; groups.pop_back()) {
+      const RecordedField& group = *groups.back();
+      if (!isWhiteSpace(text, at, group.valueStart + group.valueLength)) return false;
+      at = group.start + group.length;
+    }
+    return true;
+  };
+  for (const RecordedField& field : fields_) {
+    if (!leave(field.depth) || !isWhiteSpace(text, at, field.start)) return false;
+    at = field.isGroup ? field.valueStart : field.start + field.length;
+    if (field.isGroup) groups.push_back(&field);
+  }
+  return leave(0) && isWhiteSpace(text, at, text.size());
+}
+
+Recording::Recording() : outer_(innermost) {
+  innermost = this;
+  detail::recorders.fetch_add(1, std::memory_order_relaxed);
+}
+
+Recording::~Recording() {
+  detail::recorders.fetch_sub(1, std::memory_order_relaxed);
+  innermost = outer_;
+}
+
+void Recording::begin(const Quarn_Event* event) {
+  event_ = event;
+  fields_.clear();
+  complete_ = true;
+  dropPieces();
+}
+
+std::unique_ptr<ElementMarks> Recording::blankMarks() {
+  if (spare_.empty()) return std::make_unique<ElementMarks>();
+  std::unique_ptr<ElementMarks> marks = std::move(spare_.back());
+  spare_.pop_back();
+  return marks;
+}
+
+void Recording::add(const String& text, std::unique_ptr<ElementMarks> marks) {
+  if (pieceSizes_ > longestPieces) dropPieces();
+  pieceSizes_ += text.size();
+  pieces_.push_back({text, std::move(marks), false});
+}
+
+void Recording::addElement(const String& element, Uint32 keySize) {
+  std::unique_ptr<ElementMarks> marks = blankMarks();
+  marks->add(0, keySize, element.size());
+  add(element, std::move(marks));
+}
+
+void Recording::bodySet(const Quarn_Event* event, const String& before, const String& text) {
+  if (event != event_) return;
+  const bool goesOn =
+      before.size() > 0 && text.size() >= before.size() && standsAt(text, 0, before);
+  if (goesOn) return join(text.subString(before.size()), before.size());
+  fields_.clear();
+  complete_ = true;
+  join(text, 0);
+}
+
+void Recording::bodyAppended(const Quarn_Event* event, Uint32 start, const String& text) {
+  if (event == event_) join(text, start);
+}
+
+/// Takes over the elements of a text that is a row of pieces with white space between them; of any
+/// other those before what is unknown.
+void Recording::join(const String& text, Uint32 start) {
+  std::size_t next = 0;
+  for (Uint32 at = 0; complete_ && at < text.size();) {
+    Piece* piece = pieceAt(text, at, next);
+    if (piece == nullptr) {
+      complete_ = isWhiteSpace(text, at, at + 1);
+      ++at;
+      continue;
+    }
+    for (RecordedField field : piece->marks->fields()) {
+      field.start += start + at;
+      field.keyStart += start + at;
+      field.valueStart += start + at;
+      fields_.push_back(field);
+    }
+    piece->used = true;
+    complete_ = piece->marks->cover(piece->text);
+    at += piece->text.size();
+  }
+  dropPieces();
+}
+
+/// The piece that stands at `at`: the one behind the last that was found, if it does, else any.
+Recording::Piece* Recording::pieceAt(const String& text, Uint32 at, std::size_t& next) {
+  for (std::size_t tries = 0; tries < pieces_.size(); ++tries) {
+    Piece& piece = pieces_[(next + tries) % pieces_.size()];
+    if (piece.used || !standsAt(text, at, piece.text)) continue;
+    next += tries + 1;
+    return &piece;
+  }
+  return nullptr;
+}
+
+void Recording::dropPieces() {
+  constexpr std::size_t mostSpares = 4;
+  for (Piece& piece : pieces_) {
+    if (spare_.size() == mostSpares) break;
+    piece.marks->clear();
+    spare_.push_back(std::move(piece.marks));
+  }
+  pieces_.clear();
+  pieceSizes_ = 0;
+}
+
+}  // namespace mpuevent
+
+namespace Pegasus {
+
+FieldRecorder::FieldRecorder() : recording_(new mpuevent::Recording) {}
+FieldRecorder::~FieldRecorder() { delete recording_; }
+
+const RecordedField* FieldRecorder::begin() const { return recording_->fields().data(); }
+const RecordedField* FieldRecorder::end() const { return begin() + size(); }
+std::size_t FieldRecorder::size() const { return recording_->fields().size(); }
+bool FieldRecorder::isComplete() const { return recording_->isComplete(); }
+
+}  // namespace Pegasus

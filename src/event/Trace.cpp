@@ -4,6 +4,7 @@
 
 #include <iostream>
 #include <sstream>
+#include <string>
 
 namespace mpuevent {
 
@@ -18,9 +19,12 @@ constexpr int fileAndLineWidth = 30;
 bool traceWanted() { return !ProviderTraceServices::ptsGetTraceSuppressForPid(); }
 
 void trace(TraceSite site, std::initializer_list<TracePart> message) {
-  if (!traceWanted()) return;
+  if (traceWanted()) writeTrace(site, message);
+}
+
+void writeTrace(TraceSite site, std::initializer_list<TracePart> message) {
   // The line is put together aside and written at once, so that lines of two threads don't mix
-  // and a width set on standard output is not used up; numbers look as they would there.
+  // and a width set on standard output is not used up.
   std::ostringstream line;
   line.imbue(std::cout.getloc());
   line.flags(std::cout.flags());
@@ -29,8 +33,10 @@ void trace(TraceSite site, std::initializer_list<TracePart> message) {
        << ProviderTraceServices::ptsGetFileLineString(site.file, site.line, fileAndLineWidth)
        << ":----: " << ProviderTraceServices::ptsGetIndentString();
   for (const TracePart& part : message) {
-    if (part.isNumber_) {
+    if (part.kind_ == TracePart::Kind::streamNumber) {
       line << part.number_;
+    } else if (part.kind_ == TracePart::Kind::decimal) {
+      line << std::to_string(part.number_);
     } else if (part.string_ != nullptr) {
       line << *part.string_;
     } else {

@@ -16,28 +16,39 @@ struct TraceSite {
   int line;
 };
 
+enum class NumberBase : std::uint8_t {
+  decimal,
+  ofStream,  ///< that of standard output, with its prefix if it shows one
+};
+
 /// A piece of a trace message. It refers to its text and does not copy it.
 class TracePart {
  public:
   TracePart(const char* text) : text_(text) {}
   TracePart(std::string_view text) : text_(text) {}
   TracePart(const Pegasus::String& string) : string_(&string) {}
-  /// Printed unsigned, in the base that standard output has at the time.
-  TracePart(std::uint32_t number) : number_(number), isNumber_(true) {}
+  /// Printed unsigned: in decimal, or as standard output prints numbers at the time.
+  TracePart(std::uint32_t number, NumberBase base = NumberBase::decimal)
+      : number_(number), kind_(base == NumberBase::decimal ? Kind::decimal : Kind::streamNumber) {}
 
  private:
-  friend void trace(TraceSite site, std::initializer_list<TracePart> message);
+  friend void writeTrace(TraceSite site, std::initializer_list<TracePart> message);
+
+  enum class Kind : std::uint8_t { text, decimal, streamNumber };
 
   std::string_view text_;
   const Pegasus::String* string_ = nullptr;
   std::uint32_t number_ = 0;
-  bool isNumber_ = false;
+  Kind kind_ = Kind::text;
 };
 
-/// Whether trace lines are wanted; asked anew for each line.
+/// Whether trace lines are wanted. To be asked once for each line, as the answer may change.
 bool traceWanted();
 
-/// Writes one trace line to standard output, if trace lines are wanted.
+/// Writes one trace line to standard output. The caller has asked whether it is wanted.
+void writeTrace(TraceSite site, std::initializer_list<TracePart> message);
+
+/// Writes one trace line to standard output, if it is wanted.
 void trace(TraceSite site, std::initializer_list<TracePart> message);
 
 }  // namespace mpuevent

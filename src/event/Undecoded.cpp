@@ -16,9 +16,11 @@ String hexBody(const Record& record) {
 }
 
 void showUndecoded(Pegasus::Quarn_Event& event, const Record& record, TraceSite site,
-                   const char* summary, const char* traceText) {
-  // The number is in the base of standard output, whatever the text before it says.
-  trace(site, {traceText, std::uint32_t{record.id()}});
+                   const char* summary, NumberBase idBase, const char* traceText) {
+  // Neither base is hexadecimal because the text before the number says so.
+  trace(site, {
+                  traceText, {record.id(), idBase}
+  });
   event.setSummary(summary);
   event.setBody(hexBody(record));
 }

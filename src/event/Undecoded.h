@@ -14,7 +14,8 @@ Pegasus::String hexBody(const Record& record);
 /// What a decoder makes of a record that it has no layout for: a trace line with the event id, a
 /// fixed Summary, and the hex body.
 void showUndecoded(Pegasus::Quarn_Event& event, const Record& record, TraceSite site,
-                   const char* summary, const char* traceText = "Unknown EventID: 0x");
+                   const char* summary, NumberBase idBase = NumberBase::ofStream,
+                   const char* traceText = "Unknown EventID: 0x");
 
 }  // namespace mpuevent
 

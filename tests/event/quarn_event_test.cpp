@@ -104,16 +104,6 @@ TEST(BaseEvent, SerialNumbersEndAtTheirFieldAndKeepTheirBytes) {
   }
 }
 
-TEST(BaseEvent, FieldsThatAreNotHeldReadAsNothing) {
-  const std::string record = distinctRecord().str();
-  const Quarn_Event cut = eventOf(record.substr(0, 134));
-  EXPECT_EQ(cut.getControllerSlotID(), 0x01020304U);
-  EXPECT_EQ(cut.getEventLogInstanceNumber(), 0U);
-  EXPECT_EQ(utf8(cut.getEventID()), "0");
-  EXPECT_EQ(utf8(eventOf(record.substr(0, 67)).getControllerSerialNumber()), "CAR");
-  EXPECT_EQ(utf8(eventOf(record, 0xFFFFFFFF).getEnclosureSerialNumber()), "");
-}
-
 TEST(BaseEvent, TracesALengthThatDoesNotFit) {
   const std::string record = RecordBuilder().structLength(40).payload(std::string(48, 'p')).str();
   {
@@ -133,16 +123,62 @@ TEST(BaseEvent, TracesALengthThatDoesNotFit) {
   EXPECT_TRUE(trace.lines().empty());
 }
 
-TEST(BaseEvent, TraceNumbersTakeTheStreamsBaseAndLeaveItAlone) {
-  const TraceCapture trace;
-  std::cout << std::hex;
-  eventOf(RecordBuilder().source(200).str());
-  EXPECT_TRUE((std::cout.flags() & std::ios_base::hex) != 0);
-  std::cout << std::dec;
-  ASSERT_EQ(trace.lines().size(), 1U);
-  EXPECT_EQ(trace.lines()[0],
-            "Quarn_Event:173               :----: Quarn_Event::sourceFromEmpValue() has no case "
-            "for source # c8");
+std::string trimmed(const std::string& line) { return line.substr(line.find(":----: ") + 7); }
+
+TEST(BaseEvent, TraceNumbersAreDecimalButForEventIdsThatFollowTheStream) {
+  const std::ios_base::fmtflags before = std::cout.flags();
+  const auto isnsc = Payload().u32(1).u32(1).u32(1).at(24).u32(0xA000).padTo(64);
+  const auto last = [](const RecordBuilder& record) {
+    const TraceCapture trace;
+    decode(record.str());
+    return trimmed(trace.lines().back());
+  };
+  const struct {
+    std::ios_base::fmtflags flags;
+    const char* id;
+    const char* type;
+  } cases[] = {
+      {std::ios_base::dec,                           "26",   "40960"  },
+      {std::ios_base::hex,                           "1a",   "a000"   },
+      {std::ios_base::hex | std::ios_base::showbase, "0x1a", "0xa000" },
+      {std::ios_base::oct | std::ios_base::showbase, "032",  "0120000"},
+  };
+  for (const auto& [flags, id, type] : cases) {
+    std::cout.flags(flags);
+    {
+      const TraceCapture trace;
+      eventOf(RecordBuilder().source(200).category(100).type(99).structLength(40).str());
+      const std::vector<std::string> lines = trace.lines();
+      ASSERT_EQ(lines.size(), 6U);
+      EXPECT_EQ(trimmed(lines[0]),
+                "Quarn_Event::sourceFromEmpValue() has no case for source # 200");
+      EXPECT_TRUE(lines[1].ends_with("category # 100")) << lines[1];
+      EXPECT_TRUE(lines[2].ends_with("Event Type # 99")) << lines[2];
+      EXPECT_EQ(trimmed(lines[3]), "Quarn_Event constructed with len=152, but evStructLength=40");
+      EXPECT_TRUE(
+          lines[5].ends_with("Timestamp=86407, Source: '200', Category: '100', "
+                             "EventType=0, EventID: '258', Summary: '', Body: ''"))
+          << lines[5];
+    }
+    for (const auto source : std::initializer_list<std::uint8_t>{13, 23, 24}) {
+      EXPECT_EQ(last(RecordBuilder().source(source).id(26)),
+                "Unknown EventID: 0x" + std::string(id));
+    }
+    EXPECT_EQ(last(RecordBuilder().source(18).id(26)), "Unknown EventID: " + std::string(id));
+    for (const auto source : std::initializer_list<std::uint8_t>{4, 5, 7}) {
+      EXPECT_EQ(last(RecordBuilder().source(source).id(260)), "Unknown EventID: 0x260");
+    }
+    const Payload classed = Payload().u32(1).u32(2).u32(3).u32(4).u32(492);
+    EXPECT_EQ(last(RecordBuilder().source(5).id(1).payload(classed)), "IOMGR_Event: Length=0x492");
+    const TraceCapture trace;
+    decode(RecordBuilder().source(31).payload(isnsc).str());
+    const std::vector<std::string> lines = trace.lines();
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_NE(lines[0].find("raw_event_log_data size = 64"), std::string::npos) << lines[0];
+    EXPECT_EQ(trimmed(lines[1]), "Unknown ics_type" + std::string(type));
+    EXPECT_NE(lines[2].find("event_id_buf actual data size = 19"), std::string::npos) << lines[2];
+  }
+  std::cout.flags(before);
 }
 
 // The golden text of the samples shows the names of the sources that have a decoder.

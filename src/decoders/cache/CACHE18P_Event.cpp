@@ -164,7 +164,8 @@ CACHE18P_Event::CACHE18P_Event(EmpEvLogMsg_s* record, int length)
   setEventID(nameOf(event.id()));
   const mpuevent::cache::Bugcheck* bugcheck = mpuevent::cache::find(event.id());
   if (bugcheck == nullptr) {
-    mpuevent::showUndecoded(*this, event, {"CACHE18P_Event", 96}, "Unhandled Event by CACHE18P");
+    mpuevent::showUndecoded(*this, event, {"CACHE18P_Event", 96}, "Unhandled Event by CACHE18P",
+                            mpuevent::NumberBase::decimal);
     return;
   }
   setSummary(mpuevent::toString(bugcheck->summary));

@@ -65,12 +65,12 @@ void traceSizes(std::size_t eventId, std::size_t summary, WriteBody write,
   if (!mpuevent::traceWanted()) return;
   SafeBody body(SafeBody::Texts::raw);
   write(body, payload);
-  mpuevent::trace({"ISNSC_Event", 501},
-                  {"setEventID, setBody, setSummary: begin",
-                   ", event_id_buf actual data size = ", measured(eventId, 128),
-                   ", summary_buffer actual data size = ", measured(summary, 256),
-                   ", body_buffer_array actual data size = ", measured(body.size(), 16384),
-                   ", setEventID, setBody, setSummary: end"});
+  mpuevent::writeTrace({"ISNSC_Event", 501},
+                       {"setEventID, setBody, setSummary: begin",
+                        ", event_id_buf actual data size = ", measured(eventId, 128),
+                        ", summary_buffer actual data size = ", measured(summary, 256),
+                        ", body_buffer_array actual data size = ", measured(body.size(), 16384),
+                        ", setEventID, setBody, setSummary: end"});
 }
 
 }  // namespace

@@ -117,7 +117,11 @@ std::string_view icsSummary(const IsnsPayload& payload) {
     case configurationResponse:
       return "Client_Config Response Message";
     default:
-      trace({"ISNSC_Event", 342}, {"Unknown ics_type", payload.message().u32(0)});
+      trace(
+          {
+              "ISNSC_Event", 342
+      },
+          {"Unknown ics_type", {payload.message().u32(0), NumberBase::ofStream}});
       return "Unknown ICS message";
   }
 }

@@ -52,7 +52,7 @@ STARTUPMP_Event::STARTUPMP_Event(EmpEvLogMsg_s* record, int length)
   const EventKind* kind = mpuevent::findRow(eventKinds, &EventKind::id, held.id());
   if (kind == nullptr) {
     mpuevent::showUndecoded(*this, held, {"STARTUPMP_Event", 259}, "Unhandled Event by STARTUPMP",
-                            "Unknown EventID: ");
+                            mpuevent::NumberBase::ofStream, "Unknown EventID: ");
     return;
   }
   setEventID(kind->title);

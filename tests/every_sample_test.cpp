@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -46,9 +47,10 @@ class PlacedRecord {
     std::copy(record.begin(), record.end(), begin_);
   }
 
-  EventFields decodeAs(const Module& module) const {
+  EventFields decodeAs(const Module& module) const { return decodeAs(module, length_); }
+  EventFields decodeAs(const Module& module, int length) const {
     auto* record = reinterpret_cast<Pegasus::EmpEvLogMsg_s*>(begin_);
-    return fieldsOf(*std::unique_ptr<Pegasus::Quarn_Event>(module.construct(record, length_)));
+    return fieldsOf(*std::unique_ptr<Pegasus::Quarn_Event>(module.construct(record, length)));
   }
 
  private:
@@ -89,15 +91,33 @@ TEST_P(EverySample, DecodesAtEveryLength) {
     for (std::size_t length = 0; length <= whole.size(); ++length) {
       SCOPED_TRACE(testing::Message() << "cut at " << length);
       const std::string_view cut = std::string_view(whole).substr(0, length);
-      const EventFields event = PlacedRecord(cut, length % 8).decodeAs(GetParam());
       const std::optional<EventFields> byEnvelope = decodeByEnvelope(cut);
       if (length < kHeaderSize) {
         EXPECT_FALSE(byEnvelope);
         continue;
       }
+      const EventFields event = PlacedRecord(cut, length % 8).decodeAs(GetParam());
       EXPECT_EQ(byEnvelope, event);
       EXPECT_EQ(event.numbers, full.numbers);
       EXPECT_TRUE(std::equal(full.texts.begin(), full.texts.begin() + 4, event.texts.begin()));
+    }
+  });
+}
+
+TEST_P(EverySample, HasAWholeHeaderAndNoPayloadBelowItsLength) {
+  forEach([](const RecordBuilder& builder) {
+    const std::string whole = builder.str();
+    const PlacedRecord header(std::string_view(whole).substr(0, kHeaderSize), 0);
+    const EventFields expected = header.decodeAs(GetParam());
+    for (const int length : {151, 1, 0, -1, std::numeric_limits<int>::min()}) {
+      const mpuevent::support::TraceCapture trace;
+      EXPECT_EQ(header.decodeAs(GetParam(), length), expected) << length;
+      std::string lines;
+      for (const std::string& line : trace.lines()) lines += line + '\n';
+      EXPECT_NE(lines.find("constructed with len=" + std::to_string(static_cast<unsigned>(length)) +
+                           ", but evStructLength=" + std::to_string(whole.size() - kHeaderSize)),
+                std::string::npos)
+          << lines;
     }
   });
 }

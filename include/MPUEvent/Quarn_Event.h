@@ -14,12 +14,18 @@ namespace Pegasus {
 ///
 /// An event owns all that it holds and keeps no pointer to the record. Distinct events may be
 /// used on distinct threads at once; one event must not.
+///
+/// What is odd about a record is told by trace lines, which every decoder writes to `std::cout` of
+/// the process, each in one piece, unless `ProviderTraceServices::ptsGetTraceSuppressForPid()`
+/// says no. They leave the stream's formatting as it is.
 class MPUEVENT_API Quarn_Event {
  public:
-  /// Decodes the header of `record`, of which `length` bytes can be read. Nothing past them is
-  /// touched: a field that they do not hold reads as 0 or as the text that is there. A null
-  /// record gives an empty event. Unknown codes, and a `length` other than
-  /// 152 + `evStructLength`, are reported by trace lines only.
+  /// Decodes a record; every decoder class has a constructor with the same two arguments, its
+  /// length as `int`. A record that is not null has its 152 header bytes, which are always read
+  /// whole. `length` counts them too, and tells how much of the payload is held behind them:
+  /// nothing past it is touched, and below 152 there is no payload. A null record gives an empty
+  /// event, in every class. Unknown codes, and a `length` other than 152 + `evStructLength`, are
+  /// reported by trace lines only.
   Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length);
   virtual ~Quarn_Event();
 
@@ -71,8 +77,8 @@ class MPUEVENT_API Quarn_Event {
   // the Latin-1 character of its number.
 
   /// Writes two upper-case hex digits for each of `count` bytes, then a NUL: 2 * count + 1
-  /// characters that the caller owns. A count of 0 or less writes the NUL alone. Returns the
-  /// number of characters before the NUL.
+  /// characters that the caller owns. A count of 0 or less, or a null source, writes the NUL
+  /// alone. Returns the number of characters before the NUL.
   static long hexified(char* destination, const char* source, long count);
   /// The same as a text.
   static String hexifiedString(const char* source, long count);

@@ -20,34 +20,30 @@ using mpuevent::viewOf;
 
 namespace {
 
-Record headerOf(const EmpEvLogMsg_s* record, unsigned int length) {
-  return {record, static_cast<int>(length)};
-}
+Record headerOf(const EmpEvLogMsg_s* record) { return {record, 0}; }
 
 }  // namespace
 
 // The texts are made in place: assigned, each would be counted up and down once more.
 Quarn_Event::Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length)
-    : EnclosureSerialNumber(toString(headerOf(record, length).enclosureSerialNumber())),
-      ControllerSerialNumber(toString(headerOf(record, length).controllerSerialNumber())),
-      ControllerSlotID(headerOf(record, length).controllerSlot()),
-      EventLogInstanceNumber(headerOf(record, length).logInstance()),
-      SequenceID(headerOf(record, length).sequenceId()),
-      Timestamp(headerOf(record, length).timestamp()),
-      Source(record == nullptr ? String() : sourceFromEmpValue(headerOf(record, length).source())),
-      Category(record == nullptr ? String()
-                                 : categoryFromEmpValue(headerOf(record, length).category())),
-      EventType(record == nullptr ? 0 : eventTypeFromEmpValue(headerOf(record, length).type())),
-      EventID(record == nullptr ? String()
-                                : mpuevent::decimalString(headerOf(record, length).id())) {
+    : EnclosureSerialNumber(toString(headerOf(record).enclosureSerialNumber())),
+      ControllerSerialNumber(toString(headerOf(record).controllerSerialNumber())),
+      ControllerSlotID(headerOf(record).controllerSlot()),
+      EventLogInstanceNumber(headerOf(record).logInstance()),
+      SequenceID(headerOf(record).sequenceId()),
+      Timestamp(headerOf(record).timestamp()),
+      Source(record == nullptr ? String() : sourceFromEmpValue(headerOf(record).source())),
+      Category(record == nullptr ? String() : categoryFromEmpValue(headerOf(record).category())),
+      EventType(record == nullptr ? 0 : eventTypeFromEmpValue(headerOf(record).type())),
+      EventID(record == nullptr ? String() : mpuevent::decimalString(headerOf(record).id())) {
   if (mpuevent::Recording* recording = mpuevent::recording()) recording->begin(this);
   if (record == nullptr) return;
-  const std::uint32_t structLength = headerOf(record, length).structLength();
+  const std::uint32_t structLength = headerOf(record).structLength();
   if (static_cast<int>(Record::headerSize + structLength) == static_cast<int>(length)) return;
   trace({"Quarn_Event", 152}, {"Quarn_Event constructed with len=", std::uint32_t{length},
                                ", but evStructLength=", structLength});
   trace({"Quarn_Event", 153}, {"Contents of Event data is:"});
-  if (mpuevent::traceWanted()) trace({"Quarn_Event", 154}, {Quarn_Event::str()});
+  if (mpuevent::traceWanted()) mpuevent::writeTrace({"Quarn_Event", 154}, {Quarn_Event::str()});
 }
 
 Quarn_Event::~Quarn_Event() = default;
@@ -117,7 +113,7 @@ String Quarn_Event::str() const {
 
 long Quarn_Event::hexified(char* destination, const char* source, long count) {
   std::string_view bytes;
-  if (count > 0) bytes = {source, static_cast<std::size_t>(count)};
+  if (source != nullptr && count > 0) bytes = {source, static_cast<std::size_t>(count)};
   const std::size_t length = mpuevent::writeHex(destination, bytes);
   destination[length] = '\0';
   return static_cast<long>(length);

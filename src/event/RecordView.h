@@ -16,6 +16,9 @@ namespace mpuevent {
 ///
 /// Every read is checked against the bytes held, in a form that cannot wrap. A number that they
 /// do not hold whole reads as 0, a text or run of bytes ends where they end.
+///
+/// How many they are is not known of an unbounded view: there all that is asked for is held, and
+/// a text ends at its NUL alone.
 class RecordView {
  public:
   static constexpr std::size_t toEnd = static_cast<std::size_t>(-1);
@@ -24,6 +27,11 @@ class RecordView {
   RecordView(const void* bytes, std::size_t size)
       : bytes_(static_cast<const unsigned char*>(bytes)), size_(bytes == nullptr ? 0 : size) {}
 
+  /// For bytes of which the caller of the library knows that whatever is read of them is there. A
+  /// null pointer holds none.
+  static RecordView unbounded(const void* bytes) { return {bytes, toEnd}; }
+
+  /// `toEnd` if the view is unbounded.
   std::size_t size() const { return size_; }
   const unsigned char* data() const { return bytes_; }
 
@@ -44,14 +52,14 @@ class RecordView {
 
   /// The text from `at` up to its NUL, at most `limit` bytes.
   std::string_view text(std::size_t at, std::size_t limit = toEnd) const {
-    const std::string_view field = bytes(at, limit);
-    if (field.empty()) return {};
-    const void* nul = std::memchr(field.data(), 0, field.size());
-    if (nul == nullptr) return field;
-    return field.substr(0, static_cast<std::size_t>(static_cast<const char*>(nul) - field.data()));
+    const RecordView field = from(at, limit);
+    if (field.size_ == 0) return {};
+    const char* start = reinterpret_cast<const char*>(field.bytes_);
+    return {start, field.size_ == toEnd ? std::strlen(start) : strnlen(start, field.size_)};
   }
 
-  /// The bytes from `at`, as many of `count` as are held.
+  /// The bytes from `at`, as many of `count` as are held. Of an unbounded view only a count can be
+  /// had.
   std::string_view bytes(std::size_t at, std::size_t count = toEnd) const {
     const RecordView part = from(at, count);
     return {reinterpret_cast<const char*>(part.bytes_), part.size_};
@@ -60,7 +68,7 @@ class RecordView {
   /// A view on the bytes from `at`, as many of `count` as are held.
   RecordView from(std::size_t at, std::size_t count = toEnd) const {
     if (at >= size_) return {};
-    return {bytes_ + at, std::min(count, size_ - at)};
+    return {bytes_ + at, size_ == toEnd ? count : std::min(count, size_ - at)};
   }
 
  private:
@@ -81,20 +89,20 @@ class RecordView {
   std::size_t size_ = 0;
 };
 
-/// A whole record: its header fields, and its payload.
+/// A record: its header fields, and its payload.
 class Record : public RecordView {
  public:
   static constexpr std::size_t headerSize = 152;
 
-  /// `length` bytes are held; a length below 0 holds none.
+  /// The header of a record that is not null is there whole: `length` only tells how much of the
+  /// payload is held behind it, below 152 nothing.
   Record(const Pegasus::EmpEvLogMsg_s* record, int length)
-      : RecordView(record, length < 0 ? 0 : static_cast<std::size_t>(length)) {}
+      : RecordView(record, length < 0 ? headerSize
+                                      : std::max(static_cast<std::size_t>(length), headerSize)) {}
 
   /// A record whose holder does not say how long it is: its own `evStructLength` is trusted.
   static Record trusting(const Pegasus::EmpEvLogMsg_s* record) {
-    const int headerLength = record == nullptr ? 0 : static_cast<int>(headerSize);
-    const Record header(record, headerLength);
-    return {record, headerLength + header.structLength()};
+    return {record, static_cast<int>(headerSize + Record(record, 0).structLength())};
   }
 
   std::string_view enclosureSerialNumber() const { return text(0, 64); }

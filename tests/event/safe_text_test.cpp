@@ -89,6 +89,10 @@ TEST(Hex, DumpsBytes) {
   EXPECT_STREQ(digits, "00AB7F");
   EXPECT_EQ(digits[7], '\0');
   EXPECT_EQ(Quarn_Event::hexified(digits, bytes, -5), 0);
+  digits[0] = '~';
+  EXPECT_EQ(Quarn_Event::hexified(digits, nullptr, 3), 0);
+  EXPECT_EQ(digits[0], '\0');
+  EXPECT_EQ(utf8(Quarn_Event::hexifiedString(nullptr, 3)), "");
   EXPECT_EQ(std::string(digits, 3), std::string("\0"
                                                 "0A",
                                                 3));

@@ -23,9 +23,7 @@ class EventPayload : public RecordView {
   explicit EventPayload(RecordView bytes) : RecordView(bytes) {}
 
   /// A payload whose holder does not say how long it is: as long as the fields read.
-  static EventPayload trusting(const void* payload) {
-    return EventPayload({payload, static_cast<std::size_t>(PTRDIFF_MAX)});
-  }
+  static EventPayload trusting(const void* payload) { return EventPayload(unbounded(payload)); }
 
   std::uint32_t eventClass() const { return u32(0); }
   std::uint32_t eventNumber() const { return u32(4); }

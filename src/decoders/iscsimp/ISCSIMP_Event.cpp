@@ -34,10 +34,6 @@ constexpr iscsimp::WriteEvent* writers[] = {
     iscsimp::writeMessageEvent,  // 6
 };
 
-/// Bytes of which the caller knows that they are all there, and that texts among them end with
-/// their NUL.
-RecordView trusting(const void* layout) { return {layout, PTRDIFF_MAX}; }
-
 String eventName(std::uint16_t id) {
   const std::string_view name = mpuevent::textAt(iscsimp::event_names, id);
   if (!name.empty()) return mpuevent::toString(name);
@@ -49,7 +45,7 @@ String eventName(std::uint16_t id) {
 void build(XmlString& body, std::string& summary, const void* data, iscsimp::WriteEvent* write) {
   BodyWriter elements(Separator::none, bodySize);
   BodyWriter line(Separator::none, summarySize);
-  if (data != nullptr) write(elements, line, trusting(data));
+  if (data != nullptr) write(elements, line, RecordView::unbounded(data));
   elements.tellElements();
   body.append(std::string(elements.view()));
   summary = line.view();
@@ -58,7 +54,7 @@ void build(XmlString& body, std::string& summary, const void* data, iscsimp::Wri
 void build(XmlString& body, const void* bhs, void (*write)(BodyWriter& body, RecordView bhs)) {
   if (bhs == nullptr) return;
   BodyWriter elements(Separator::none, bodySize);
-  write(elements, trusting(bhs));
+  write(elements, RecordView::unbounded(bhs));
   elements.tellElements();
   body.append(std::string(elements.view()));
 }
@@ -129,14 +125,14 @@ void ISCSIMP_Event::build_text_request_bhs(XmlString& body, ISCSI_TEXT_REQUEST* 
 
 std::string ISCSIMP_Event::get_ip_address(IpAddr_t& address) {
   BodyWriter text(Separator::none, 32);
-  iscsimp::writeIpAddress(text, trusting(&address), 0);
+  iscsimp::writeIpAddress(text, RecordView::unbounded(&address), 0);
   return std::string(text.view());
 }
 
 std::string ISCSIMP_Event::get_isid(unsigned char* isid) {
   if (isid == nullptr) return {};
   BodyWriter text(Separator::none, 24);
-  text.number(mpuevent::Format::hexLower6, trusting(isid).u48(0));
+  text.number(mpuevent::Format::hexLower6, RecordView::unbounded(isid).u48(0));
   return std::string(text.view());
 }
 

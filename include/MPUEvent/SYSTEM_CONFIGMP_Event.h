@@ -37,10 +37,11 @@ MPUEVENT_API void SCC_fetch_event_location_information(SCC_EVENT_LOCINFO_t* loc,
 
 /// Cuts a one-line summary out of the text `src`: its first clause, up to a '.', a ';' or the ':'
 /// of "():" (of which the "(" stays), at most 62 characters. A longer clause is cut at the last
-/// blank or line feed among its first 63 characters, and is empty if there is none. With a
-/// `limit` other than 0, a clause longer than `limit` is cut in the same way. `dst` belongs to the
-/// caller, needs 63 bytes and gets a NUL; it may be `src`. A null `src` is an empty text, a null
-/// `dst` is passed over.
+/// blank, tab or line feed among its first 63 characters, and is empty if there is none. With a
+/// `limit` other than 0, a clause longer than `limit` is cut in the same way; below 0 it is always
+/// empty. Nothing behind the clause's end is read, at most 63 characters or `limit` + 1: a longer
+/// `src` needs no NUL. `dst` belongs to the caller, needs 63 bytes and gets a NUL; it may be `src`.
+/// A null `src` is an empty text, a null `dst` is passed over.
 MPUEVENT_API void SCC_copySummarized(char* dst, char* src, int limit);
 
 // The bodies, one function for each kind of event, whatever the record's event id. The record's

@@ -1,7 +1,11 @@
 #include <MPUEvent/SYSTEM_CONFIGMP_Event.h>
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <initializer_list>
+#include <tuple>
 #include <utility>
 
 #include "support/DecodedEvent.h"
@@ -173,6 +177,51 @@ TEST(SystemConfig, CutsSummaries) {
     char summary[63];
     SCC_copySummarized(summary, text.data(), c.limit);
     EXPECT_EQ(summary, c.summary) << c.text << c.limit;
+  }
+}
+
+/// A text without a NUL, behind whose last character no byte can be read.
+class TextAtAnEdge {
+ public:
+  explicit TextAtAnEdge(const std::string& text)
+      : pageSize_(static_cast<std::size_t>(sysconf(_SC_PAGESIZE))),
+        pages_(mmap(nullptr, 2 * pageSize_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1,
+                    0)) {
+    edge_ = static_cast<char*>(pages_) + pageSize_;
+    EXPECT_EQ(mprotect(edge_, pageSize_, PROT_NONE), 0);
+    start_ = std::copy_backward(text.begin(), text.end(), edge_);
+  }
+  ~TextAtAnEdge() { munmap(pages_, 2 * pageSize_); }
+  TextAtAnEdge(const TextAtAnEdge&) = delete;
+  TextAtAnEdge& operator=(const TextAtAnEdge&) = delete;
+
+  char* start() { return start_; }
+
+ private:
+  std::size_t pageSize_;
+  void* pages_;
+  char* edge_;
+  char* start_;
+};
+
+TEST(SystemConfig, ReadsNoCharacterThatDoesNotMatterToASummary) {
+  const std::string word63(63, 'w');
+  const std::tuple<std::string, int, std::string> cases[] = {
+      {"one two.",    0,               "one two"},
+      {"one;",        9,               "one"    },
+      {"f():",        0,               "f("     },
+      {word63,        0,               ""       },
+      {"a " + word63, 0,               "a"      }, // two more than are read
+      {word63,        99,              ""       },
+      {"four five",   8,               "four"   },
+      {"",            -1,              ""       },
+      {"",            -2147483647 - 1, ""       },
+  };
+  for (const auto& [text, limit, expected] : cases) {
+    TextAtAnEdge source(text);
+    char summary[63];
+    SCC_copySummarized(summary, source.start(), limit);
+    EXPECT_EQ(summary, expected) << text << limit;
   }
 }
 

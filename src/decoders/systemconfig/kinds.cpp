@@ -150,7 +150,7 @@ constexpr Field persistentMemoryArrays[] = {
 std::string_view writeTextAt(SafeBody& body, RecordView data, std::size_t at) {
   const std::string_view text = data.text(at);
   body.recordElement("Text", text);
-  return summaryOf(text);
+  return text.substr(0, summaryLength(data.from(at)));
 }
 
 template <std::size_t size>

@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "event/Text.h"
-
 namespace mpuevent::systemconfig {
 
 namespace {
@@ -15,30 +13,32 @@ constexpr int longestSummary = 62;
 
 }  // namespace
 
-std::string_view summaryOf(std::string_view text, int limit) {
+std::size_t summaryLength(RecordView text, int limit) {
   const int longest = limit == 0 ? longestSummary : std::min(limit, longestSummary);
-  std::string_view upToLastBlank;
-  for (int length = 0; length <= longest; ++length) {
-    const std::string_view before = text.substr(0, static_cast<std::size_t>(length));
-    if (before.size() == text.size()) return text;
-    switch (text[before.size()]) {
+  std::size_t lastBlank = 0;
+  // Character by character: what lies behind the one that ends the summary may not be there.
+  for (std::size_t length = 0; static_cast<int>(length) <= longest; ++length) {
+    switch (text.u8(length)) {
+      case '\0':
       case '.':
       case ';':
-        return before;
+        return length;
       case ':':
         // "name():" keeps the opening parenthesis and loses the closing one.
-        if (before.ends_with("()")) return before.substr(0, before.size() - 1);
+        if (length >= 2 && text.u8(length - 2) == '(' && text.u8(length - 1) == ')') {
+          return length - 1;
+        }
         break;
       case ' ':
       case '\t':
       case '\n':
-        upToLastBlank = before;
+        lastBlank = length;
         break;
       default:
         break;
     }
   }
-  return upToLastBlank;
+  return lastBlank;
 }
 
 void copySummary(char* destination, std::string_view summary) {
@@ -52,8 +52,9 @@ void copySummary(char* destination, std::string_view summary) {
 namespace Pegasus {
 
 void SCC_copySummarized(char* dst, char* src, int limit) {
-  mpuevent::systemconfig::copySummary(
-      dst, mpuevent::systemconfig::summaryOf(mpuevent::viewOf(src), limit));
+  using namespace mpuevent::systemconfig;
+  const auto text = mpuevent::RecordView::unbounded(src);
+  copySummary(dst, text.bytes(0, summaryLength(text, limit)));
 }
 
 }  // namespace Pegasus

@@ -1,12 +1,16 @@
 #ifndef DECODERS_SYSTEMCONFIG_SUMMARY_H
 #define DECODERS_SYSTEMCONFIG_SUMMARY_H
 
+#include <cstddef>
 #include <string_view>
+
+#include "event/RecordView.h"
 
 namespace mpuevent::systemconfig {
 
-/// The part of a text that `SCC_copySummarized` copies. The text holds no NUL.
-std::string_view summaryOf(std::string_view text, int limit = 0);
+/// How much of the text at the start of `text` `SCC_copySummarized` copies. No character behind
+/// the one that decides it is read.
+std::size_t summaryLength(RecordView text, int limit = 0);
 
 /// Copies the summary and a NUL to a caller's buffer, which may be null.
 void copySummary(char* destination, std::string_view summary);

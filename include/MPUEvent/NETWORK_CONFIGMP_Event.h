@@ -15,15 +15,15 @@ class MPUEVENT_API NETWORK_CONFIGMP_Event : public Quarn_Event {
   ~NETWORK_CONFIGMP_Event() override;
 };
 
-// Each of these reads the payload as one layout, whatever the event number, and trusts the
-// record's `evStructLength`. A null record gives an empty text.
+// Each of these reads the payload as one layout, whatever the event number. But for the dump, they
+// trust the record's `evStructLength`. A null record gives an empty text.
 
 /// The text that the payload is, at most 255 bytes of it.
 MPUEVENT_API String get_NCS_text_event_summary(EmpEvLogMsg_s const* record);
 /// The whole text as an element.
 MPUEVENT_API String get_NCS_text_event_body(EmpEvLogMsg_s const* record);
-/// The text, and as `<Hex>` what lies behind its NUL in a payload of `length` bytes. `length` only
-/// bounds the dump, which is empty if the text takes up all of it.
+/// The text, and as `<Hex>` what lies behind its NUL, in a payload of `length` bytes whatever the
+/// record says. A length of 0 or less holds neither.
 MPUEVENT_API String get_NCS_dump_event_body(EmpEvLogMsg_s const* record, int length);
 /// The fields of a management message, and a text.
 MPUEVENT_API String get_NCS_mmsg_event_body(EmpEvLogMsg_s const* record);

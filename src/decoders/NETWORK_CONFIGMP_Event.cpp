@@ -66,20 +66,20 @@ String textBody(const Record& record) {
 }
 
 /// The dump starts behind the text's NUL and covers the rest of `length` bytes of payload.
-String textAndDump(const Record& record, std::int64_t length) {
-  const RecordView payload = record.payload();
+String textAndDump(RecordView payload, std::size_t length) {
   const std::size_t start = payload.text(0).size() + 1;
-  const std::int64_t count = length - static_cast<std::int64_t>(start);
   BodyWriter body(mpuevent::Separator::blank, 2 * payload.size() + 32);
   body.element("Text", payload.text(0));
   body.openGroup("Hex");
-  if (count > 0) body.hexBytes(payload.bytes(start, static_cast<std::size_t>(count)));
+  if (length > start) body.hexBytes(payload.bytes(start, length - start));
   body.closeGroup("Hex");
   body.character('\n');
   return body.string();
 }
 
-String dumpBody(const Record& record) { return textAndDump(record, record.structLength()); }
+String dumpBody(const Record& record) {
+  return textAndDump(record.payload(), record.structLength());
+}
 
 String fieldsAndText(const Record& record, std::span<const Field> fields, std::size_t textAt) {
   const RecordView payload = record.payload();
@@ -185,7 +185,9 @@ String get_NCS_text_event_body(EmpEvLogMsg_s const* record) {
 }
 
 String get_NCS_dump_event_body(EmpEvLogMsg_s const* record, int length) {
-  return record == nullptr ? String() : textAndDump(Record::trusting(record), length);
+  if (record == nullptr) return {};
+  const std::size_t size = length < 0 ? 0 : static_cast<std::size_t>(length);
+  return textAndDump(RecordView(record, Record::headerSize + size).from(Record::headerSize), size);
 }
 
 String get_NCS_mmsg_event_body(EmpEvLogMsg_s const* record) {

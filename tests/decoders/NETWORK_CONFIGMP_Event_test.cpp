@@ -82,23 +82,31 @@ TEST(NetworkConfig, CutsTheSummaryButNotTheBody) {
 
 TEST(NetworkConfig, DumpsWhatTheLengthLeavesBehindTheText) {
   const Payload payload = Payload().text("abc").u24(0x01FE7F);
-  const std::string bytes = recordOf(1000, payload).str();
-  const auto expected = [](const std::string& hex) {
-    return "<Text>abc</Text> <Hex>" + hex + "</Hex>\n";
+  const auto expected = [](const std::string& text, const std::string& hex) {
+    return "<Text>" + text + "</Text> <Hex>" + hex + "</Hex>\n";
   };
-  const std::pair<int, const char*> cases[] = {
+  const std::pair<std::uint16_t, const char*> cases[] = {
       {65535, "01FE7F"},
       {6,     "01FE"  },
       {4,     ""      },
       {2,     ""      }
   };
   for (const auto& [length, hex] : cases) {
-    const auto structLength = static_cast<std::uint16_t>(length);
-    EXPECT_EQ(decode(recordOf(1003, payload).structLength(structLength))[2], expected(hex));
-    EXPECT_EQ(utf8(get_NCS_dump_event_body(pointerTo(bytes), length)), expected(hex));
+    EXPECT_EQ(decode(recordOf(1003, payload).structLength(length))[2], expected("abc", hex));
   }
-  EXPECT_EQ(utf8(get_NCS_dump_event_body(pointerTo(bytes), -2147483647 - 1)), expected(""));
   EXPECT_EQ(decode(recordOf(1003, Payload()))[2], "<Text></Text> <Hex></Hex>\n");
+
+  // A caller's length bounds the text as well, and the record's own bounds neither.
+  const std::string bytes = recordOf(1003, payload).structLength(1).str();
+  const std::pair<int, std::string> offered[] = {
+      {7,               expected("abc", "01FE7F")},
+      {6,               expected("abc", "01FE")  },
+      {2,               expected("ab",  "")      },
+      {-2147483647 - 1, expected("",    "")      },
+  };
+  for (const auto& [length, body] : offered) {
+    EXPECT_EQ(utf8(get_NCS_dump_event_body(pointerTo(bytes), length)), body) << length;
+  }
 }
 
 TEST(NetworkConfig, LeavesOutWhatIsNotHeld) {

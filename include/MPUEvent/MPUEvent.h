@@ -42,8 +42,9 @@ class MPUEVENT_API MPUEvent {
 
   /// Reads the message's body, (total length - 64) bytes modulo 2^16, and releases the body read
   /// before. Throws `CMAPOperationFailedException` with the code of entry 30 of
-  /// `CMAPErrorCodes::_errorCodeArray` if the stream ends early, of entry 28 if it fails; the
-  /// envelope is then loaded with what arrived, followed by zeros. Returns `stream`.
+  /// `CMAPErrorCodes::_errorCodeArray` if the stream ends early, of entry 28 if it fails, and
+  /// whatever the stream throws; the envelope is then loaded with what arrived, followed by zeros.
+  /// Returns `stream`.
   virtual Quarn_istream& deserialize(Quarn_istream& stream);
 
   /// Decodes the record with the decoder class of its source; a source without one gives a plain

@@ -20,8 +20,11 @@ constexpr std::size_t readTooShort = 30;
 
 char* bytesOf(EmpEvLogMsg_s* record) { return reinterpret_cast<char*>(record); }
 
+/// Zeros, as a stream may deliver less than it says, or throw. There is always a whole header, for
+/// `str()`.
 EmpEvLogMsg_s* newRecord(unsigned int length) {
-  return reinterpret_cast<EmpEvLogMsg_s*>(new char[length]);
+  const std::size_t size = std::max<std::size_t>(length, mpuevent::Record::headerSize);
+  return reinterpret_cast<EmpEvLogMsg_s*>(new char[size]());
 }
 
 }  // namespace

@@ -2,8 +2,13 @@
 #include <MPUEvent/MPUEvent.h>
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <map>
 #include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <tuple>
 #include <typeindex>
 
 #include "records/SampleRecords.h"
@@ -143,6 +148,46 @@ TEST(Envelope, AFailedReadThrowsTheCodeOfItsKind) {
   Quarn_imemstream part = streamOver(start);
   EXPECT_NE(expectThrow(part, 30).find("SequenceId: -2147483647, time: 77, len: 0, source: 0,"),
             std::string::npos);
+}
+
+/// Writes `written` bytes of 0xFF of those that it is asked for, and then throws or reports
+/// `count`.
+class DeceitfulStream : public Quarn_istream {
+ public:
+  DeceitfulStream(int written, std::optional<int> count) : written_(written), count_(count) {}
+  Quarn_istream& read(char* buffer, int) override {
+    std::memset(buffer, 0xFF, static_cast<std::size_t>(written_));
+    if (!count_) throw std::runtime_error("the line is dead");
+    return *this;
+  }
+  int gcount() const override { return *count_; }
+
+ private:
+  int written_;
+  std::optional<int> count_;
+};
+
+TEST(Envelope, ShowsZerosForWhatAStreamDidNotWrite) {
+  constexpr std::size_t size = 200;
+  const std::tuple<int, std::optional<int>, const char*> cases[] = {
+      {144, std::nullopt, "SequenceId: -1, time: -1, len: 0, source: 0, type: 0"},
+      {0,   std::nullopt, "SequenceId: 0, time: 0, len: 0, source: 0, type: 0"  },
+      {140, 200,          "SequenceId: -1, time: 0, len: 0, source: 0, type: 0" },
+      {140, 201,          "SequenceId: -1, time: 0, len: 0, source: 0, type: 0" },
+      {144, 140,          "SequenceId: -1, time: 0, len: 0, source: 0, type: 0" },
+  };
+  for (const auto& [written, count, expected] : cases) {
+    MPUEvent event(header(size + 64));
+    // What was freed last is what the envelope gets.
+    delete[] static_cast<char*>(std::memset(new char[size], 0xA5, size));
+    DeceitfulStream stream(written, count);
+    try {
+      event.deserialize(stream);
+    } catch (const std::runtime_error&) {
+    } catch (const CMAPOperationFailedException&) {
+    }
+    EXPECT_NE(utf8(event.str()).find(expected), std::string::npos) << utf8(event.str());
+  }
 }
 
 // That each module's class is the required one is seen in the samples' texts.

@@ -8,7 +8,7 @@ namespace Pegasus {
 /// Events of the AIM process, which logs the records of the system configuration process.
 class MPUEVENT_API AIMMP_Event : public SYSTEM_CONFIGMP_Event {
  public:
-  AIMMP_Event(EmpEvLogMsg_s* record, int length);
+  MPUEVENT_PEGASUS_ABI AIMMP_Event(EmpEvLogMsg_s* record, int length);
   ~AIMMP_Event() override;
 };
 

@@ -27,7 +27,7 @@ struct awrEvtHdr_s;
 class MPUEVENT_API AWR8P_Event : public QuarnEvent {
  public:
   /// As `QuarnEvent`; a null record leaves the base fields only.
-  AWR8P_Event(EmpEvLogMsg_s* record, int length);
+  MPUEVENT_PEGASUS_ABI AWR8P_Event(EmpEvLogMsg_s* record, int length);
   ~AWR8P_Event() override;
 
   /// Adds what a node says to this event. The bytes that can be read are those that the node

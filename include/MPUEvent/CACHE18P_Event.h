@@ -11,7 +11,7 @@ namespace Pegasus {
 class MPUEVENT_API CACHE18P_Event : public Quarn_Event {
  public:
   /// As `Quarn_Event`; a null record leaves the base fields only.
-  CACHE18P_Event(EmpEvLogMsg_s* record, int length);
+  MPUEVENT_PEGASUS_ABI CACHE18P_Event(EmpEvLogMsg_s* record, int length);
   ~CACHE18P_Event() override;
 };
 

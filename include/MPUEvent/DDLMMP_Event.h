@@ -9,7 +9,7 @@ namespace Pegasus {
 /// configuration process.
 class MPUEVENT_API DDLMMP_Event : public SYSTEM_CONFIGMP_Event {
  public:
-  DDLMMP_Event(EmpEvLogMsg_s* record, int length);
+  MPUEVENT_PEGASUS_ABI DDLMMP_Event(EmpEvLogMsg_s* record, int length);
   ~DDLMMP_Event() override;
 };
 

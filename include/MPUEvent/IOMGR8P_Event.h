@@ -43,7 +43,7 @@ class MPUEVENT_API IOMGR8P_Event : public QuarnEvent {
  public:
   /// Decodes `record`, of which `length` bytes are held; an entry whose bytes they do not hold is
   /// left out. A null record gives an empty event.
-  IOMGR8P_Event(EmpEvLogMsg_s* record, int length);
+  MPUEVENT_PEGASUS_ABI IOMGR8P_Event(EmpEvLogMsg_s* record, int length);
   ~IOMGR8P_Event() override;
 
   // What the constructor is made of. Each function appends entries to the Body, and all believe

@@ -36,7 +36,7 @@ struct IpAddr_t;             ///< an IPv4 address, four bytes in network order
 class MPUEVENT_API ISCSIMP_Event : public Quarn_Event {
  public:
   /// Decodes `record`, of which `length` bytes can be read; nothing past them is touched.
-  ISCSIMP_Event(EmpEvLogMsg_s* record, int length);
+  MPUEVENT_PEGASUS_ABI ISCSIMP_Event(EmpEvLogMsg_s* record, int length);
   ~ISCSIMP_Event() override;
 
   /// Append the elements of a payload to `body`, and replace `summary`. The payload kind is not

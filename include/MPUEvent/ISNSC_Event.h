@@ -10,7 +10,7 @@ namespace Pegasus {
 /// the Body has passed `makeSafeString`. Each construction writes two trace lines of its own.
 class MPUEVENT_API ISNSC_Event : public Quarn_Event {
  public:
-  ISNSC_Event(EmpEvLogMsg_s* record, int length);
+  MPUEVENT_PEGASUS_ABI ISNSC_Event(EmpEvLogMsg_s* record, int length);
   ~ISNSC_Event() override;
 };
 

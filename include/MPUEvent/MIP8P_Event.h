@@ -21,7 +21,7 @@ class MPUEVENT_API MIP8P_Event : public Quarn_Event {
  public:
   /// Decodes `record`, of which `length` bytes are held; an element whose bytes they do not hold
   /// is left out. A null record gives an empty event.
-  MIP8P_Event(EmpEvLogMsg_s* record, int length);
+  MPUEVENT_PEGASUS_ABI MIP8P_Event(EmpEvLogMsg_s* record, int length);
   ~MIP8P_Event() override;
 
   // What the constructor is made of. All functions believe what they are pointed to: a record to

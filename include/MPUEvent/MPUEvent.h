@@ -19,11 +19,11 @@ namespace Pegasus {
 class MPUEVENT_API MPUEvent {
  public:
   /// An empty envelope.
-  explicit MPUEvent(const CMAPMessageHeader& header);
+  MPUEVENT_PEGASUS_ABI explicit MPUEvent(const CMAPMessageHeader& header);
   /// An envelope loaded from `stream`; throws what `deserialize` throws.
-  MPUEvent(const CMAPMessageHeader& header, Quarn_istream& stream);
+  MPUEVENT_PEGASUS_ABI MPUEvent(const CMAPMessageHeader& header, Quarn_istream& stream);
   /// Copies header and record. The copy is loaded, with a record of 0 bytes if `other` is empty.
-  MPUEvent(const MPUEvent& other);
+  MPUEVENT_PEGASUS_ABI MPUEvent(const MPUEvent& other);
   /// Never returns, but for self-assignment: assigning a different envelope recurses until the
   /// stack is used up. Copy envelopes with the copy constructor.
   __attribute__((
@@ -50,7 +50,7 @@ class MPUEVENT_API MPUEvent {
   /// Decodes the record with the decoder class of its source; a source without one gives a plain
   /// `Quarn_Event`. Null if the envelope is empty or its record shorter than the 152-byte header.
   /// The caller owns the event. Throws nothing but what allocation throws.
-  Quarn_Event* create_Quarn_Event() const;
+  MPUEVENT_PEGASUS_ABI Quarn_Event* create_Quarn_Event() const;
 
  private:
   CMAPMessageHeader header_;

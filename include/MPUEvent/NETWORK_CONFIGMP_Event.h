@@ -11,7 +11,7 @@ namespace Pegasus {
 /// Body, and is reported by a trace line.
 class MPUEVENT_API NETWORK_CONFIGMP_Event : public Quarn_Event {
  public:
-  NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* record, int length);
+  MPUEVENT_PEGASUS_ABI NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* record, int length);
   ~NETWORK_CONFIGMP_Event() override;
 };
 

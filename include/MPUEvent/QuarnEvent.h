@@ -9,7 +9,7 @@ namespace Pegasus {
 class MPUEVENT_API QuarnEvent : public Quarn_Event {
  public:
   /// As `Quarn_Event`; the list starts empty.
-  QuarnEvent(EmpEvLogMsg_s* record, int length);
+  MPUEVENT_PEGASUS_ABI QuarnEvent(EmpEvLogMsg_s* record, int length);
   ~QuarnEvent() override;
 
   /// Appends "<key>value</key>" to the Body; the value is the printf-style expansion of `format`

@@ -26,7 +26,7 @@ class MPUEVENT_API Quarn_Event {
   /// nothing past it is touched, and below 152 there is no payload. A null record gives an empty
   /// event, in every class. Unknown codes, and a `length` other than 152 + `evStructLength`, are
   /// reported by trace lines only.
-  Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length);
+  MPUEVENT_PEGASUS_ABI Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length);
   virtual ~Quarn_Event();
 
   virtual String getEnclosureSerialNumber() const;

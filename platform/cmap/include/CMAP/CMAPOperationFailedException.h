@@ -6,7 +6,7 @@
 namespace Pegasus {
 
 /// A CMAP operation failed; its CIM status code is CIM_ERR_FAILED.
-class PEGASUS_EXPORT CMAPOperationFailedException : public CIMOperationFailedException {
+class PEGASUS_PROVIDER_LINKAGE CMAPOperationFailedException : public CIMOperationFailedException {
  public:
   /// `code` is a code of CMAPErrorCodes, `text` its message.
   CMAPOperationFailedException(unsigned int code, const String& text);

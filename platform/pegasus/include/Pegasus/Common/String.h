@@ -8,6 +8,8 @@
 
 namespace Pegasus {
 
+class PEGASUS_COMMON_LINKAGE String;
+
 // NOLINTBEGIN(google-explicit-constructor): callers rely on the conversions.
 
 /// NUL-terminated bytes that a String was turned into; owns them.

@@ -3,6 +3,7 @@
 # builds and runs a C++11 program against it, once with find_package, once with pkg-config.
 set -euo pipefail
 build=$1 cxx=$2 scratch=$3
+unset PEGASUS_ROOT PEGASUS_HOME PEGASUS_PLATFORM LD_LIBRARY_PATH # the installed files know
 sources=$(cd "$(dirname "$0")/../consumer" && pwd)
 rm -rf "$scratch"
 mkdir -p "$scratch"

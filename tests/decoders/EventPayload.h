@@ -64,6 +64,7 @@ inline std::string recordsIn(const std::string& body) {
     const std::string key = body.substr(at, body.find('>', at) - at + 1);
     const std::size_t known = firstKeys.find(key);
     if (key == last || known == std::string::npos) continue;
+    if (key == "<Volume_Number>" && !found.empty()) continue;  // a field of the record before
     const std::size_t name = known + key.size();
     found += (found.empty() ? ' ' : '+') + firstKeys.substr(name, firstKeys.find(' ', name) - name);
     last = key;

@@ -82,7 +82,7 @@ TEST(Record, HasItsFieldsWhereTheHeaderHasThem) {
   const Record record(whole, 160);
   EXPECT_EQ(record.payload().size(), 8U);
   EXPECT_EQ(Record(whole, 151).payload().size(), 0U);
-  EXPECT_EQ(Record(whole, -1).size(), 0U);
+  EXPECT_EQ(Record(whole, -1).payload().size(), 0U);
   const Record trusting = Record::trusting(whole);
   EXPECT_EQ(trusting.size(), 158U);
   EXPECT_EQ(Record::trusting(nullptr).size(), 0U);

@@ -20,19 +20,27 @@ struct awrEvtHdr_s;
 /// entries of the Body in the order of the record, the first text is the Summary as well, and a
 /// name node gives the EventID. Nodes of another type are passed over.
 ///
-/// Nothing that a node says of its length is believed past the end of its container or of the
-/// bytes held: there it is cut, and a node of which not even the header fits is none. Only a text
-/// pays no heed to lengths; it ends at its NUL, or with the payload. Time and memory are linear in
-/// the payload, whatever its nesting.
+/// Lengths are taken as given, up to the end of the bytes held. A child may be longer than its
+/// container is: it is shown whole, nodes in it included, wherever its container ends; the next
+/// node is the one that follows behind the container. A container whose length is negative as a
+/// signed number has no children, and behind a node whose length is, its container ends. A text
+/// pays no heed to lengths; it ends at its NUL, or with the payload. A node of which not even the
+/// header fits into the payload is none.
+///
+/// Where containers overlap, bytes are shown again. Each node counts 8 bytes and those that it
+/// shows: before they come to more than eight times the payload, the decoding ends. So time and
+/// memory are linear in the payload, whatever its nesting; no tree gets there in which children
+/// end with their container and texts with their node.
 class MPUEVENT_API AWR8P_Event : public QuarnEvent {
  public:
   /// As `QuarnEvent`; a null record leaves the base fields only.
   MPUEVENT_PEGASUS_ABI AWR8P_Event(EmpEvLogMsg_s* record, int length);
   ~AWR8P_Event() override;
 
-  /// Adds what a node says to this event. The bytes that can be read are those that the node
-  /// claims as its data, or of a text those up to its NUL; never more than the 65,535 that a
-  /// payload can have. A null pointer adds nothing.
+  /// Adds what a node says to this event, by one `appendBody` with all its entries. The bytes of
+  /// the node are read as a payload's, which is trusted to be there: as far as the nodes in it
+  /// claim, or of a text up to its NUL, but never more than the 65,535 bytes that a payload can
+  /// have. A null pointer adds nothing.
   void awr8p_parse_evt(awrEvtHdr_s* node);
 
   /// Adds the data of a node, whatever its type, as hex-dump lines of 16 bytes: "<_0010>" with
@@ -41,8 +49,6 @@ class MPUEVENT_API AWR8P_Event : public QuarnEvent {
   void awr8p_dump_bin(awrEvtHdr_s* node);
 
  private:
-  void show(const void* payload, unsigned int size);
-
   int summaryTaken_;
 };
 

@@ -15,18 +15,10 @@ class MPUEVENT_API QuarnEvent : public Quarn_Event {
   /// Appends "<key>value</key>" to the Body; the value is the printf-style expansion of `format`
   /// and of the arguments behind it. Nothing is escaped, but a key or value that ends in a lone
   /// backslash gets a period in its place: the key's is overwritten in the caller's buffer.
-  virtual void addEntry(char* key, char* format, ...)
-#ifdef __GNUC__
-      __attribute__((format(printf, 3, 4)))
-#endif
-      ;
+  virtual void addEntry(char* key, char* format, ...) __attribute__((format(printf, 3, 4)));
 
   /// Appends a NUL-terminated text to the Body, which grows ahead of need.
   virtual void appendBody(char* text);
-
- protected:
-  /// `appendBody` for `length` bytes that need no terminator.
-  void appendBodyBytes(const char* text, unsigned int length);
 
  private:
   unsigned int bodyLength_;

@@ -38,4 +38,10 @@ void repairEnd(BodyWriter& entries, std::size_t valueStart) {
   entries.character('.');
 }
 
+void appendEntries(Pegasus::QuarnEvent& event, BodyWriter entries) {
+  entries.tellElements();
+  entries.character('\0');
+  event.appendBody(const_cast<char*>(entries.view().data()));  // which only reads it
+}
+
 }  // namespace mpuevent

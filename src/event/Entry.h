@@ -1,6 +1,8 @@
 #ifndef EVENT_ENTRY_H
 #define EVENT_ENTRY_H
 
+#include <MPUEvent/QuarnEvent.h>
+
 #include <cstddef>
 #include <string_view>
 
@@ -18,6 +20,9 @@ void writeEntry(BodyWriter& entries, std::string_view key, std::string_view valu
 /// For a value that is written piece by piece: repairs its end as `addEntry` does. `valueStart` is
 /// the size of `entries` when the value began.
 void repairEnd(BodyWriter& entries, std::size_t valueStart);
+
+/// Appends the entries to the Body, all of them by one call of the virtual `appendBody`.
+void appendEntries(Pegasus::QuarnEvent& event, BodyWriter entries);
 
 }  // namespace mpuevent
 

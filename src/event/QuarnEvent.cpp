@@ -81,10 +81,8 @@ void QuarnEvent::addEntry(char* key, char* format, ...) {
 }
 
 void QuarnEvent::appendBody(char* text) {
-  if (text != nullptr) appendBodyBytes(text, static_cast<unsigned int>(std::strlen(text)));
-}
-
-void QuarnEvent::appendBodyBytes(const char* text, unsigned int length) {
+  if (text == nullptr) return;
+  const auto length = static_cast<unsigned int>(std::strlen(text));
   if (bodyCapacity_ == 0) {
     bodyCapacity_ = std::max(roundedUp(2 * length), firstCapacity);
     Body.reserveCapacity(bodyCapacity_);

@@ -100,23 +100,89 @@ TEST(AwrNodes, BecomeTextOneByOne) {
             (Texts{"<_><a&.</_><_>b\\\\</_>", "<a&\\", "77"}));
 }
 
-TEST(AwrNodes, EndWithTheirContainerAndTheRecord) {
+TEST(AwrNodes, AreAsLongAsTheySay) {
+  const std::string sixteen = node(binary, "0123456789abcdef");
+  const std::string line =
+      "<_0000>30 31 32 33 34 35 36 37  38 39 61 62 63 64 65 66 01234567|89abcdef</_0000>";
+  const std::string end = textNode(text, "end");
+  const std::string late = textNode(text, "late");
+  const auto expectAlike = [](const std::string& payload, const std::string& body,
+                              const std::string& summary) {
+    EXPECT_EQ(decoded(payload), (Texts{body, summary, "77"}));
+    AWR8P_Event event(nullptr, 0);
+    std::string bytes = payload + std::string(200, '\0');
+    event.awr8p_parse_evt(pointer(bytes));
+    EXPECT_EQ(textsOf(event), (Texts{body, summary, ""}));
+  };
+  // Longer than their container: shown whole, and the next is what follows behind the container.
+  expectAlike(header(container, 12) + sixteen, line, "");
+  expectAlike(header(container, 1) + sixteen + end, line, "");
+  expectAlike(header(container, 9) + header(container, 36) + sixteen + end, line + "<_>end</_>",
+              "end");
+  expectAlike(node(container, header(container, 8) + sixteen.substr(0, 8)) + sixteen.substr(8),
+              line, "");
+  expectAlike(node(container, header(container, 8) + header(binary, 12) + end) + late,
+              "<_0000>00 00 00 00 00 00 00 04  65 6e 64 00 " + missing(4) +
+                  "........|end.</_0000><_>end</_>",
+              "end");
+  // Part of a head in the container is enough.
+  expectAlike(node(container, node(container, end + std::string(7, '\0')) + end),
+              "<_>end</_><_></_><_>end</_>", "end");
+  // A negative length is no length of a container.
+  expectAlike(header(container, 0x80000000) + end, "", "");
+}
+
+TEST(AwrNodes, EndWithTheRecord) {
   const std::string line = "<_0000>61 62 63 " + missing(13) + " abc</_0000>";
   const std::string end = textNode(text, "end");
-  // The inner container ends within the bytes, the outer one goes on behind it.
-  EXPECT_EQ(decoded(node(container, node(container, header(binary, 100) + "abc") + end)),
-            (Texts{line + "<_>end</_>", "end", "77"}));
-  EXPECT_EQ(
-      decoded(node(container,
-                   node(container, header(container, 100) + header(binary, 100) + "abc") + end)),
-      (Texts{line + "<_>end</_>", "end", "77"}));
   EXPECT_EQ(decoded(header(container, 5000) + header(binary, 0x7FFFFFFF) + "abc"),
             (Texts{line, "", "77"}));
-  // Too little for a header is passed over.
-  EXPECT_EQ(decoded(node(container, node(container, end + std::string(7, '\0')) + end)),
-            (Texts{"<_>end</_><_>end</_>", "end", "77"}));
+  EXPECT_EQ(decoded(header(container, 5000) + end + header(text, 0).substr(0, 7)),
+            (Texts{"<_>end</_>", "end", "77"}));
   EXPECT_EQ(decoded(header(name, 0).substr(0, 7)), (Texts{"", "", "77"}));
   EXPECT_EQ(decoded(""), (Texts{"", "", "77"}));
+}
+
+/// A tree that shows a text of this size twice as often with each fold: an inner container of
+/// eight bytes holds one that reaches to the end, and is followed by the same bytes.
+std::string folded(unsigned folds, std::size_t size) {
+  std::string tree = header(container, 0x7FFFFFFF);
+  for (unsigned i = 0; i < folds; ++i) tree += header(container, 8) + header(container, 0x7FFFFFFF);
+  return tree + node(text, std::string(size, 'x'));
+}
+
+TEST(AwrNodes, ComeAgainSeveralTimesAtMost) {
+  const auto timesShown = [](const std::string& tree) {
+    const std::string body = std::get<0>(decoded(tree));
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = body.find("<_>", at)) != std::string::npos; ++at) ++count;
+    return count;
+  };
+  EXPECT_EQ(timesShown(folded(0, 100)), 1U);
+  EXPECT_EQ(timesShown(folded(2, 100)), 4U);
+  EXPECT_EQ(timesShown(folded(3, 1000)), 8U);
+  EXPECT_EQ(timesShown(folded(4, 1000)), 8U);
+  EXPECT_LE(timesShown(folded(4000, 1000)) * 1000, 8 * folded(4000, 1000).size());
+}
+
+/// What a subclass sees of the entries.
+class Appended : public AWR8P_Event {
+ public:
+  Appended() : AWR8P_Event(nullptr, 0) {}
+  void appendBody(char* text) override {
+    seen += text;
+    AWR8P_Event::appendBody(text);
+  }
+  std::string seen;
+};
+
+TEST(AwrNodes, PassThroughAppendBody) {
+  Appended event;
+  std::string tree = node(container, textNode(text, "a") + node(binary, "b"));
+  event.awr8p_parse_evt(pointer(tree));
+  event.awr8p_dump_bin(pointer(tree));
+  EXPECT_EQ(event.seen.substr(0, 18), "<_>a</_><_0000>62 ");
+  EXPECT_EQ(event.seen, utf8(event.getBody()));
 }
 
 TEST(AwrNodes, EndTheirTextsAtTheNulOrWithTheRecord) {

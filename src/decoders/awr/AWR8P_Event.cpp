@@ -1,6 +1,7 @@
 #include <MPUEvent/AWR8P_Event.h>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "decoders/awr/dump.h"
@@ -14,10 +15,11 @@ namespace {
 
 enum class NodeType : std::uint32_t { text = 0, binary = 1, container = 2, eventName = 3 };
 
-constexpr std::size_t headerSize = 8;
+constexpr std::size_t headSize = 8;
 constexpr std::size_t longestPayload = 0xFFFF;
+constexpr std::uint64_t timesShown = 8;
 
-/// A node whose header is held, cut to the container that it stands in.
+/// A node whose head is held. Its data is as long as it says, up to the end of the payload.
 struct Node {
   NodeType type;
   bool hasChildren;
@@ -25,58 +27,106 @@ struct Node {
   std::size_t end;
 };
 
-/// The node at `at` of a container that ends at `containerEnd`. A container counts its children
-/// down from a signed length, so that one below 0 has none; but where the next node stands an
-/// unsigned length says, and after such a one there is no next.
-Node nodeAt(RecordView payload, std::size_t at, std::size_t containerEnd) {
-  const auto type = static_cast<NodeType>(payload.u32(at));
-  const std::size_t data = at + headerSize;
-  const std::size_t length = std::min<std::size_t>(payload.u32(at + 4), containerEnd - data);
-  return {type, type == NodeType::container && payload.s32(at + 4) > 0, data, data + length};
-}
+/// The nodes of a payload.
+class Nodes {
+ public:
+  explicit Nodes(RecordView payload)
+      : payload_(payload),
+        end_(payload.size() == RecordView::toEnd ? longestPayload : payload.size()) {}
 
-/// Calls `visit` for the node at the payload's start and for those in it, in the order of the
-/// record; for containers only if they have no children.
+  std::size_t payloadEnd() const { return end_; }
+  bool holdsHead(std::size_t at) const { return at <= end_ && headSize <= end_ - at; }
+
+  /// A container counts its children down from a signed length, so that one below 0 has none; but
+  /// where the next node stands an unsigned length says, and after such a one there is no next.
+  Node at(std::size_t at) const {
+    const auto type = static_cast<NodeType>(payload_.u32(at));
+    const std::size_t data = at + headSize;
+    const std::size_t length = std::min<std::size_t>(payload_.u32(at + 4), end_ - data);
+    return {type, type == NodeType::container && payload_.s32(at + 4) > 0, data, data + length};
+  }
+
+  std::string_view bytes(const Node& node) const {
+    return payload_.bytes(node.data, node.end - node.data);
+  }
+
+  /// The bytes that a node shows. A text pays no heed to lengths.
+  std::string_view shown(const Node& node) const {
+    switch (node.type) {
+      case NodeType::text:
+      case NodeType::eventName:
+        return payload_.text(node.data, end_ - node.data);
+      case NodeType::binary:
+        return bytes(node);
+      case NodeType::container:
+        break;
+    }
+    return {};
+  }
+
+ private:
+  RecordView payload_;
+  std::size_t end_;
+};
+
+/// Calls `visit` with the type and bytes of the node at the payload's start and of those in it, in
+/// the order of the record.
 ///
-/// The work is linear in the payload for any bytes: a step moves on by a header at least and never
-/// back, or it leaves a container that an earlier step has entered. As no node reaches past its
-/// container, the walk goes on in the outer container where it left the inner one. Nor does what
-/// the nodes show overlap: the data of a node is stepped over whole, and a text, which pays no heed
-/// to lengths, ends before the next node shown, as the type of that begins with a zero byte.
+/// A node may reach past the container that it stands in, which then goes on, or ends, amid the
+/// node: bytes can come again at every depth, more often than any machine can show them. So the
+/// walk ends when it has come to several times the payload. Only such trees get there, as in all
+/// others no byte comes twice but those of a text that is longer than its node says.
 template <class Visit>
-void forEachNode(RecordView payload, Visit visit) {
-  if (!payload.holds(0, headerSize)) return;
-  std::size_t at = 0;
-  std::vector<std::size_t> ends = {nodeAt(payload, 0, payload.size()).end};  // innermost last
-  while (!ends.empty()) {
-    const std::size_t end = ends.back();
-    if (end - at < headerSize) {
-      at = end;
-      ends.pop_back();
+void forEachNode(const Nodes& nodes, Visit visit) {
+  struct Siblings {
+    std::size_t next;
+    std::size_t end;
+  };
+  std::vector<Siblings> open = {
+      {0, 1}
+  };  // innermost last; the payload is one node
+  std::uint64_t left = timesShown * nodes.payloadEnd();
+  while (!open.empty()) {
+    Siblings& siblings = open.back();
+    if (siblings.next >= siblings.end || !nodes.holdsHead(siblings.next)) {
+      open.pop_back();
       continue;
     }
-    const Node node = nodeAt(payload, at, end);
+    const Node node = nodes.at(siblings.next);
+    siblings.next = node.end;
+    const std::string_view shown = nodes.shown(node);
+    const std::uint64_t cost = headSize + shown.size();
+    if (cost > left) return;
+    left -= cost;
     if (node.hasChildren) {
-      ends.push_back(node.end);
-      at = node.data;
+      open.push_back({node.data, node.end});
     } else {
-      visit(node);
-      at = node.end;
+      visit(node.type, shown);
     }
   }
 }
 
-/// A node of which nothing is known but where it is, with the data that it claims.
-RecordView trustingLength(const Pegasus::awrEvtHdr_s* node) {
-  const std::size_t length = RecordView(node, headerSize).u32(4);
-  return {node, headerSize + std::min(length, longestPayload)};
-}
-
-/// The same, but a text is trusted to have its NUL.
-RecordView trusting(const Pegasus::awrEvtHdr_s* node) {
-  const auto type = static_cast<NodeType>(RecordView(node, headerSize).u32(0));
-  const bool endsAtNul = type == NodeType::text || type == NodeType::eventName;
-  return endsAtNul ? RecordView(node, headerSize + longestPayload) : trustingLength(node);
+/// What the nodes add to the event's Body; sets its Summary, if that is not taken yet, and EventID.
+BodyWriter decode(Pegasus::Quarn_Event& event, int& summaryTaken, const Nodes& nodes) {
+  BodyWriter entries(Separator::none);
+  forEachNode(nodes, [&](NodeType type, std::string_view shown) {
+    switch (type) {
+      case NodeType::text:
+        writeEntry(entries, "_", shown);
+        if (summaryTaken == 0) event.setSummary(toString(shown));
+        summaryTaken = 1;
+        break;
+      case NodeType::binary:
+        writeDump(entries, shown);
+        break;
+      case NodeType::container:
+        break;
+      case NodeType::eventName:
+        event.setEventID(toString(shown));
+        break;
+    }
+  });
+  return entries;
 }
 
 }  // namespace
@@ -85,57 +135,30 @@ RecordView trusting(const Pegasus::awrEvtHdr_s* node) {
 
 namespace Pegasus {
 
-using mpuevent::BodyWriter;
 using mpuevent::RecordView;
-using mpuevent::Separator;
-using mpuevent::toString;
-using mpuevent::awr::Node;
-using mpuevent::awr::NodeType;
+using mpuevent::awr::Nodes;
 
 AWR8P_Event::AWR8P_Event(EmpEvLogMsg_s* record, int length)
     : QuarnEvent(record, length), summaryTaken_(0) {
   if (record == nullptr) return;
-  const RecordView payload = mpuevent::Record(record, length).payload();
-  show(payload.data(), static_cast<unsigned int>(payload.size()));
+  const Nodes nodes(mpuevent::Record(record, length).payload());
+  mpuevent::appendEntries(*this, mpuevent::awr::decode(*this, summaryTaken_, nodes));
 }
 
 AWR8P_Event::~AWR8P_Event() = default;
 
 void AWR8P_Event::awr8p_parse_evt(awrEvtHdr_s* node) {
-  const RecordView trusted = mpuevent::awr::trusting(node);
-  show(trusted.data(), static_cast<unsigned int>(trusted.size()));
+  if (node == nullptr) return;
+  const Nodes nodes(RecordView::unbounded(node));
+  mpuevent::appendEntries(*this, mpuevent::awr::decode(*this, summaryTaken_, nodes));
 }
 
 void AWR8P_Event::awr8p_dump_bin(awrEvtHdr_s* node) {
-  const RecordView trusted = mpuevent::awr::trustingLength(node);
-  BodyWriter entries(Separator::none);
-  mpuevent::awr::writeDump(entries, trusted.bytes(mpuevent::awr::headerSize));
-  entries.tellElements();
-  appendBodyBytes(entries.view().data(), static_cast<unsigned int>(entries.size()));
-}
-
-void AWR8P_Event::show(const void* nodes, unsigned int size) {
-  const RecordView payload(nodes, size);
-  BodyWriter entries(Separator::none);
-  mpuevent::awr::forEachNode(payload, [&](const Node& node) {
-    switch (node.type) {
-      case NodeType::text:
-        writeEntry(entries, "_", payload.text(node.data));
-        if (summaryTaken_ == 0) setSummary(toString(payload.text(node.data)));
-        summaryTaken_ = 1;
-        break;
-      case NodeType::binary:
-        mpuevent::awr::writeDump(entries, payload.bytes(node.data, node.end - node.data));
-        break;
-      case NodeType::container:
-        break;
-      case NodeType::eventName:
-        setEventID(toString(payload.text(node.data)));
-        break;
-    }
-  });
-  entries.tellElements();
-  appendBodyBytes(entries.view().data(), static_cast<unsigned int>(entries.size()));
+  if (node == nullptr) return;
+  const Nodes nodes(RecordView::unbounded(node));
+  mpuevent::BodyWriter entries(mpuevent::Separator::none);
+  mpuevent::awr::writeDump(entries, nodes.bytes(nodes.at(0)));
+  mpuevent::appendEntries(*this, std::move(entries));
 }
 
 }  // namespace Pegasus

@@ -1,6 +1,7 @@
 #include <MPUEvent/IOMGR8P_Event.h>
 
 #include "decoders/iomgr/classes.h"
+#include "event/Entry.h"
 #include "event/Text.h"
 #include "event/Undecoded.h"
 
@@ -52,10 +53,8 @@ BodyWriter ofRun(const RecordLayout& layout, const IOMGR_EVL* payload, const voi
   return body;
 }
 
-char* append(QuarnEvent& event, BodyWriter entries, char* place = nullptr) {
-  entries.tellElements();
-  entries.character('\0');
-  event.appendBody(const_cast<char*>(entries.view().data()));  // which only reads it
+char* append(QuarnEvent& event, BodyWriter entries, char* place) {
+  appendEntries(event, std::move(entries));
   return place;
 }
 
@@ -79,7 +78,7 @@ IOMGR8P_Event::~IOMGR8P_Event() = default;
 
 void IOMGR8P_Event::get_IOMGR8P_event_body(const EmpEvLogMsg_s* record) {
   if (record == nullptr) return;
-  append(*this, decode(*this, EventPayload(Record::trusting(record).payload())));
+  appendEntries(*this, decode(*this, EventPayload(Record::trusting(record).payload())));
 }
 
 char* IOMGR8P_Event::get_IOMGR8P_manager_class_event_body(IOMGR_EVL* payload, char* place) {

@@ -142,6 +142,8 @@ char* putNumber(char* place, Format format, std::uint64_t value) {
       return putMark(putLiteral(place, ")"));
     case Format::trueFalse:
       return value != 0 ? putLiteral(place, "TRUE") : putLiteral(place, "FALSE");
+    case Format::yesNo:
+      return value != 0 ? putLiteral(place, "Yes") : putLiteral(place, "No");
     case Format::pointer:
       return value == 0 ? putLiteral(place, "(nil)") : putNumber(place, Format::hexLower, value);
     case Format::pointer0x:

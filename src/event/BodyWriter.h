@@ -34,6 +34,7 @@ enum class Format : std::uint8_t {
   markedHex16,   ///< "%016X (hex)"
   markedPair,    ///< "(%08X, %08X) (hex)" of the halves of a 64-bit value
   trueFalse,     ///< "TRUE" if it is not 0, else "FALSE"
+  yesNo,         ///< "Yes" if it is not 0, else "No"
   pointer,       ///< "%p": "0x%x", and "(nil)" for 0
   pointer0x,     ///< "0x%p": two prefixes, and "0x(nil)" for 0
   seconds,       ///< "%d seconds"

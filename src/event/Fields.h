@@ -1,6 +1,7 @@
 #ifndef EVENT_FIELDS_H
 #define EVENT_FIELDS_H
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -21,14 +22,6 @@ enum class Width : std::uint8_t {
   wordPair,         ///< two words, printed in storage order
   wordPairSwapped,  ///< two words, the one at the higher offset printed first
   wordQuad,         ///< four words, printed in storage order
-};
-
-/// One row of a layout: the element that shows a number of fixed place.
-struct Field {
-  std::string_view key;
-  std::uint16_t offset;
-  Width width;
-  Format format;
 };
 
 /// The bytes that a field of this width covers.
@@ -52,6 +45,72 @@ constexpr std::size_t byteCount(Width width) {
   }
   return 16;
 }
+
+/// Whether the width is that of one number, not of several words shown side by side.
+constexpr bool isOneNumber(Width width) { return width < Width::wordPair; }
+
+/// Whether a format shows all of a field of this width, each digit where the format puts it.
+constexpr bool suits(Format format, Width width) {
+  switch (format) {
+    case Format::hexUpper8:
+    case Format::hexLower8:
+      return !isOneNumber(width) || byteCount(width) <= 4;
+    case Format::dec:
+    case Format::seconds:
+    case Format::markedHex8:
+      return isOneNumber(width) && byteCount(width) <= 4;
+    case Format::markedHex16:
+    case Format::markedPair:
+      return width == Width::u64;
+    default:
+      return isOneNumber(width);
+  }
+}
+
+/// One row of a layout: the element that shows a number of fixed place.
+struct Field {
+  /// Does not compile for a width that the format would cut or could not show.
+  consteval Field(std::string_view name, std::uint16_t at, Width size, Format form)
+      : key(name), offset(at), width(size), format(form) {
+    if (!suits(form, size)) throw "the format does not suit the width";
+  }
+
+  constexpr std::size_t end() const { return offset + byteCount(width); }
+
+  std::string_view key;
+  std::uint16_t offset;
+  Width width;
+  Format format;
+};
+
+/// Whether the rows of these tables end within so many bytes: for a `static_assert`.
+template <std::size_t... counts>
+consteval bool endWithin(std::size_t size, const Field (&... tables)[counts]) {
+  const auto ends = [size](std::span<const Field> rows) {
+    for (const Field& row : rows) {
+      if (row.end() > size) return false;
+    }
+    return true;
+  };
+  return (ends(tables) && ...);
+}
+
+/// The rows of a structure, and how many bytes it takes up.
+struct Layout {
+  /// Does not compile if a row ends behind the structure.
+  template <std::size_t count>
+  consteval Layout(std::size_t bytes, const Field (&fields)[count]) : size(bytes), rows(fields) {
+    if (!endWithin(bytes, fields)) throw "a row ends behind its layout";
+  }
+  /// A structure of which no number of fixed place is shown.
+  consteval explicit Layout(std::size_t bytes) : size(bytes) {}
+
+  std::size_t size;
+  std::span<const Field> rows;
+};
+
+/// The number at a field's offset; 0 if its bytes are not all held. The field is one number.
+std::uint64_t numberAt(RecordView layout, const Field& field);
 
 /// Writes the element of a row. Its offset counts from the start of `layout`; it is left out if
 /// its bytes are not all held.

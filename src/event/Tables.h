@@ -10,7 +10,7 @@
 
 namespace mpuevent {
 
-/// One row of a code table that has gaps.
+/// One row of a code table.
 struct CodeText {
   std::uint32_t code;
   std::string_view text;
@@ -47,17 +47,24 @@ constexpr const Row* findRow(const Row (&rows)[size], std::uint32_t Row::*number
   return findRow(std::span<const Row>(rows), number, wanted);
 }
 
-/// The text of a code in a table with gaps; empty if the code has none.
-template <std::size_t size>
-constexpr std::string_view textOf(const CodeText (&rows)[size], std::uint32_t code) {
-  const CodeText* row = findRow(rows, &CodeText::code, code);
-  return row == nullptr ? std::string_view{} : row->text;
-}
+/// A code table: rows that rise, with gaps or without.
+struct CodeTable {
+  constexpr CodeTable() = default;
+  /// Does not compile if the codes don't rise.
+  template <std::size_t size>
+  // NOLINTNEXTLINE(google-explicit-constructor): a table is named where one is asked for.
+  consteval CodeTable(const CodeText (&table)[size]) : rows(table) {
+    if (!rising(rows, &CodeText::code)) throw "the codes of a table don't rise";
+  }
 
-/// The text at an index of a table without gaps; empty past the table's end.
-template <std::size_t size>
-constexpr std::string_view textAt(const std::string_view (&texts)[size], std::uint32_t index) {
-  return index < size ? texts[index] : std::string_view{};
+  std::span<const CodeText> rows;
+};
+
+/// The text of a code; empty if it has none.
+constexpr std::string_view textOf(CodeTable table, std::uint64_t code) {
+  if (code > UINT32_MAX) return {};
+  const CodeText* row = findRow(table.rows, &CodeText::code, static_cast<std::uint32_t>(code));
+  return row == nullptr ? std::string_view{} : row->text;
 }
 
 }  // namespace mpuevent

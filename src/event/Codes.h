@@ -1,0 +1,35 @@
+#ifndef EVENT_CODES_H
+#define EVENT_CODES_H
+
+#include <cstdint>
+#include <string_view>
+
+#include "event/BodyWriter.h"
+#include "event/Fields.h"
+#include "event/RecordView.h"
+#include "event/Tables.h"
+
+namespace mpuevent {
+
+/// What is shown for a code that its table does not have: by default its number alone.
+struct Fallback {
+  std::string_view before = {};  ///< the number
+  std::string_view behind = {};
+  bool showsNumber = true;
+};
+
+/// A fall-back to one word, whatever the number.
+constexpr Fallback toWord(std::string_view word) { return {word, {}, false}; }
+
+/// Writes the text of a code, or the fall-back, in which the number has this format.
+void writeCodeText(BodyWriter& out, CodeTable texts, std::uint64_t code, Format format,
+                   const Fallback& fallback);
+
+/// Writes the element of a field that is a code: its text, or the fall-back, in which the number
+/// has the field's format. The element is left out if the field's bytes are not all held.
+void writeCode(BodyWriter& body, RecordView layout, const Field& field, CodeTable texts,
+               const Fallback& fallback = {});
+
+}  // namespace mpuevent
+
+#endif

@@ -1,22 +1,24 @@
 #include <MPUEvent/NETWORK_CONFIGMP_Event.h>
 
-#include <span>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
 
+#include "decoders/configuration.h"
+#include "event/Codes.h"
+#include "event/ExportedBody.h"
 #include "event/Fields.h"
 #include "event/Tables.h"
 #include "event/Text.h"
 #include "event/Undecoded.h"
 
-namespace Pegasus {
+namespace mpuevent::networkconfig {
 
 namespace {
 
-using mpuevent::BodyWriter;
-using mpuevent::Field;
-using mpuevent::Record;
-using mpuevent::RecordView;
-using enum mpuevent::Format;
-using enum mpuevent::Width;
+using Pegasus::String;
+using enum Format;
+using enum Width;
 
 constexpr Field mmsgFields[] = {
     {"OpCode_Protocol", 0,  u8,  dec      },
@@ -31,36 +33,21 @@ constexpr Field mmsgFields[] = {
     {"General_Use2",    32, u32, hexUpper8},
     {"General_Use3",    36, u32, hexUpper8},
 };
-constexpr std::size_t mmsgText = 40;
+constexpr Layout mmsg = {40, mmsgFields};  // a text follows
 
-constexpr Field responseEventFields[] = {
-    {"Thread_Index",         0,  u32, dec      },
-    {"Dest_Endpoint",        4,  u32, dec      },
-    {"Request_Handle",       8,  u32, dec      },
-    {"Timeout_seconds",      12, u32, dec      },
-    {"Timeout_microseconds", 16, u32, dec      },
-    {"pSema",                20, u32, hexUpper8},
-    {"pMmsgLh",              24, u32, hexUpper8},
-    {"pTimedout",            28, u32, hexUpper8},
+constexpr Field lagPort = {"LAG_Port", 0, u32, dec};
+constexpr Field operationalStatus = {"Operatioanl_Status", 8, u32, dec};  // spelled so
+constexpr CodeText operationalStatuses[] = {
+    {0x410, "UP"},
 };
-constexpr std::size_t responseEventText = 32;
-
-constexpr std::size_t lagPort = 0;
-constexpr std::size_t operationalStatus = 8;
-constexpr std::uint32_t operationalStatusUp = 0x410;
-
-constexpr Field lagPortField[] = {
-    {"LAG_Port", lagPort, u32, dec},
-};
-// Not in the order of the payload.
 constexpr Field linkFields[] = {
-    {"Admin_State",      14, u8, dec},
+    {"Admin_State",      14, u8, dec}, // not in the order of the payload
     {"Physical_BladeId", 12, u8, dec},
 };
 
 String textBody(const Record& record) {
   const RecordView payload = record.payload();
-  BodyWriter body(mpuevent::Separator::blank, payload.size() + 16);
+  BodyWriter body(Separator::blank, payload.size() + 16);
   body.element("Text", payload.text(0));
   return body.string();
 }
@@ -68,12 +55,10 @@ String textBody(const Record& record) {
 /// The dump starts behind the text's NUL and covers the rest of `length` bytes of payload.
 String textAndDump(RecordView payload, std::size_t length) {
   const std::size_t start = payload.text(0).size() + 1;
-  BodyWriter body(mpuevent::Separator::blank, 2 * payload.size() + 32);
+  BodyWriter body(Separator::blank, 2 * payload.size() + 32);
   body.element("Text", payload.text(0));
-  body.openGroup("Hex");
-  if (length > start) body.hexBytes(payload.bytes(start, length - start));
-  body.closeGroup("Hex");
-  body.character('\n');
+  configuration::writeDump(body, payload, start,
+                           static_cast<std::int64_t>(length) - static_cast<std::int64_t>(start));
   return body.string();
 }
 
@@ -81,50 +66,45 @@ String dumpBody(const Record& record) {
   return textAndDump(record.payload(), record.structLength());
 }
 
-String fieldsAndText(const Record& record, std::span<const Field> fields, std::size_t textAt) {
+String fieldsAndText(const Record& record, const Layout& layout) {
   const RecordView payload = record.payload();
   BodyWriter body;
-  writeFields(body, payload, fields);
-  body.element("Text", payload.text(textAt));
+  writeFields(body, payload, layout.rows);
+  body.element("Text", payload.text(layout.size));
   return body.string();
 }
 
-String mmsgBody(const Record& record) { return fieldsAndText(record, mmsgFields, mmsgText); }
+String mmsgBody(const Record& record) { return fieldsAndText(record, mmsg); }
 
-String responseEventBody(const Record& record) {
-  return fieldsAndText(record, responseEventFields, responseEventText);
-}
+String responseBody(const Record& record) { return fieldsAndText(record, configuration::response); }
 
 String linkBody(const Record& record) {
   const RecordView payload = record.payload();
   BodyWriter body;
-  writeFields(body, payload, lagPortField);
-  if (payload.holds(operationalStatus, 4)) {
-    const bool up = payload.u32(operationalStatus) == operationalStatusUp;
-    body.element("Operatioanl_Status", up ? "UP" : "DOWN");  // spelled so
-  }
+  writeField(body, payload, lagPort);
+  writeCode(body, payload, operationalStatus, operationalStatuses, toWord("DOWN"));
   writeFields(body, payload, linkFields);
   return body.string();
 }
 
 String payloadText(std::string_view, const Record& record) {
   constexpr std::size_t longestSummary = 255;
-  return mpuevent::toString(record.payload().text(0, longestSummary));
+  return toString(record.payload().text(0, longestSummary));
 }
 
-String fixedText(std::string_view words, const Record&) { return mpuevent::toString(words); }
+String fixedText(std::string_view words, const Record&) { return toString(words); }
 
-/// The event number tells the status, not the payload's status word: they may differ.
+/// The event's number tells the status, not the payload's status word: they may differ.
 String lagPortStatus(std::string_view status, const Record& record) {
-  BodyWriter summary(mpuevent::Separator::none, 64);
+  BodyWriter summary(Separator::none, 64);
   summary.text("LAG Port ");
-  summary.number(dec, record.payload().u32(lagPort));
+  summary.number(lagPort.format, numberAt(record.payload(), lagPort));
   summary.text(", Operational Status ");
   summary.text(status);
   return summary.string();
 }
 
-struct EventKind {
+struct EventRow {
   std::uint32_t number;
   const char* eventId;
   String (*summary)(std::string_view words, const Record& record);
@@ -132,46 +112,52 @@ struct EventKind {
   String (*body)(const Record& record);
 };
 
+// Laid out by hand: the formatter gives the last columns a line of their own.
 // clang-format off
-constexpr EventKind eventKinds[] = {
-    {1000, "NCS:Informational Text", payloadText, {}, textBody},
-    {1001, "NCS:Warning message", payloadText, {}, textBody},
-    {1002, "NCS:Error message", payloadText, {}, textBody},
-    {1003, "Info", fixedText, "Informational Text and Hex Dump Data", dumpBody},
-    {1021, "NCS MMSG Request Error", fixedText, "NCS: MMSG with unknown Protocol", mmsgBody},
-    {1022, "NCS MMSG Request Error", fixedText, "NCS: MMSG with invalid Request type", mmsgBody},
-    {1023, "NCS MMSG Request Error", fixedText, "NCS: MMSG with invalid Requester", mmsgBody},
-    {1024, "NCS MMSG Request Error", fixedText,
-     "NCS: MMSG request with Response bit set", mmsgBody},
-    {1025, "NCS MMSG Request Error", fixedText, "NCS: MMSG Response Timedout", mmsgBody},
-    {1026, "NCS CEE Event registration Error", fixedText,
-     "NCS: Failed to Register CEE response event", responseEventBody},
-    {1030, "NCS: Socket Open Failure", fixedText, "NCS: Socket open operation Failed", textBody},
-    {1040, "LAG Port Status Event", lagPortStatus, "UP", linkBody},
-    {1041, "LAG Port Status Event", lagPortStatus, "DOWN", linkBody},
+constexpr EventRow events[] = {
+    {1000, "NCS:Informational Text", payloadText,   {},                                            textBody},
+    {1001, "NCS:Warning message",    payloadText,   {},                                            textBody},
+    {1002, "NCS:Error message",      payloadText,   {},                                            textBody},
+    {1003, "Info",                   fixedText,     "Informational Text and Hex Dump Data",        dumpBody},
+    {1021, "NCS MMSG Request Error", fixedText,     "NCS: MMSG with unknown Protocol",             mmsgBody},
+    {1022, "NCS MMSG Request Error", fixedText,     "NCS: MMSG with invalid Request type",         mmsgBody},
+    {1023, "NCS MMSG Request Error", fixedText,     "NCS: MMSG with invalid Requester",            mmsgBody},
+    {1024, "NCS MMSG Request Error", fixedText,     "NCS: MMSG request with Response bit set",     mmsgBody},
+    {1025, "NCS MMSG Request Error", fixedText,     "NCS: MMSG Response Timedout",                 mmsgBody},
+    {1026, "NCS CEE Event registration Error",
+                                     fixedText,     "NCS: Failed to Register CEE response event",  responseBody},
+    {1030, "NCS: Socket Open Failure",
+                                     fixedText,     "NCS: Socket open operation Failed",           textBody},
+    {1040, "LAG Port Status Event",  lagPortStatus, "UP",                                          linkBody},
+    {1041, "LAG Port Status Event",  lagPortStatus, "DOWN",                                        linkBody},
 };
 // clang-format on
-static_assert(mpuevent::rising(eventKinds, &EventKind::number));
-
-/// The body of a record that is as long as it says.
-String exportedBody(EmpEvLogMsg_s const* record, String (*body)(const Record& record)) {
-  return record == nullptr ? String() : body(Record::trusting(record));
-}
+static_assert(rising(events, &EventRow::number));
 
 }  // namespace
 
-NETWORK_CONFIGMP_Event::NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* record, int length)
-    : Quarn_Event(record, static_cast<unsigned int>(length)) {
-  if (record == nullptr) return;
-  const Record held(record, length);
-  const EventKind* kind = mpuevent::findRow(eventKinds, &EventKind::number, held.id());
-  if (kind == nullptr) {
-    mpuevent::showUndecoded(*this, held, {"NETWORK_CONFIGMP_Event", 114}, "***UNKNOWN EventID***");
+}  // namespace mpuevent::networkconfig
+
+namespace Pegasus {
+
+using mpuevent::exportedBody;
+using mpuevent::Record;
+using mpuevent::RecordView;
+using namespace mpuevent::networkconfig;
+
+NETWORK_CONFIGMP_Event::NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
+    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+  if (bytes == nullptr) return;
+  const Record record(bytes, length);
+  const EventRow* event = mpuevent::findRow(events, &EventRow::number, record.id());
+  if (event == nullptr) {
+    mpuevent::showUndecoded(*this, record, {"NETWORK_CONFIGMP_Event", 114},
+                            "***UNKNOWN EventID***");
     return;
   }
-  setEventID(kind->eventId);
-  setSummary(kind->summary(kind->words, held));
-  setBody(kind->body(held));
+  setEventID(event->eventId);
+  setSummary(event->summary(event->words, record));
+  setBody(event->body(record));
 }
 
 NETWORK_CONFIGMP_Event::~NETWORK_CONFIGMP_Event() = default;
@@ -195,7 +181,7 @@ String get_NCS_mmsg_event_body(EmpEvLogMsg_s const* record) {
 }
 
 String get_NCS_responseEvent_body(EmpEvLogMsg_s const* record) {
-  return exportedBody(record, responseEventBody);
+  return exportedBody(record, responseBody);
 }
 
 String get_NCS_link_event_body(EmpEvLogMsg_s const* record) {

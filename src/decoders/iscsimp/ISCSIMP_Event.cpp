@@ -4,9 +4,9 @@
 #include <cstdint>
 
 #include "decoders/iscsimp/builders.h"
-#include "decoders/iscsimp/elements.h"
 #include "decoders/iscsimp/tables.h"
 #include "event/BodyWriter.h"
+#include "event/Codes.h"
 #include "event/RecordView.h"
 #include "event/Text.h"
 
@@ -23,22 +23,44 @@ constexpr std::size_t bodySize = 2048;
 constexpr std::size_t summarySize = 128;
 constexpr std::size_t unknownSize = 24;
 
-// By payload kind.
-constexpr iscsimp::WriteEvent* writers[] = {
-    nullptr,                     // 0
-    iscsimp::writeBasicEvent,    // 1
-    iscsimp::writeSocketEvent,   // 2
-    iscsimp::writeParamEvent,    // 3
-    iscsimp::writeLoginEvent,    // 4
-    iscsimp::writeRequestEvent,  // 5
-    iscsimp::writeMessageEvent,  // 6
+enum PayloadKind : std::uint16_t {
+  basicData = 1,
+  socketData = 2,
+  paramData = 3,
+  loginData = 4,
+  requestData = 5,
+  messageData = 6,
 };
 
+/// Null for an unknown kind.
+iscsimp::WriteEvent* writerOf(std::uint16_t kind) {
+  switch (kind) {
+    case basicData:
+      return iscsimp::writeBasicEvent;
+    case socketData:
+      return iscsimp::writeSocketEvent;
+    case paramData:
+      return iscsimp::writeParamEvent;
+    case loginData:
+      return iscsimp::writeLoginEvent;
+    case requestData:
+      return iscsimp::writeRequestEvent;
+    case messageData:
+      return iscsimp::writeMessageEvent;
+    default:
+      return nullptr;
+  }
+}
+
+void writeUnknown(BodyWriter& text, std::uint32_t code) {
+  mpuevent::writeCodeText(text, {}, code, mpuevent::Format::udec, iscsimp::unknownCode);
+}
+
 String eventName(std::uint16_t id) {
-  const std::string_view name = mpuevent::textAt(iscsimp::event_names, id);
+  const std::string_view name = textOf(iscsimp::event_names, id);
   if (!name.empty()) return mpuevent::toString(name);
   BodyWriter unknown(Separator::none, unknownSize);
-  iscsimp::writeUnknown(unknown, id);
+  writeUnknown(unknown, id);
   return unknown.string();
 }
 
@@ -61,16 +83,16 @@ void build(XmlString& body, const void* bhs, void (*write)(BodyWriter& body, Rec
 
 }  // namespace
 
-ISCSIMP_Event::ISCSIMP_Event(EmpEvLogMsg_s* record, int length)
-    : Quarn_Event(record, static_cast<unsigned int>(length)) {
-  if (record == nullptr) return;
-  const mpuevent::Record held(record, length);
-  const RecordView payload = held.payload();
-  const std::uint16_t kind = payload.u16(0);
+ISCSIMP_Event::ISCSIMP_Event(EmpEvLogMsg_s* bytes, int length)
+    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+  if (bytes == nullptr) return;
+  const mpuevent::Record record(bytes, length);
+  const RecordView payload = record.payload();
+  iscsimp::WriteEvent* write = writerOf(payload.u16(0));
   BodyWriter body(Separator::none, bodySize);
   BodyWriter summary(Separator::none, summarySize);
-  if (kind < std::size(writers) && writers[kind] != nullptr) writers[kind](body, summary, payload);
-  Quarn_Event::setEventID(eventName(held.id()));
+  if (write != nullptr) write(body, summary, payload);
+  Quarn_Event::setEventID(eventName(record.id()));
   Quarn_Event::setBody(body.string());
   Quarn_Event::setSummary(summary.string());
 }
@@ -107,7 +129,7 @@ void ISCSIMP_Event::build_unknown_event(XmlString&, std::string& summary, ICS_EV
 
 std::string ISCSIMP_Event::build_unknown_string(unsigned int code) {
   BodyWriter text(Separator::none, unknownSize);
-  iscsimp::writeUnknown(text, code);
+  writeUnknown(text, code);
   return std::string(text.view());
 }
 

@@ -1,7 +1,12 @@
 // The iSCSI header segments (RFC 3720) that payloads carry, and the addresses.
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
 #include "decoders/iscsimp/builders.h"
-#include "decoders/iscsimp/elements.h"
 #include "decoders/iscsimp/tables.h"
+#include "event/Fields.h"
 
 namespace mpuevent::iscsimp {
 
@@ -9,6 +14,13 @@ using enum Width;
 using enum Format;
 
 namespace {
+
+/// An element that is "Yes" if any bit of the mask is set in the byte, else "No".
+struct Flag {
+  std::string_view key;
+  std::uint16_t offset;
+  std::uint8_t mask;
+};
 
 constexpr std::uint8_t opcodeMask = 0x3F;
 constexpr std::uint8_t loginRequest = 3;
@@ -48,6 +60,27 @@ constexpr Field textRequestFields[] = {
     {"ExpStatSN",         28, u32, udec     },
 };
 
+static_assert(endWithin(headerSegmentSize, loginRequestFields, textRequestFields));
+
+void writeFlags(BodyWriter& body, RecordView bhs, std::span<const Flag> flags) {
+  for (const auto& [key, offset, mask] : flags) {
+    if (bhs.holds(offset, 1)) body.element(key, yesNo, bhs.u8(offset) & mask);
+  }
+}
+
+/// The stages stand in two bits each of one byte, so that a stage is no field of its own.
+void writeStages(BodyWriter& body, RecordView bhs) {
+  constexpr std::size_t at = 1;
+  if (!bhs.holds(at, 1)) return;
+  body.element("CSG", textOf(stage_names, bhs.u8(at) >> 2 & 3));
+  body.element("NSG", textOf(stage_names, bhs.u8(at) & 3));
+}
+
+/// The opcode's name is known where its layout is; it is left out like the byte that it shows.
+void writeOpcode(BodyWriter& body, RecordView bhs, std::string_view name) {
+  if (bhs.holds(0, 1)) body.element("Opcode", name);
+}
+
 }  // namespace
 
 void writeBhs(BodyWriter& body, RecordView bhs) {
@@ -62,16 +95,14 @@ void writeBhs(BodyWriter& body, RecordView bhs) {
 }
 
 void writeLoginRequestBhs(BodyWriter& body, RecordView bhs) {
-  const unsigned stages = bhs.u8(1);
-  writeWord(body, bhs, "Opcode", 0, u8, "Login Request");
+  writeOpcode(body, bhs, "Login Request");
   writeFlags(body, bhs, loginRequestFlags);
-  writeWord(body, bhs, "CSG", 1, u8, stage_names[stages >> 2 & 3]);
-  writeWord(body, bhs, "NSG", 1, u8, stage_names[stages & 3]);
+  writeStages(body, bhs);
   writeFields(body, bhs, loginRequestFields);
 }
 
 void writeTextRequestBhs(BodyWriter& body, RecordView bhs) {
-  writeWord(body, bhs, "Opcode", 0, u8, "Text Request");
+  writeOpcode(body, bhs, "Text Request");
   writeFlags(body, bhs, textRequestFlags);
   writeFields(body, bhs, textRequestFields);
 }

@@ -18,6 +18,9 @@ WriteEvent writeLoginEvent;    // LOGIN_DATA
 WriteEvent writeRequestEvent;  // REQUEST_DATA
 WriteEvent writeMessageEvent;  // MESSAGE_DATA
 
+/// The bytes of an iSCSI header segment.
+constexpr std::size_t headerSegmentSize = 48;
+
 /// The elements of an iSCSI header segment.
 void writeBhs(BodyWriter& body, RecordView bhs);
 void writeLoginRequestBhs(BodyWriter& body, RecordView bhs);

@@ -1,7 +1,12 @@
 // A session that came up, and what was negotiated for it.
+#include <cstddef>
+#include <cstdint>
+
 #include "decoders/iscsimp/builders.h"
 #include "decoders/iscsimp/elements.h"
 #include "decoders/iscsimp/tables.h"
+#include "event/Codes.h"
+#include "event/Fields.h"
 
 namespace mpuevent::iscsimp {
 
@@ -11,10 +16,9 @@ using enum Format;
 namespace {
 
 constexpr std::uint16_t normalSession = 2;
-constexpr std::uint8_t chap = 2;
-constexpr std::uint8_t mutualChap = 3;
-constexpr std::uint16_t crc32c = 2;
+constexpr std::size_t loginSize = 72;  // the texts follow
 
+constexpr Field sessionType = {"SessionType", 18, u16, udec};
 constexpr Field tsih = {"TSIH", 8, u32, udec};
 constexpr Field initiatorId = {"Initiator_ID", 64, u16, udec};
 constexpr Field targetId = {"Target_ID", 66, u16, udec};
@@ -27,20 +31,20 @@ constexpr Field sessionFields[] = {
     {"DefaultTime2Retain", 30, u16, udec     },
 };
 
+// What two of the flags say of unsolicited data decides whether this is shown before them. The key
+// ends with a blank.
+constexpr Field firstBurstLength = {"FirstBurstLength ", 24, u32, udec};
+constexpr Field initialR2T = {"InitialR2T", 40, u8, yesNo};
+constexpr Field immediateData = {"ImmediateData", 41, u8, yesNo};
+
 constexpr Field normalSessionFields[] = {
-    {"MaxBurstLength",    20, u32, udec},
-    {"MaxConnections",    36, u16, udec},
-    {"MaxOutstandingR2T", 32, u32, udec},
-};
-
-constexpr std::uint16_t initialR2T = 40;
-constexpr std::uint16_t immediateData = 41;
-
-constexpr Flag normalSessionFlags[] = {
-    {"InitialR2T",          initialR2T,    0xFF},
-    {"ImmediateData",       immediateData, 0xFF},
-    {"DataPDUInOrder",      42,            0xFF},
-    {"DataSequenceInOrder", 43,            0xFF},
+    {"MaxBurstLength",      20, u32, udec },
+    {"MaxConnections",      36, u16, udec },
+    {"MaxOutstandingR2T",   32, u32, udec },
+    initialR2T,
+    immediateData,
+    {"DataPDUInOrder",      42, u8,  yesNo},
+    {"DataSequenceInOrder", 43, u8,  yesNo},
 };
 
 constexpr Field connectionFields[] = {
@@ -53,64 +57,80 @@ constexpr Field receiveFields[] = {
     {"Initiator_MaxRecvDataSegmentLength", 52, u32, udec},
 };
 
+constexpr Field authenticationMethod = {"AuthenticationMethod", 47, u8, udec};
+// Shown for these methods alone, which are both "CHAP".
+constexpr Field mutualAuthentication = {"MutualAuthentication", 47, u8, udec};
+constexpr CodeText mutualities[] = {
+    {2, "No" },
+    {3, "Yes"},
+};
+
+// Any other code stands for no digest.
+constexpr Field headerDigest = {"HeaderDigest", 56, u16, udec};
+constexpr Field dataDigest = {"DataDigest", 58, u16, udec};
+constexpr CodeText digests[] = {
+    {2, "CRC32C"},
+};
+
+// There are markers if they have an interval.
+constexpr Field markers[] = {
+    {"OfMarker", 60, u16, yesNo},
+    {"IfMarker", 62, u16, yesNo},
+};
+constexpr Field markerIntervals[] = {
+    {"OfMarkInt", 60, u16, udec},
+    {"IfMarkInt", 62, u16, udec},
+};
+
+static_assert(endWithin(loginSize, sessionFields, normalSessionFields, connectionFields,
+                        receiveFields, markers, markerIntervals));
+
 void writeNormalSession(BodyWriter& body, RecordView data) {
-  const bool noUnsolicitedData = data.u8(initialR2T) != 0 && data.u8(immediateData) == 0;
-  // The key ends with a blank.
-  if (!noUnsolicitedData) writeField(body, data, {"FirstBurstLength ", 24, u32, udec});
+  const bool noUnsolicitedData =
+      numberAt(data, initialR2T) != 0 && numberAt(data, immediateData) == 0;
+  if (!noUnsolicitedData) writeField(body, data, firstBurstLength);
   writeFields(body, data, normalSessionFields);
-  writeFlags(body, data, normalSessionFlags);
 }
 
 void writeAuthentication(BodyWriter& body, RecordView data) {
-  constexpr std::size_t at = 47;
-  const std::uint8_t method = data.u8(at);
-  writeCode(body, data, "AuthenticationMethod", at, u8, auth_methods, method);
-  if (method != chap && method != mutualChap) return;
-  writeWord(body, data, "MutualAuthentication", at, u8, yesNo(method == mutualChap));
-}
-
-void writeDigest(BodyWriter& body, RecordView data, std::string_view key, std::size_t at) {
-  writeWord(body, data, key, at, u16, data.u16(at) == crc32c ? "CRC32C" : "None");
+  writeCode(body, data, authenticationMethod, auth_methods, unknownCode);
+  const bool isChap = !textOf(mutualities, numberAt(data, mutualAuthentication)).empty();
+  if (isChap) writeCode(body, data, mutualAuthentication, mutualities);
 }
 
 void writeMarkers(BodyWriter& body, RecordView data) {
-  constexpr Field ofMarkInt = {"OfMarkInt", 60, u16, udec};
-  constexpr Field ifMarkInt = {"IfMarkInt", 62, u16, udec};
-  const bool ofMarker = data.u16(ofMarkInt.offset) != 0;
-  const bool ifMarker = data.u16(ifMarkInt.offset) != 0;
-  writeWord(body, data, "OfMarker", ofMarkInt.offset, u16, yesNo(ofMarker));
-  writeWord(body, data, "IfMarker", ifMarkInt.offset, u16, yesNo(ifMarker));
-  if (ofMarker) writeField(body, data, ofMarkInt);
-  if (ifMarker) writeField(body, data, ifMarkInt);
+  writeFields(body, data, markers);
+  for (const Field& interval : markerIntervals) {
+    if (numberAt(data, interval) != 0) writeField(body, data, interval);
+  }
 }
 
 }  // namespace
 
 // The status code is not looked at: there is a session.
 void writeLoginEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
-  constexpr std::size_t texts = 72;
-  const std::uint16_t type = data.u16(18);
+  const std::uint64_t type = numberAt(data, sessionType);
   const std::size_t targetNameOffset = data.u16(68);
   const bool hasTarget = data.u16(70) != 0;
 
   writeField(body, data, socketNumber);
-  body.element("InitiatorName", data.text(texts));
+  body.element("InitiatorName", data.text(loginSize));
   writeField(body, data, initiatorId);
   if (hasTarget) {
-    body.element("TargetName", data.text(texts + targetNameOffset));
+    body.element("TargetName", data.text(loginSize + targetNameOffset));
     writeField(body, data, targetId);
   }
-  writeCode(body, data, "SessionType", 18, u16, session_types, type);
+  writeCode(body, data, sessionType, session_types, unknownCode);
   writeFields(body, data, sessionFields);
   if (type == normalSession) writeNormalSession(body, data);
   writeFields(body, data, connectionFields);
   writeAuthentication(body, data);
   writeFields(body, data, receiveFields);
-  writeDigest(body, data, "HeaderDigest", 56);
-  writeDigest(body, data, "DataDigest", 58);
+  writeCode(body, data, headerDigest, digests, toWord("None"));
+  writeCode(body, data, dataDigest, digests, toWord("None"));
   writeMarkers(body, data);
 
-  writeTextOf(summary, session_types, type);
+  writeCodeText(summary, session_types, type, udec, unknownCode);
   summary.text(", TSIH ");
   summary.decimal(data.u32(tsih.offset));
   if (hasTarget) {

@@ -1,6 +1,11 @@
 // Parameters and requests that were refused, and internal messages that failed.
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
 #include "decoders/iscsimp/builders.h"
 #include "decoders/iscsimp/elements.h"
+#include "event/Fields.h"
 
 namespace mpuevent::iscsimp {
 
@@ -9,8 +14,10 @@ using enum Format;
 
 namespace {
 
+constexpr std::size_t paramSize = 66;
+constexpr std::size_t requestSize = 60;
+constexpr std::size_t messageSize = 48;
 constexpr std::size_t headerSegment = 8;
-constexpr std::size_t headerSegmentSize = 48;
 
 void writeHeaderSegment(BodyWriter& body, RecordView data) {
   writeBhs(body, data.from(headerSegment, headerSegmentSize));
@@ -27,13 +34,16 @@ constexpr Field messageFields[] = {
     {"Return_code", 40, u32, hexLower8},
 };
 
-/// Steps through the texts behind a layout, each of which is there if its length is not 0. A
-/// step is the stored length, while a text ends with its NUL.
+static_assert(endWithin(messageSize, messageFields));
+
+/// Steps through the texts behind a layout. A text is there if its stored length is not 0. The
+/// length only says where the next text begins: the text itself ends with its NUL.
 class TextCursor {
  public:
   TextCursor(BodyWriter& body, RecordView data, std::size_t firstText)
       : body_(body), data_(data), at_(firstText) {}
 
+  /// Writes the text that stands next and steps over it; does neither if the length is 0.
   void write(std::string_view key, std::uint16_t length) {
     if (length == 0) return;
     body_.element(key, data_.text(at_));
@@ -54,7 +64,7 @@ void writeParamEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
   const std::uint16_t parameterLength = data.u16(60);
   const std::uint16_t firstValueLength = data.u16(62);
   const std::uint16_t secondValueLength = data.u16(64);
-  TextCursor texts(body, data, 66);
+  TextCursor texts(body, data, paramSize);
 
   writeReason(body, data);
   writeField(body, data, socketNumber);
@@ -72,7 +82,7 @@ void writeParamEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
 }
 
 void writeRequestEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
-  TextCursor texts(body, data, 60);
+  TextCursor texts(body, data, requestSize);
 
   writeReason(body, data);
   writeField(body, data, socketNumber);

@@ -1,7 +1,13 @@
 // The sockets' events, which look at the status code before they show it.
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
 #include "decoders/iscsimp/builders.h"
 #include "decoders/iscsimp/elements.h"
 #include "decoders/iscsimp/tables.h"
+#include "event/Codes.h"
+#include "event/Fields.h"
 
 namespace mpuevent::iscsimp {
 
@@ -47,7 +53,7 @@ void writeSocketEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
   constexpr std::size_t initiatorPort = 10;
   constexpr std::size_t targetAddress = 12;
   constexpr std::size_t initiatorAddress = 16;
-  constexpr std::size_t closeReason = 20;
+  constexpr Field closeReason = {"Close_Reason", 20, u32, udec};
 
   const std::uint16_t status = data.u16(2);
   if (!isSuccess(status)) writeReason(body, data);
@@ -59,9 +65,8 @@ void writeSocketEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
 
   if (!isSuccess(status)) return writeStatus(summary, data);
   if (status == socketClosed) {
-    const std::uint32_t reason = data.u32(closeReason);
-    writeCode(body, data, "Close_Reason", closeReason, u32, close_reasons, reason);
-    writeTextOf(summary, close_reasons, reason);
+    writeCode(body, data, closeReason, close_reasons, unknownCode);
+    writeCodeText(summary, close_reasons, numberAt(data, closeReason), udec, unknownCode);
   } else {
     summary.text("Target ");
     writeEndpoint(summary, data, targetAddress, targetPort);

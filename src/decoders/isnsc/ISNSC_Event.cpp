@@ -1,8 +1,11 @@
 #include <MPUEvent/ISNSC_Event.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
 #include "decoders/isnsc/messages.h"
+#include "event/Codes.h"
 #include "event/SafeText.h"
 #include "event/Tables.h"
 #include "event/Text.h"
@@ -14,7 +17,7 @@ namespace {
 
 using mpuevent::BodyWriter;
 using mpuevent::CodeText;
-using mpuevent::rising;
+using mpuevent::Format;
 using mpuevent::SafeBody;
 using mpuevent::isnsc::IsnsPayload;
 
@@ -28,34 +31,26 @@ constexpr CodeText events[] = {
     {6, "ISNS MSG "},
     {7, "TEXT "    },
 };
-static_assert(rising(events, &CodeText::code));
 
 constexpr CodeText reasons[] = {
     {1, "Information"},
     {2, "Rcvd"       },
     {3, "Sent"       },
 };
-static_assert(rising(reasons, &CodeText::code));
-
-void writeKnown(BodyWriter& out, std::string_view text, std::string_view unknown,
-                std::uint32_t code) {
-  if (!text.empty()) return out.text(text);
-  out.text(unknown);
-  out.number(mpuevent::Format::dec, code);
-}
 
 /// An unknown event has no blank behind its number: "Unknown event: 9Rcvd".
 void writeEventId(BodyWriter& out, const IsnsPayload& payload) {
-  writeKnown(out, textOf(events, payload.event()), "Unknown event: ", payload.event());
-  writeKnown(out, textOf(reasons, payload.reason()), "Unknown reason: ", payload.reason());
+  writeCodeText(out, events, payload.event(), Format::dec, {"Unknown event: "});
+  writeCodeText(out, reasons, payload.reason(), Format::dec, {"Unknown reason: "});
 }
 
 using WriteBody = void (*)(SafeBody& body, const IsnsPayload& payload);
 
 void writeNothing(SafeBody&, const IsnsPayload&) {}
 
-/// The size of a text, but never more than that of the buffer which once held it.
-std::uint32_t measured(std::size_t size, std::size_t limit) {
+/// The size of a text as the trace tells it: never more than that of the buffer which once held
+/// the text. Only a body can be so long.
+std::uint32_t clampedSize(std::size_t size, std::size_t limit) {
   return static_cast<std::uint32_t>(std::min(size, limit));
 }
 
@@ -67,26 +62,26 @@ void traceSizes(std::size_t eventId, std::size_t summary, WriteBody write,
   write(body, payload);
   mpuevent::writeTrace({"ISNSC_Event", 501},
                        {"setEventID, setBody, setSummary: begin",
-                        ", event_id_buf actual data size = ", measured(eventId, 128),
-                        ", summary_buffer actual data size = ", measured(summary, 256),
-                        ", body_buffer_array actual data size = ", measured(body.size(), 16384),
+                        ", event_id_buf actual data size = ", clampedSize(eventId, 128),
+                        ", summary_buffer actual data size = ", clampedSize(summary, 256),
+                        ", body_buffer_array actual data size = ", clampedSize(body.size(), 16384),
                         ", setEventID, setBody, setSummary: end"});
 }
 
 }  // namespace
 
-ISNSC_Event::ISNSC_Event(EmpEvLogMsg_s* record, int length)
-    : Quarn_Event(record, static_cast<unsigned int>(length)) {
-  if (record == nullptr) return;
-  const mpuevent::Record held(record, length);
-  const IsnsPayload payload(held.payload());
+ISNSC_Event::ISNSC_Event(EmpEvLogMsg_s* bytes, int length)
+    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+  if (bytes == nullptr) return;
+  const mpuevent::Record record(bytes, length);
+  const IsnsPayload payload(record.payload());
 
   BodyWriter eventId(mpuevent::Separator::none, 128);
   writeEventId(eventId, payload);
   mpuevent::trace({"ISNSC_Event", 411},
                   {"ISNS Client Event: ", payload.event(), ", Reason: ", payload.reason(),
                    ", Category: ", payload.category(),
-                   ", raw_event_log_data size = ", std::uint32_t{held.structLength()},
+                   ", raw_event_log_data size = ", std::uint32_t{record.structLength()},
                    ", Module ID is ", payload.module(), ", Line Number = ", payload.line()});
 
   std::string_view summary = "Unhandled Event by ISNS Client";
@@ -94,6 +89,7 @@ ISNSC_Event::ISNSC_Event(EmpEvLogMsg_s* record, int length)
   switch (payload.category()) {
     case IsnsPayload::icsCategory:
       summary = icsSummary(payload);
+      traceUnknownType(payload);
       write = mpuevent::isnsc::writeIcsMessage;
       break;
     case IsnsPayload::textCategory:

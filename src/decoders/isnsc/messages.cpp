@@ -1,8 +1,12 @@
 #include "decoders/isnsc/messages.h"
 
 #include <charconv>
+#include <cstddef>
+#include <cstdint>
 
+#include "event/Codes.h"
 #include "event/Fields.h"
+#include "event/Lists.h"
 #include "event/Tables.h"
 #include "event/Trace.h"
 
@@ -18,31 +22,25 @@ enum IcsType : std::uint32_t {
   configurationResponse = 0x800001,
 };
 
-enum TextId : std::uint16_t {
-  invalidArguments = 1,
-  displayArguments = 2,
-};
-
-// By the opcode protocol byte.
-constexpr std::string_view protocols[] = {
-    "Invalid",          // 0
-    "RCP",              // 1
-    "HACC",             // 2
-    "CMP",              // 3
-    "VolMgr",           // 4
-    "DDLM",             // 5
-    "NetConfig",        // 6
-    "CMAP",             // 7
-    "EMP",              // 8
-    "IOMgr",            // 9
-    "iSCSI",            // 10
-    "iSNSC",            // 11
-    "Startup",          // 12
-    "Shutdown",         // 13
-    "Bugcheck",         // 14
-    "SMIS",             // 15
-    "BatteryMgr",       // 16
-    "FirmwareUpgrade",  // 17
+constexpr CodeText protocols[] = {
+    {0,  "Invalid"        },
+    {1,  "RCP"            },
+    {2,  "HACC"           },
+    {3,  "CMP"            },
+    {4,  "VolMgr"         },
+    {5,  "DDLM"           },
+    {6,  "NetConfig"      },
+    {7,  "CMAP"           },
+    {8,  "EMP"            },
+    {9,  "IOMgr"          },
+    {10, "iSCSI"          },
+    {11, "iSNSC"          },
+    {12, "Startup"        },
+    {13, "Shutdown"       },
+    {14, "Bugcheck"       },
+    {15, "SMIS"           },
+    {16, "BatteryMgr"     },
+    {17, "FirmwareUpgrade"},
 };
 
 constexpr Field messageFields[] = {
@@ -52,7 +50,9 @@ constexpr Field messageFields[] = {
     {"Message_Length",  14, u16, dec       },
 };
 
-// Between these and those above stands the opcode's protocol.
+// The high byte of the opcode; a protocol without a name is shown by its number.
+constexpr Field opcodeProtocol = {"OpCode_Protocol", 16, u8, dec};
+
 constexpr Field opcodeFields[] = {
     {"OpCode_Type",      16, u24, markedHex8 },
     {"Requestor",        20, u8,  dec        },
@@ -76,27 +76,34 @@ constexpr Field requestFields[] = {
     {"isns_heartbeat_subnet_mask", 88, u32, markedHex8},
 };
 
+constexpr std::size_t sourceNodeId = 92;
+constexpr std::size_t longestNodeId = 224;
+constexpr std::size_t sourceNodeAlias = sourceNodeId + longestNodeId;
+static_assert(endWithin(sourceNodeId, messageFields, opcodeFields, requestFields));
+
 constexpr Field responseFields[] = {
     {"isns_status", 68, u32, markedHex8},
 };
 
-void writeProtocol(BodyWriter& body, RecordView message) {
-  constexpr std::string_view key = "OpCode_Protocol";
-  constexpr std::size_t at = 16;
-  if (!message.holds(at, 1)) return;
-  const std::string_view name = textAt(protocols, message.u8(at));
-  if (name.empty()) return body.element(key, dec, message.u8(at));
-  body.element(key, name);
-}
+constexpr CodeText icsSummaries[] = {
+    {configurationRequest,  "Client_Config Request Message" },
+    {configurationResponse, "Client_Config Response Message"},
+};
+constexpr CodeText textSummaries[] = {
+    {1, "Invalid Arguments, detail in Message Body"},
+    {2, "Display Arguments, detail in Message Body"},
+};
+constexpr Field argumentCount = {"Arg_Count", 1, u8, dec};
+constexpr std::size_t argumentSize = 4;
 
 void writeCommonFields(BodyWriter& body, RecordView message) {
   writeFields(body, message, messageFields);
-  writeProtocol(body, message);
+  writeCode(body, message, opcodeProtocol, protocols);
   writeFields(body, message, opcodeFields);
 }
 
-void writeArgument(BodyWriter& body, unsigned index, std::uint32_t value) {
-  char key[] = "Arg255";
+void writeArgument(BodyWriter& body, std::uint32_t index, std::uint32_t value) {
+  char key[] = "Arg255";  // the count is one byte
   char* digits = key + 3;
   if (index < 10) *digits++ = '0';
   const char* end = std::to_chars(digits, key + sizeof key, index).ptr;
@@ -111,19 +118,14 @@ void IsnsPayload::writeOrigin(SafeBody& body) const {
 }
 
 std::string_view icsSummary(const IsnsPayload& payload) {
-  switch (payload.message().u24(0)) {
-    case configurationRequest:
-      return "Client_Config Request Message";
-    case configurationResponse:
-      return "Client_Config Response Message";
-    default:
-      trace(
-          {
-              "ISNSC_Event", 342
-      },
-          {"Unknown ics_type", {payload.message().u32(0), NumberBase::ofStream}});
-      return "Unknown ICS message";
-  }
+  const std::string_view summary = textOf(icsSummaries, payload.message().u24(0));
+  return summary.empty() ? "Unknown ICS message" : summary;
+}
+
+void traceUnknownType(const IsnsPayload& payload) {
+  if (!textOf(icsSummaries, payload.message().u24(0)).empty()) return;
+  const std::uint32_t type = payload.message().u32(0);
+  trace({"ISNSC_Event", 342}, {"Unknown ics_type", TracePart(type, NumberBase::ofStream)});
 }
 
 void writeIcsMessage(SafeBody& body, const IsnsPayload& payload) {
@@ -134,8 +136,8 @@ void writeIcsMessage(SafeBody& body, const IsnsPayload& payload) {
     case configurationRequest:
       writeCommonFields(body, message);
       writeFields(body, message, requestFields);
-      body.recordElement("src_node_id", message.text(92, 224));
-      body.recordElement("src_node_alias", message.text(316));
+      body.recordElement("src_node_id", message.text(sourceNodeId, longestNodeId));
+      body.recordElement("src_node_alias", message.text(sourceNodeAlias));
       break;
     case configurationResponse:
       writeCommonFields(body, message);
@@ -146,25 +148,21 @@ void writeIcsMessage(SafeBody& body, const IsnsPayload& payload) {
 }
 
 std::string_view textSummary(const IsnsPayload& payload) {
-  switch (payload.message().u16(2)) {
-    case invalidArguments:
-      return "Invalid Arguments, detail in Message Body";
-    case displayArguments:
-      return "Display Arguments, detail in Message Body";
-    default:
-      return "Unknown text_id for TEXT_MSG Event";
-  }
+  const std::string_view summary = textOf(textSummaries, payload.message().u16(2));
+  return summary.empty() ? "Unknown text_id for TEXT_MSG Event" : summary;
 }
 
 void writeTextMessage(SafeBody& body, const IsnsPayload& payload) {
   const RecordView message = payload.message();
   body.openGroup("Arguments");
   payload.writeOrigin(body);
-  const unsigned count = message.u8(1);
-  if (message.holds(1, 1)) body.element("Arg_Count", dec, count);
-  for (unsigned i = 0; i < count && message.holds(4 + 4 * i, 4); ++i) {
-    writeArgument(body, i, message.u32(4 + 4 * i));
-  }
+  writeField(body, message, argumentCount);
+  const List arguments = {4, argumentSize, numberAt(message, argumentCount)};
+  forEachEntry(message, arguments, [&](RecordView argument, std::uint32_t index) {
+    if (!argument.holds(0, argumentSize)) return false;
+    writeArgument(body, index, argument.u32(0));
+    return true;
+  });
   body.closeGroup("Arguments");
 }
 

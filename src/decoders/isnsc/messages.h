@@ -1,6 +1,7 @@
 #ifndef DECODERS_ISNSC_MESSAGES_H
 #define DECODERS_ISNSC_MESSAGES_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -34,8 +35,9 @@ class IsnsPayload {
   RecordView bytes_;
 };
 
-/// Writes a trace line if the type of the message is unknown.
 std::string_view icsSummary(const IsnsPayload& payload);
+/// Writes a trace line if the type of the message is unknown.
+void traceUnknownType(const IsnsPayload& payload);
 void writeIcsMessage(SafeBody& body, const IsnsPayload& payload);
 
 std::string_view textSummary(const IsnsPayload& payload);

@@ -1,18 +1,20 @@
 #include <MPUEvent/STARTUPMP_Event.h>
 
 #include "decoders/startup/bodies.h"
+#include "event/ExportedBody.h"
 #include "event/Tables.h"
 #include "event/Text.h"
 #include "event/Undecoded.h"
 
 namespace Pegasus {
 
+using mpuevent::exportedBody;
 using mpuevent::Record;
 namespace startup = mpuevent::startup;
 
 namespace {
 
-struct EventKind {
+struct EventRow {
   std::uint32_t id;
   const char* title;
   const char* summary;
@@ -22,7 +24,7 @@ struct EventKind {
 constexpr std::uint32_t generalMessage = 1;  // its summary is its first line
 
 // clang-format off
-constexpr EventKind eventKinds[] = {
+constexpr EventRow events[] = {
     {generalMessage, "General message", "", startup::messageBody},
     {2, "Unrecognized message received",
         "Startup received a message that it doesn't know how to handle", startup::unknownMessageBody},
@@ -33,55 +35,54 @@ constexpr EventKind eventKinds[] = {
     {101, "stack dump", "dump of the stack", startup::stackBody},
 };
 // clang-format on
-static_assert(mpuevent::rising(eventKinds, &EventKind::id));
+static_assert(mpuevent::rising(events, &EventRow::id));
 
 String firstLine(std::string_view text) {
   return mpuevent::toString(text.substr(0, text.find('\n')));
 }
 
-String bodyOf(EmpEvLogMsg_s const* record, String (*body)(const Record&)) {
-  return record == nullptr ? String() : body(Record::trusting(record));
-}
-
 }  // namespace
 
-STARTUPMP_Event::STARTUPMP_Event(EmpEvLogMsg_s* record, int length)
-    : Quarn_Event(record, static_cast<unsigned int>(length)) {
-  if (record == nullptr) return;
-  const Record held(record, length);
-  const EventKind* kind = mpuevent::findRow(eventKinds, &EventKind::id, held.id());
-  if (kind == nullptr) {
-    mpuevent::showUndecoded(*this, held, {"STARTUPMP_Event", 259}, "Unhandled Event by STARTUPMP",
+STARTUPMP_Event::STARTUPMP_Event(EmpEvLogMsg_s* bytes, int length)
+    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+  if (bytes == nullptr) return;
+  const Record record(bytes, length);
+  const EventRow* event = mpuevent::findRow(events, &EventRow::id, record.id());
+  if (event == nullptr) {
+    mpuevent::showUndecoded(*this, record, {"STARTUPMP_Event", 259}, "Unhandled Event by STARTUPMP",
                             mpuevent::NumberBase::ofStream, "Unknown EventID: ");
     return;
   }
-  setEventID(kind->title);
-  setSummary(kind->id == generalMessage ? firstLine(startup::messageText(held)) : kind->summary);
-  setBody(kind->body(held));
+  setEventID(event->title);
+  setSummary(event->id == generalMessage ? firstLine(startup::messageText(record))
+                                         : event->summary);
+  setBody(event->body(record));
 }
 
 STARTUPMP_Event::~STARTUPMP_Event() = default;
 
 String get_STARTUPMP_MSG_STRING(EmpEvLogMsg_s const* record) {
-  return bodyOf(record, startup::messageBody);
+  return exportedBody(record, startup::messageBody);
 }
 
 String get_STARTUPMP_MSG_MMCH(EmpEvLogMsg_s const* record) {
-  return bodyOf(record, startup::unknownMessageBody);
+  return exportedBody(record, startup::unknownMessageBody);
 }
 
 String get_STARTUPMP_MSG_PARTIAL_MMSG(EmpEvLogMsg_s const* record) {
-  return bodyOf(record, startup::partialMessageBody);
+  return exportedBody(record, startup::partialMessageBody);
 }
 
 String get_R5600_INVALID_STATE_MMSG(EmpEvLogMsg_s const* record) {
-  return bodyOf(record, startup::registersBody);
+  return exportedBody(record, startup::registersBody);
 }
 
 String get_R5600_stack_dump(EmpEvLogMsg_s const* record) {
-  return bodyOf(record, startup::stackBody);
+  return exportedBody(record, startup::stackBody);
 }
 
-String get_SignalInfo(EmpEvLogMsg_s const* record) { return bodyOf(record, startup::signalBody); }
+String get_SignalInfo(EmpEvLogMsg_s const* record) {
+  return exportedBody(record, startup::signalBody);
+}
 
 }  // namespace Pegasus

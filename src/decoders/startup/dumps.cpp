@@ -7,6 +7,7 @@
 #include "decoders/startup/bodies.h"
 #include "event/BodyWriter.h"
 #include "event/Fields.h"
+#include "event/Lists.h"
 #include "event/NumberedKey.h"
 #include "event/Trace.h"
 
@@ -77,6 +78,7 @@ constexpr Field stackFields[] = {
     {"SP",        4, Width::u32, Format::bareHexLower},
 };
 constexpr std::size_t stackWords = 8;
+static_assert(endWithin(stackWords, stackFields));
 
 }  // namespace
 
@@ -99,16 +101,16 @@ String stackBody(const Record& record) {
   // Twice the number of words, not four times, below the stack pointer.
   const std::uint32_t base = payload.u32(4) - 2 * count;
   NumberedKey addressKey("S");
-  for (std::uint32_t i = 0; i < count; ++i) {
-    const std::size_t at = stackWords + wordSize * i;
-    if (!payload.holds(at, wordSize)) break;
-    const std::string_view key = addressKey(base + 4 * i, 16);
+  forEachEntry(payload, {stackWords, wordSize, count}, [&](RecordView word, std::uint32_t index) {
+    if (!word.holds(0, wordSize)) return false;
+    const std::string_view key = addressKey(base + 4 * index, 16);
     if (body.size() + 16 + 2 * key.size() + 16 > bodyLimit) {
       trace({traceFile, 903}, {"There is not enough space to dump the stack data\n"});
-      break;
+      return false;
     }
-    body.element(key, Format::bareHexLower, payload.u32(at));
-  }
+    body.element(key, Format::bareHexLower, word.u32(0));
+    return true;
+  });
   return body.string();
 }
 

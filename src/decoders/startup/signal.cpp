@@ -1,9 +1,13 @@
+#include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "decoders/startup/bodies.h"
 #include "event/BodyWriter.h"
+#include "event/Codes.h"
 #include "event/Fields.h"
+#include "event/Lists.h"
 #include "event/Tables.h"
 
 namespace mpuevent::startup {
@@ -11,8 +15,6 @@ namespace mpuevent::startup {
 using Pegasus::String;
 
 namespace {
-
-using Texts = std::span<const std::string_view>;
 
 constexpr Field signalFields[] = {
     {"Signal_number", 0, Width::u32, Format::dec      },
@@ -43,89 +45,82 @@ constexpr Field realTimeFields[] = {
     {"__Signal_value_ptr", 20, Width::u32, Format::pointer},
 };
 
-// Events by code, behind the text for a code that has none.
+// What happened. The code is always 1 where one is looked up (see `writeCause`), so that no other
+// text than that of 1 can ever be shown; the tables are required whole all the same.
 
-constexpr std::string_view pollEvents[] = {
-    "Unknown poll event",
-    "Input data available",
-    "Output buffers available",
-    "Input message available",
-    "I/O error",
-    "High priority input available",
-    "Device disconnected",
+constexpr CodeText pollEvents[] = {
+    {1, "Input data available"         },
+    {2, "Output buffers available"     },
+    {3, "Input message available"      },
+    {4, "I/O error"                    },
+    {5, "High priority input available"},
+    {6, "Device disconnected"          },
 };
-constexpr std::string_view childEvents[] = {
-    "Unknown child event",
-    "Child exited",
-    "Child was killed",
-    "Child terminated abnormally",
-    "Traced child has trapped",
-    "Child has stopped",
-    "Stopped child has continued",
+constexpr CodeText childEvents[] = {
+    {1, "Child exited"               },
+    {2, "Child was killed"           },
+    {3, "Child terminated abnormally"},
+    {4, "Traced child has trapped"   },
+    {5, "Child has stopped"          },
+    {6, "Stopped child has continued"},
 };
-// clang-format off
-constexpr std::string_view illegalInstructions[] = {
-    "Unrecognized error",
-    "Illegal opcode",
-    "Illegal operand",
-    "Illegal addressing mode",
-    "Illegal trap",
-    "Privileged opcode",
-    "Privileged register",
-    "Coprocessor error",
-    "Internal stack error",
+constexpr CodeText illegalInstructions[] = {
+    {1, "Illegal opcode"         },
+    {2, "Illegal operand"        },
+    {3, "Illegal addressing mode"},
+    {4, "Illegal trap"           },
+    {5, "Privileged opcode"      },
+    {6, "Privileged register"    },
+    {7, "Coprocessor error"      },
+    {8, "Internal stack error"   },
 };
-// clang-format on
-constexpr std::string_view traps[] = {
-    "Unrecognized error",
-    "Process breakpoint",
-    "Process trace trap",
+constexpr CodeText traps[] = {
+    {1, "Process breakpoint"},
+    {2, "Process trace trap"},
 };
-constexpr std::string_view busErrors[] = {
-    "Unrecognized error",
-    "Invalid address alignment",
-    "Non-existent physical address",
-    "Object specific hardware error",
+constexpr CodeText busErrors[] = {
+    {1, "Invalid address alignment"     },
+    {2, "Non-existent physical address" },
+    {3, "Object specific hardware error"},
 };
-constexpr std::string_view floatingPointErrors[] = {
-    "Unrecognized error",
-    "Integer divide by zero",
-    "Integer overflow",
-    "Floating point divide by zero",
-    "Floating point overflow",
-    "Floating point underflow",
-    "Floating point inexact result",
-    "Floating point invalid operation",
-    "Subscript out of range",
+constexpr CodeText floatingPointErrors[] = {
+    {1, "Integer divide by zero"          },
+    {2, "Integer overflow"                },
+    {3, "Floating point divide by zero"   },
+    {4, "Floating point overflow"         },
+    {5, "Floating point underflow"        },
+    {6, "Floating point inexact result"   },
+    {7, "Floating point invalid operation"},
+    {8, "Subscript out of range"          },
 };
-constexpr std::string_view segmentationViolations[] = {
-    "Unrecognized error",
-    "Address not mapped to object",
-    "Invalid permissions for mapped object",
+constexpr CodeText segmentationViolations[] = {
+    {1, "Address not mapped to object"         },
+    {2, "Invalid permissions for mapped object"},
 };
 
 struct SignalClass {
   std::uint32_t number;
   std::string_view cause;
-  Texts events;
+  CodeTable events;
+  std::string_view unknownEvent;  ///< empty if the class has no events
   std::span<const Field> fields;
 };
 
 constexpr std::uint32_t faultClass = 3;
 
 constexpr SignalClass signalClasses[] = {
-    {0, "Killed by another process",        {},          senderFields  },
-    {1, "Timer event",                      {},          {}            },
-    {2, "Polled event:",                    pollEvents,  pollFields    },
-    {4, "Child process signalled an event", childEvents, childFields   },
-    {5, "Real time event",                  {},          realTimeFields},
+    {0, "Killed by another process",        {},          "",                    senderFields  },
+    {1, "Timer event",                      {},          "",                    {}            },
+    {2, "Polled event:",                    pollEvents,  "Unknown poll event",  pollFields    },
+    {4, "Child process signalled an event", childEvents, "Unknown child event", childFields   },
+    {5, "Real time event",                  {},          "",                    realTimeFields},
 };
 static_assert(rising(signalClasses, &SignalClass::number));
 
 struct Fault {
   std::uint32_t signal;
   std::string_view cause;
-  Texts events;
+  CodeTable events;
 };
 
 constexpr Fault faults[] = {
@@ -137,8 +132,8 @@ constexpr Fault faults[] = {
 };
 static_assert(rising(faults, &Fault::signal));
 
-constexpr std::size_t generalRegisters = 128;
-constexpr unsigned generalRegisterCount = 32;
+constexpr std::size_t registerSize = 4;
+constexpr List generalRegisters = {128, registerSize, 32};
 
 constexpr Field specialRegisters[] = {
     {"NIP",       256, Width::u32, Format::hexLower8},
@@ -155,7 +150,7 @@ constexpr Field specialRegisters[] = {
     {"RESULT",    300, Width::u32, Format::hexLower8},
 };
 
-constexpr std::size_t processName = 324;
+constexpr std::size_t processName = 324;  // the last there is: a text
 constexpr Field processId[] = {
     {"PID", 320, Width::u32, Format::dec},
 };
@@ -165,6 +160,16 @@ constexpr Field processLayout[] = {
     {"__bss_start",  312, Width::u32, Format::pointer},
     {"__data_start", 316, Width::u32, Format::pointer},
 };
+
+static_assert(endWithin(generalRegisters.start, signalFields, senderFields, pollFields, faultFields,
+                        childFields, realTimeFields));
+static_assert(endWithin(processName, specialRegisters, processId, processLayout));
+
+void writeEvent(BodyWriter& body, CodeTable events, std::uint32_t code, std::string_view unknown) {
+  body.openElement("__Event");
+  writeCodeText(body, events, code, Format::dec, toWord(unknown));
+  body.closeElement("__Event");
+}
 
 void writeFault(BodyWriter& body, RecordView info, std::uint32_t code) {
   const Fault* fault = findRow(faults, &Fault::signal, info.u32(0));
@@ -177,34 +182,36 @@ void writeFault(BodyWriter& body, RecordView info, std::uint32_t code) {
     body.decimal(code);
     body.character(')');
     body.closeElement("__Cause");
-    body.element("__Event", fault->events[code]);
+    writeEvent(body, fault->events, code, "Unrecognized error");
   }
   writeFields(body, info, faultFields);
 }
 
 void writeCause(BodyWriter& body, RecordView info) {
   const std::uint32_t signalCode = info.u32(8);
-  // The code is whether there is one, not the word's lower half.
+  // The code tells whether there is a signal code at all; it is not the word's lower half.
   const std::uint32_t code = signalCode != 0 ? 1 : 0;
   const std::uint32_t number = signalCode >> 16;
   if (number == faultClass) return writeFault(body, info, code);
   const SignalClass* signalClass = findRow(signalClasses, &SignalClass::number, number);
   if (signalClass == nullptr) return body.element("__Cause", "Unrecognized event");
   body.element("__Cause", signalClass->cause);
-  if (!signalClass->events.empty()) body.element("__Event", signalClass->events[code]);
+  if (!signalClass->unknownEvent.empty()) {
+    writeEvent(body, signalClass->events, code, signalClass->unknownEvent);
+  }
   writeFields(body, info, signalClass->fields);
 }
 
 void writeGeneralRegisters(BodyWriter& body, RecordView info) {
-  for (unsigned i = 0; i < generalRegisterCount; ++i) {
-    const std::size_t at = generalRegisters + std::size_t{4} * i;
-    if (!info.holds(at, 4)) return;
+  forEachEntry(info, generalRegisters, [&](RecordView entry, std::uint32_t number) {
+    if (!entry.holds(0, registerSize)) return false;
     body.openElement("GPR");
-    body.decimal(i);
+    body.decimal(number);
     body.text(": ");
-    body.number(Format::hexLower8, info.u32(at));
+    body.number(Format::hexLower8, entry.u32(0));
     body.closeElement("GPR");
-  }
+    return true;
+  });
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "decoders/systemconfig/kinds.h"
 #include "decoders/systemconfig/summary.h"
+#include "event/ExportedBody.h"
 #include "event/SafeText.h"
 #include "event/Tables.h"
 #include "event/Undecoded.h"
@@ -15,7 +16,7 @@ using Pegasus::String;
 
 enum EventType : std::uint8_t { informational = 1, warning = 2, error = 3 };
 
-struct KnownEvent {
+struct EventRow {
   std::uint32_t id;
   WriteKind write;
   const char* errorTitle;
@@ -31,7 +32,7 @@ constexpr char noSharedMemory[] = "Instantiation of SharedMemory Failed";
 
 // One row a line.
 // clang-format off
-constexpr KnownEvent knownEvents[] = {
+constexpr EventRow events[] = {
     {2000, writeText,             "Error Text",                             "Warning Text",                             "Text Information"},
     {2005, writeDump,             "Error Dump Data",                        "Warning Dump Data",                        "Dump Information"},
     {2010, writeSharedMemory,     noSharedMemory,                           noSharedMemory,                             noSharedMemory},
@@ -45,22 +46,22 @@ constexpr KnownEvent knownEvents[] = {
     {2019, writePersistentMemory, "Error in CPM internal processing",       "Warning in CPM internal processing",       "CPM Information"},
 };
 // clang-format on
-static_assert(rising(knownEvents, &KnownEvent::id));
+static_assert(rising(events, &EventRow::id));
 
 /// The body; `summary` becomes a part of the record or a fixed text, not yet made safe.
 String bodyOf(const Record& record, WriteKind write, std::string_view& summary) {
-  const Logged event(record);
+  const SccPayload payload(record);
   return safeBody([&](SafeBody& body) {
-    summary = write(body, event);
-    if (record.type() != informational) event.location.write(body);
+    summary = write(body, payload);
+    if (record.type() != informational) payload.location.write(body);
   });
 }
 
-/// What an exported body function does.
-String exportedBody(EmpEvLogMsg_s* record, char* destination, WriteKind write) {
+/// The same for an exported function, which hands the summary to its caller as it is.
+String bodyAndSummary(EmpEvLogMsg_s* record, char* destination, WriteKind write) {
   std::string_view summary;
-  String body;
-  if (record != nullptr) body = bodyOf(Record::trusting(record), write, summary);
+  const String body =
+      exportedBody(record, [&](const Record& trusted) { return bodyOf(trusted, write, summary); });
   copySummary(destination, summary);
   return body;
 }
@@ -73,61 +74,61 @@ namespace Pegasus {
 
 using namespace mpuevent::systemconfig;
 
-SYSTEM_CONFIGMP_Event::SYSTEM_CONFIGMP_Event(EmpEvLogMsg_s* record, int length)
-    : Quarn_Event(record, static_cast<unsigned int>(length)) {
-  if (record == nullptr) return;
-  const mpuevent::Record bytes(record, length);
-  const KnownEvent* event = mpuevent::findRow(knownEvents, &KnownEvent::id, bytes.id());
+SYSTEM_CONFIGMP_Event::SYSTEM_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
+    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+  if (bytes == nullptr) return;
+  const mpuevent::Record record(bytes, length);
+  const EventRow* event = mpuevent::findRow(events, &EventRow::id, record.id());
   if (event == nullptr) {
-    mpuevent::showUndecoded(*this, bytes, {"SYSTEM_CONFIGMP_Event", 137}, "***UNKNOWN EventID***");
+    mpuevent::showUndecoded(*this, record, {"SYSTEM_CONFIGMP_Event", 137}, "***UNKNOWN EventID***");
     return;
   }
   std::string_view summary;
-  setEventID(event->title(bytes.type()));
-  setBody(bodyOf(bytes, event->write, summary));
+  setEventID(event->title(record.type()));
+  setBody(bodyOf(record, event->write, summary));
   setSummary(mpuevent::safeString(summary));
 }
 
 SYSTEM_CONFIGMP_Event::~SYSTEM_CONFIGMP_Event() = default;
 
 String get_SCC_text_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return exportedBody(record, summary, writeText);
+  return bodyAndSummary(record, summary, writeText);
 }
 
 String get_SCC_dump_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return exportedBody(record, summary, writeDump);
+  return bodyAndSummary(record, summary, writeDump);
 }
 
 String get_SCC_shmem_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return exportedBody(record, summary, writeSharedMemory);
+  return bodyAndSummary(record, summary, writeSharedMemory);
 }
 
 String get_SCC_lock_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return exportedBody(record, summary, writeLock);
+  return bodyAndSummary(record, summary, writeLock);
 }
 
 String get_SCC_mmsg_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return exportedBody(record, summary, writeMessage);
+  return bodyAndSummary(record, summary, writeMessage);
 }
 
 String get_SCC_requestEvent_body(EmpEvLogMsg_s* record, char* summary) {
-  return exportedBody(record, summary, writeRequest);
+  return bodyAndSummary(record, summary, writeRequest);
 }
 
 String get_SCC_responseEvent_body(EmpEvLogMsg_s* record, char* summary) {
-  return exportedBody(record, summary, writeResponse);
+  return bodyAndSummary(record, summary, writeResponse);
 }
 
 String get_SCC_timerEvent_body(EmpEvLogMsg_s* record, char* summary) {
-  return exportedBody(record, summary, writeTimer);
+  return bodyAndSummary(record, summary, writeTimer);
 }
 
 String get_SCC_ddlm_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return exportedBody(record, summary, writeLockManager);
+  return bodyAndSummary(record, summary, writeLockManager);
 }
 
 String get_SCC_cpm_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return exportedBody(record, summary, writePersistentMemory);
+  return bodyAndSummary(record, summary, writePersistentMemory);
 }
 
 }  // namespace Pegasus

@@ -1,7 +1,13 @@
 #include "decoders/systemconfig/kinds.h"
 
+#include <cstddef>
+#include <cstdint>
+
+#include "decoders/configuration.h"
 #include "decoders/systemconfig/summary.h"
+#include "event/Codes.h"
 #include "event/Fields.h"
+#include "event/Lists.h"
 #include "event/Tables.h"
 
 namespace mpuevent::systemconfig {
@@ -11,7 +17,8 @@ namespace {
 using enum Width;
 using enum Format;
 
-// The layouts; offsets count from the start of the event's data.
+// The layouts. Offsets count from the start of the event's data; a text follows all but the shared
+// memory's and the persistent memory's.
 
 constexpr Field sharedMemoryKey = {"ShMem_Key", 0, u32, dec};
 
@@ -25,7 +32,7 @@ constexpr Field lockObjectFields[] = {
     {"Index", 12, u32, dec},
 };
 
-constexpr std::size_t requestTypeAt = 16;
+constexpr Field requestType = {"Request_Type", 16, u32, dec};
 constexpr CodeText requestTypes[] = {
     {1, "DDLM_begin"     },
     {2, "DDLM_end"       },
@@ -36,9 +43,8 @@ constexpr CodeText requestTypes[] = {
     {7, "DDLM_release"   },
     {8, "DDLM_sync"      },
 };
-static_assert(rising(requestTypes, &CodeText::code));
 
-constexpr std::size_t transactionStatusAt = 20;
+constexpr Field transactionStatus = {"Transaction_Status", 20, u32, dec};
 constexpr CodeText transactionStatuses[] = {
     {0, "IndeterminateSyncTime"                   },
     {1, "IndeterminateSyncTimePersistenceRequired"},
@@ -47,10 +53,10 @@ constexpr CodeText transactionStatuses[] = {
     {6, "TransactionCompletePersistenceOptional"  },
     {8, "TransactionComplete"                     },
 };
-static_assert(rising(transactionStatuses, &CodeText::code));
 
 constexpr Field replicationParameter = {"Replication_Parameter", 24, u32, hexUpper8};
-constexpr std::size_t lockTextAt = 28;
+constexpr std::size_t lockText = 28;
+static_assert(endWithin(lockText, lockClassFields, lockObjectFields));
 
 constexpr Field messageFields[] = {
     {"OpCode_Protocol", 0,  u8,  dec      }, // the opcode word's high byte, and
@@ -64,7 +70,7 @@ constexpr Field messageFields[] = {
     {"General_Use2",    28, u32, hexUpper8},
     {"General_Use3",    32, u32, hexUpper8},
 };
-constexpr std::size_t messageTextAt = 36;
+constexpr Layout message = {36, messageFields};
 
 constexpr Field requestFields[] = {
     {"Thread_Index",         0,  u32, dec      },
@@ -76,19 +82,7 @@ constexpr Field requestFields[] = {
     {"pMmsgLh",              24, u32, hexUpper8},
     {"pTimedout",            28, u32, hexUpper8},
 };
-constexpr std::size_t requestTextAt = 32;
-
-constexpr Field responseFields[] = {
-    {"Thread_Index",         0,  u32, dec      },
-    {"Dest_Endpoint",        4,  u32, dec      },
-    {"Request_Handle",       8,  u32, dec      },
-    {"Timeout_seconds",      12, u32, dec      },
-    {"Timeout_microseconds", 16, u32, dec      },
-    {"pSema",                20, u32, hexUpper8},
-    {"pMmsgLh",              24, u32, hexUpper8},
-    {"pTimedout",            28, u32, hexUpper8},
-};
-constexpr std::size_t responseTextAt = 32;
+constexpr Layout request = {32, requestFields};
 
 constexpr Field timerFields[] = {
     {"Thread_Index",          0,  u32, dec      },
@@ -100,7 +94,7 @@ constexpr Field timerFields[] = {
     {"pMmsg",                 24, u32, hexUpper8},
     {"pCounter",              28, u32, hexUpper8},
 };
-constexpr std::size_t timerTextAt = 32;
+constexpr Layout timer = {32, timerFields};
 
 constexpr Field lockManagerFields[] = {
     {"TSS_RdLocks",           0,  u32, dec      },
@@ -123,7 +117,7 @@ constexpr Field lockManagerFields[] = {
     {"TES_ObjectIx",          32, u32, dec      },
     {"TES_DataLength",        36, u32, dec      },
 };
-constexpr std::size_t lockManagerTextAt = 40;
+constexpr Layout lockManager = {40, lockManagerFields};
 
 constexpr Field persistentMemoryFields[] = {
     {"cpmControlFileFd",      0,  u32, dec},
@@ -147,112 +141,102 @@ constexpr Field persistentMemoryArrays[] = {
     {"cpmReleaseObjectAddr", 452, u32, dec},
 };
 
+/// Writes `Text`, which is all of the data from `at` on, and returns the summary cut out of it.
 std::string_view writeTextAt(SafeBody& body, RecordView data, std::size_t at) {
   const std::string_view text = data.text(at);
   body.recordElement("Text", text);
   return text.substr(0, summaryLength(data.from(at)));
 }
 
-template <std::size_t size>
-void writeCode(SafeBody& body, std::string_view key, RecordView data, std::size_t at,
-               const CodeText (&texts)[size]) {
-  if (!data.holds(at, 4)) return;
-  const std::uint32_t code = data.u32(at);
-  const std::string_view text = textOf(texts, code);
-  if (text.empty()) return body.element(key, dec, code);
-  body.element(key, text);
+std::string_view writeFieldsAndText(SafeBody& body, RecordView data, const Layout& layout) {
+  writeFields(body, data, layout.rows);
+  return writeTextAt(body, data, layout.size);
 }
 
+/// "[1], value [x]" for the first class of objects. The brackets need an escape.
 void writeArray(SafeBody& body, RecordView data, const Field& array) {
-  for (std::uint32_t i = 0; i < objectClasses; ++i) {
-    const std::size_t at = array.offset + i * byteCount(array.width);
-    if (!data.holds(at, byteCount(array.width))) return;
+  const std::size_t width = byteCount(array.width);
+  const List entries = {array.offset, width, objectClasses};
+  forEachEntry(data, entries, [&](RecordView entry, std::uint32_t index) {
+    if (!entry.holds(0, width)) return false;
     body.openElement(array.key);
     body.specialCharacter('[');
-    body.decimal(i + 1);
+    body.decimal(index + 1);
     body.specialCharacter(']');
     body.text(", value ");
     body.specialCharacter('[');
-    body.number(array.format, array.width == u8 ? data.u8(at) : data.u32(at));
+    body.number(array.format, array.width == u8 ? entry.u8(0) : entry.u32(0));
     body.specialCharacter(']');
     body.closeElement(array.key);
-  }
+    return true;
+  });
 }
 
 }  // namespace
 
-Logged::Logged(const Record& record)
+SccPayload::SccPayload(const Record& record)
     : data(record.payload()),
       lengthBehindLocation(record.structLength() - static_cast<int>(LocationBlock::size)) {
+  // A payload that a location block would fill up has none.
   if (lengthBehindLocation <= 0) return;
   location = LocationBlock(data);
   data = data.from(LocationBlock::size);
 }
 
-std::string_view writeText(SafeBody& body, const Logged& event) {
+std::string_view writeText(SafeBody& body, const SccPayload& event) {
   return writeTextAt(body, event.data, 0);
 }
 
-std::string_view writeDump(SafeBody& body, const Logged& event) {
+std::string_view writeDump(SafeBody& body, const SccPayload& event) {
   const std::string_view summary = writeTextAt(body, event.data, 0);
   const int behindText = static_cast<int>(event.data.text(0).size()) + 1;
+  // A text that takes up all of the data is dumped itself.
   const int skip = behindText <= event.lengthBehindLocation ? behindText : 0;
   // A location block is subtracted even if there is none: such a record shows no bytes.
   const int count = event.lengthBehindLocation - skip;
-  body.openGroup("Hex");
-  if (count > 0) {
-    body.hexBytes(
-        event.data.bytes(static_cast<std::size_t>(skip), static_cast<std::size_t>(count)));
-  }
-  body.closeGroup("Hex");
-  body.character('\n');
+  configuration::writeDump(body, event.data, static_cast<std::size_t>(skip), count);
   return summary;
 }
 
-std::string_view writeSharedMemory(SafeBody& body, const Logged& event) {
+std::string_view writeSharedMemory(SafeBody& body, const SccPayload& event) {
   writeField(body, event.data, sharedMemoryKey);
   return "Shared Memory Event";
 }
 
-std::string_view writeLock(SafeBody& body, const Logged& event) {
+std::string_view writeLock(SafeBody& body, const SccPayload& event) {
   body.openGroup("Lock_Classes");
   writeFields(body, event.data, lockClassFields);
   body.closeGroup("Lock_Classes");
   body.openGroup("Object");
   writeFields(body, event.data, lockObjectFields);
   body.closeGroup("Object");
-  writeCode(body, "Request_Type", event.data, requestTypeAt, requestTypes);
-  writeCode(body, "Transaction_Status", event.data, transactionStatusAt, transactionStatuses);
+  writeCode(body, event.data, requestType, requestTypes);
+  writeCode(body, event.data, transactionStatus, transactionStatuses);
   writeField(body, event.data, replicationParameter);
-  return writeTextAt(body, event.data, lockTextAt);
+  return writeTextAt(body, event.data, lockText);
 }
 
-std::string_view writeMessage(SafeBody& body, const Logged& event) {
-  writeFields(body, event.data, messageFields);
-  return writeTextAt(body, event.data, messageTextAt);
+std::string_view writeMessage(SafeBody& body, const SccPayload& event) {
+  return writeFieldsAndText(body, event.data, message);
 }
 
-std::string_view writeRequest(SafeBody& body, const Logged& event) {
-  writeFields(body, event.data, requestFields);
-  return writeTextAt(body, event.data, requestTextAt);
+std::string_view writeRequest(SafeBody& body, const SccPayload& event) {
+  return writeFieldsAndText(body, event.data, request);
 }
 
-std::string_view writeResponse(SafeBody& body, const Logged& event) {
-  writeFields(body, event.data, responseFields);
-  return writeTextAt(body, event.data, responseTextAt);
+std::string_view writeResponse(SafeBody& body, const SccPayload& event) {
+  return writeFieldsAndText(body, event.data, configuration::response);
 }
 
-std::string_view writeTimer(SafeBody& body, const Logged& event) {
-  writeFields(body, event.data, timerFields);
-  return writeTextAt(body, event.data, timerTextAt);
+std::string_view writeTimer(SafeBody& body, const SccPayload& event) {
+  return writeFieldsAndText(body, event.data, timer);
 }
 
-std::string_view writeLockManager(SafeBody& body, const Logged& event) {
-  writeFields(body, event.data, lockManagerFields);
-  return writeTextAt(body, event.data, lockManagerTextAt);
+std::string_view writeLockManager(SafeBody& body, const SccPayload& event) {
+  return writeFieldsAndText(body, event.data, lockManager);
 }
 
-std::string_view writePersistentMemory(SafeBody& body, const Logged& event) {
+std::string_view writePersistentMemory(SafeBody& body, const SccPayload& event) {
   writeFields(body, event.data, persistentMemoryFields);
   for (const Field& array : persistentMemoryArrays) writeArray(body, event.data, array);
   return "Persistent Memory Event";

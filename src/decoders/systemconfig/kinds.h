@@ -10,8 +10,8 @@
 namespace mpuevent::systemconfig {
 
 /// The payload of a record, taken apart.
-struct Logged {
-  explicit Logged(const Record& record);
+struct SccPayload {
+  explicit SccPayload(const Record& record);
 
   LocationBlock location;
   RecordView data;  ///< what the kind of event lays out
@@ -21,18 +21,18 @@ struct Logged {
 
 /// Writes the elements of one kind of event. Returns the summary, which is a part of the record or
 /// a fixed text.
-using WriteKind = std::string_view (*)(SafeBody& body, const Logged& event);
+using WriteKind = std::string_view (*)(SafeBody& body, const SccPayload& event);
 
-std::string_view writeText(SafeBody& body, const Logged& event);
-std::string_view writeDump(SafeBody& body, const Logged& event);
-std::string_view writeSharedMemory(SafeBody& body, const Logged& event);
-std::string_view writeLock(SafeBody& body, const Logged& event);
-std::string_view writeMessage(SafeBody& body, const Logged& event);
-std::string_view writeRequest(SafeBody& body, const Logged& event);
-std::string_view writeResponse(SafeBody& body, const Logged& event);
-std::string_view writeTimer(SafeBody& body, const Logged& event);
-std::string_view writeLockManager(SafeBody& body, const Logged& event);
-std::string_view writePersistentMemory(SafeBody& body, const Logged& event);
+std::string_view writeText(SafeBody& body, const SccPayload& event);
+std::string_view writeDump(SafeBody& body, const SccPayload& event);
+std::string_view writeSharedMemory(SafeBody& body, const SccPayload& event);
+std::string_view writeLock(SafeBody& body, const SccPayload& event);
+std::string_view writeMessage(SafeBody& body, const SccPayload& event);
+std::string_view writeRequest(SafeBody& body, const SccPayload& event);
+std::string_view writeResponse(SafeBody& body, const SccPayload& event);
+std::string_view writeTimer(SafeBody& body, const SccPayload& event);
+std::string_view writeLockManager(SafeBody& body, const SccPayload& event);
+std::string_view writePersistentMemory(SafeBody& body, const SccPayload& event);
 
 }  // namespace mpuevent::systemconfig
 

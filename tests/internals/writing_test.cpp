@@ -4,7 +4,9 @@
 #include <string_view>
 
 #include "event/BodyWriter.h"
+#include "event/Codes.h"
 #include "event/Fields.h"
+#include "event/Lists.h"
 #include "event/NumberedKey.h"
 #include "event/Tables.h"
 
@@ -45,6 +47,8 @@ TEST(Formats, ReadLikeThePrintfFormatsThatTheyAreNamedAfter) {
       {Format::markedPair,   0xA0B0000000C,      "(00000A0B, 0000000C) (hex)"},
       {Format::trueFalse,    0,                  "FALSE"                     },
       {Format::trueFalse,    256,                "TRUE"                      },
+      {Format::yesNo,        0,                  "No"                        },
+      {Format::yesNo,        256,                "Yes"                       },
       {Format::pointer,      0,                  "(nil)"                     },
       {Format::pointer,      0xA0B,              "0xa0b"                     },
       {Format::pointer0x,    0,                  "0x(nil)"                   },
@@ -56,34 +60,83 @@ TEST(Formats, ReadLikeThePrintfFormatsThatTheyAreNamedAfter) {
 
 TEST(Fields, ShowEachWidthIfItsLastByteIsHeld) {
   struct Case {
-    Width width;
-    Format format;
+    Field field;
     const char* text;
   };
-  const Case cases[] = {
-      {Width::u8,              Format::hexLower,  "0xa2"                                 },
-      {Width::u16,             Format::hexLower,  "0xa2a3"                               },
-      {Width::u24,             Format::hexLower,  "0xa3a4a5"                             },
-      {Width::u32,             Format::hexLower,  "0xa2a3a4a5"                           },
-      {Width::u48,             Format::hexLower,  "0xa2a3a4a5a6a7"                       },
-      {Width::u64,             Format::hexLower,  "0xa2a3a4a5a6a7a8a9"                   },
-      {Width::wordPair,        Format::hexUpper8, "0xA2A3A4A5:A6A7A8A9"                  },
-      {Width::wordPairSwapped, Format::hexUpper8, "0xA6A7A8A9:A2A3A4A5"                  },
-      {Width::wordPairSwapped, Format::hexLower8, "0xa6a7a8a9  0xa2a3a4a5"               },
-      {Width::wordQuad,        Format::hexUpper8, "0xA2A3A4A5:A6A7A8A9:AAABACAD:AEAFB0B1"},
+  constexpr Case cases[] = {
+      {{"Key", 1, Width::u8, Format::hexLower},               "0xa2"                                 },
+      {{"Key", 1, Width::u16, Format::hexLower},              "0xa2a3"                               },
+      {{"Key", 1, Width::u24, Format::hexLower},              "0xa3a4a5"                             },
+      {{"Key", 1, Width::u32, Format::hexLower},              "0xa2a3a4a5"                           },
+      {{"Key", 1, Width::u48, Format::hexLower},              "0xa2a3a4a5a6a7"                       },
+      {{"Key", 1, Width::u64, Format::hexLower},              "0xa2a3a4a5a6a7a8a9"                   },
+      {{"Key", 1, Width::wordPair, Format::hexUpper8},        "0xA2A3A4A5:A6A7A8A9"                  },
+      {{"Key", 1, Width::wordPairSwapped, Format::hexUpper8}, "0xA6A7A8A9:A2A3A4A5"                  },
+      {{"Key", 1, Width::wordPairSwapped, Format::hexLower8}, "0xa6a7a8a9  0xa2a3a4a5"               },
+      {{"Key", 1, Width::wordQuad, Format::hexUpper8},        "0xA2A3A4A5:A6A7A8A9:AAABACAD:AEAFB0B1"},
   };
   std::string bytes;
   for (int byte = 0xA1; byte <= 0xB1; ++byte) bytes += static_cast<char>(byte);
   for (const Case& c : cases) {
     SCOPED_TRACE(c.text);
-    const Field field = {"Key", 1, c.width, c.format};
-    const std::size_t end = 1 + byteCount(c.width);
+    const std::size_t end = c.field.end();
     BodyWriter whole(Separator::none);
-    writeField(whole, RecordView(bytes.data(), end), field);
+    writeField(whole, RecordView(bytes.data(), end), c.field);
     EXPECT_EQ(whole.view(), "<Key>" + std::string(c.text) + "</Key>");
     BodyWriter cut(Separator::none);
-    writeField(cut, RecordView(bytes.data(), end - 1), field);
+    writeField(cut, RecordView(bytes.data(), end - 1), c.field);
     EXPECT_EQ(cut.view(), "");
+  }
+}
+
+TEST(Codes, ShowTheirTextOrTheFallback) {
+  static constexpr CodeText texts[] = {
+      {2, "two"}
+  };
+  static constexpr Field field = {"Key", 1, Width::u16, Format::dec};
+  const auto shownAs = [](std::string_view bytes, const Fallback& fallback) {
+    BodyWriter body(Separator::none);
+    writeCode(body, RecordView(bytes.data(), bytes.size()), field, texts, fallback);
+    return std::string(body.view());
+  };
+  const std::string_view known("\x00\x00\x02", 3);
+  const std::string_view unknown("\x00\xA0\x02", 3);
+  EXPECT_EQ(shownAs(known, {"Code ", "!"}), "<Key>two</Key>");
+  EXPECT_EQ(shownAs(unknown, {}), "<Key>40962</Key>");
+  EXPECT_EQ(shownAs(unknown, {"Code ", "!"}), "<Key>Code 40962!</Key>");
+  EXPECT_EQ(shownAs(unknown, toWord("None")), "<Key>None</Key>");
+  EXPECT_EQ(shownAs(known.substr(0, 2), {}), "");
+  EXPECT_EQ(textOf(texts, 0x100000002), "");
+}
+
+TEST(Lists, EndWithTheBytesHeldWhateverTheyClaim) {
+  static constexpr Field rows[] = {
+      {"A", 0, Width::u8,  Format::dec},
+      {"B", 1, Width::u16, Format::dec},
+  };
+  static constexpr Layout entry = {4, rows};
+  const std::string bytes("\x09\x01\x00\x02\xFF\x03\x00\x04\xFF\x05", 10);
+  const RecordView view(bytes.data(), bytes.size());
+  struct Case {
+    std::size_t start;
+    std::uint64_t count;
+    std::size_t end;
+    const char* text;
+  };
+  const Case cases[] = {
+      {1,                            0,                  1,  ""                                        },
+      {1,                            1,                  5,  "<A>1</A><B>2</B>"                        },
+      {1,                            2,                  9,  "<A>1</A><B>2</B><A>3</A><B>4</B>"        },
+      {1,                            3,                  10, "<A>1</A><B>2</B><A>3</A><B>4</B><A>5</A>"},
+      {1,                            0x40000000,         10, "<A>1</A><B>2</B><A>3</A><B>4</B><A>5</A>"}, // wraps 32 bits
+      {1,                            0x4000000000000000, 10, "<A>1</A><B>2</B><A>3</A><B>4</B><A>5</A>"}, // and 64
+      {10,                           1,                  10, ""                                        },
+      {static_cast<std::size_t>(-2), 7,                  10, ""                                        },
+  };
+  for (const Case& c : cases) {
+    BodyWriter body(Separator::none);
+    EXPECT_EQ(writeList(body, view, c.start, c.count, entry), c.end) << c.start << ' ' << c.count;
+    EXPECT_EQ(body.view(), c.text) << c.start << ' ' << c.count;
   }
 }
 
@@ -121,9 +174,6 @@ TEST(Tables, FindRowsByTheirNumber) {
   EXPECT_EQ(textOf(rows, 5), "five");
   EXPECT_EQ(textOf(rows, 0xFFFFFFFF), "last");
   for (const std::uint32_t gap : {0U, 1U, 3U, 6U, 0xFFFFFFFEU}) EXPECT_EQ(textOf(rows, gap), "");
-  static constexpr std::string_view texts[] = {"zero", "one"};
-  EXPECT_EQ(textAt(texts, 1), "one");
-  EXPECT_EQ(textAt(texts, 2), "");
   constexpr CodeText twice[] = {
       {1, "a"},
       {1, "b"}

@@ -1,6 +1,6 @@
 #include "EventProperties.h"
 
-#include <EventForm.h>
+#include <forms/EventForm.h>
 #include <rapidjson/document.h>
 
 #include <algorithm>
@@ -49,7 +49,7 @@ bool takeElements(std::string_view& body, const Value& elements) {
   return true;
 }
 
-void requireSameFacts(const std::string& line, const support::EventFields& fields) {
+void requireSameFacts(std::string_view line, const support::EventFields& fields) {
   rapidjson::Document json;
   json.Parse<rapidjson::kParseValidateEncodingFlag>(line.data(), line.size());
   require(!json.HasParseError(), "a JSON line is JSON in UTF-8");
@@ -60,7 +60,7 @@ void requireSameFacts(const std::string& line, const support::EventFields& field
     require(textOf(json[keys[text]]) == fields.texts[text], "the JSON has the event's texts");
   }
   std::string_view body = fields.body();
-  require(json["fields"].IsNull() || (takeElements(body, json["fields"]) && body.empty()),
+  require(takeElements(body, json["fields"]) && body.empty(),
           "the JSON's fields are the Body taken apart");
 }
 
@@ -68,20 +68,22 @@ void requireSameFacts(const std::string& line, const support::EventFields& field
 
 support::EventFields decodeChecked(
     std::string_view record, const std::function<std::unique_ptr<Pegasus::Quarn_Event>()>& decode) {
-  static const std::unique_ptr<tool::EventForm> json = tool::makeJsonForm();
+  static const std::unique_ptr<tool::EventForm> json =
+      tool::makeJsonForm(tool::ShowPayload::automatic);
   const std::span bytes(reinterpret_cast<const unsigned char*>(record.data()), record.size());
   support::EventFields fields;
-  std::string line;
+  tool::TextBuffer line;
   inLinearTime(record.size(), [&] {
+    const Pegasus::FieldRecorder recorded;
     const std::unique_ptr<Pegasus::Quarn_Event> event = decode();
     fields = support::fieldsOf(*event);
     line.clear();
-    json->write({0, 0, bytes, "decoder", *event}, line);
+    json->write({{}, 0, 0, bytes, "decoder", *event, &recorded}, line);
   });
   require(fields.textSize() <= kTextOfAnyEvent + kTextPerByte * record.size(),
           "text in proportion to the record");
   require(fields == support::fieldsOf(*decode()), "decoding twice gives the same event");
-  requireSameFacts(line, fields);
+  requireSameFacts(line.view(), fields);
   return fields;
 }
 

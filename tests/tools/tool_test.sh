@@ -44,28 +44,54 @@ second+='"controller_slot":2,"log_instance":3,"sequence_id":2,"timestamp":169090
 second+='"source":"OB0","category_code":4,"category":"Device","event_type_code":3,'
 second+='"event_type":"Error","event_code":513,"event_id_version":6,"event_id":"513",'
 second+='"summary":"Unhandled Event by OB0","body":"<Hex>68656C6C6F</Hex>",'
-second+='"fields":[{"key":"Hex","value":"68656C6C6F"}]}'
+second+='"fields":[{"key":"Hex","value":"68656C6C6F"}],"raw_event_type":3,"record_length":157,'
+second+='"struct_length":5,"payload":null,"file":'
 
 # Usage
 expect 2
 same 'help without arguments goes to standard error' "$(grep -c Usage err)$(lines out)" 10
-for wrong in '--bogus' 'decode --bogus' 'decode -o xml log' 'decode --input pcap log' 'frobnicate'; do
+for wrong in '--bogus' 'decode --bogus' 'decode -o xml log' 'decode --input pcap log' 'frobnicate' \
+  'help frobnicate'; do
   read -ra arguments <<<"$wrong"
   expect 2 "${arguments[@]}"
   same "$wrong: one message" "$(grep -c '^mpuevent: ' err) $(lines err) $(lines out)" '1 1 0'
 done
-expect 0 --version
-[[ $(cat out) =~ ^mpuevent\ [0-9]+\.[0-9]+\.[0-9]+$ ]] || fail "--version: $(cat out)"
+for forgotten in 'log' 'x.cmap' '-o jsonl log'; do
+  read -ra arguments <<<"$forgotten"
+  expect 2 "${arguments[@]}"
+  grep -q "did you mean 'mpuevent decode ${arguments[0]}" err || fail "$forgotten: $(cat err)"
+done
+for version in --version -V 'decode -V' 'decode --version log'; do
+  read -ra arguments <<<"$version"
+  expect 0 "${arguments[@]}"
+  [[ $(cat out) =~ ^mpuevent\ [0-9]+\.[0-9]+\.[0-9]+$ ]] || fail "$version: $(cat out)"
+done
 expect 0 --help
-expect 0 decode --help
-grep -q 'Exit codes' out || fail 'help tells the exit codes'
+cp out help
+expect 0 help
+cmp -s out help || fail 'help and --help differ'
+for command in $(sed -n '/^Commands:/,/^$/s/^  \([a-z]*\) .*/\1/p' help); do
+  expect 0 "$command" --help
+  cp out "$command.help"
+  expect 0 help "$command"
+  cmp -s out "$command.help" || fail "help $command and $command --help differ"
+  grep -q 'Exit codes' out || fail "$command --help tells the exit codes"
+  [ "$(wc -L <out)" -le 80 ] || fail "$command --help is wider than 80 columns"
+done
+[ -f decode.help ] || fail 'help lists the commands'
+cp log decode
+expect 0 decode -o line --exact -o jsonl --exact --payload always --payload never decode
+same 'the last option counts' "$(tail -n 1 out)" "{\"index\":1,\"offset\":221,$second\"decode\"}"
 
 # Output forms, input forms, standard input
 expect 0 decode -o jsonl log
-same 'jsonl, second line' "$(tail -n 1 out)" "{\"index\":1,\"offset\":221,$second"
+same 'jsonl, second line' "$(tail -n 1 out)" "{\"index\":1,\"offset\":221,$second\"log\"}"
 same 'jsonl, lines and messages' "$(lines out) $(lines err)" '2 0'
 expect 0 decode -o jsonl records
-same 'records, second line' "$(tail -n 1 out)" "{\"index\":1,\"offset\":157,$second"
+same 'records, second line' "$(tail -n 1 out)" "{\"index\":1,\"offset\":157,$second\"records\"}"
+expect 0 decode -o jsonl --payload always - <log
+same 'standard input, payload' "$(tail -n 1 out)" \
+  "{\"index\":1,\"offset\":221,${second/null/'"68656C6C6F"'}null}"
 expect 0 decode -o line log
 same 'line' "$(head -n 1 out)" "Enclosure Ser#: 'ENC7', Card Ser#: 'CTLÿ', Slot: 2, Log Instance # 3,\
  Sequence ID=1, Timestamp=16909060, Source: 'OB0', Category: 'Device', EventType=3, EventID: '513',\
@@ -78,6 +104,25 @@ expect 0 decode log
 same 'text' "$(grep -c '^Event type:        Error (3)$' out) $(grep -c '^  Hex: 68656C6C6F$' out)" '2 2'
 expect 0 decode -o jsonl log records
 same 'each file counts anew' "$(grep -c '^{"index":0,"offset":0,' out)" 2
+
+expect 0 decode log records
+same 'headings' "$(grep -n '^==> ' out | tr '\n' ' ')" '1:==> log <== 40:==> records <== '
+for when in 'always 1' 'never 0' 'auto 0'; do
+  expect 0 decode --color "${when% *}" log
+  same "colour ${when% *}" "$(grep -c $'\033' out | sed 's/[1-9].*/1/')" "${when#* }"
+done
+
+# Control characters, in a file and on a terminal
+{ message 1 | sed 's/ENC7/\x1b\n\xc2\x9b/'; } >hostile
+expect 0 decode -o line hostile
+same 'escaped' "$(lines out) $(grep -cF "'\\x1B\\x0A\\x9B'" out)" '1 1'
+expect 0 decode -o line --exact hostile
+same 'exact' "$(lines out) $(grep -c $'\033' out)" '2 1'
+for form in '-o line --exact' '-o line' '-o jsonl' '-o text --color never' '-o jsonl --trace'; do
+  script -qec "${tool[*]} decode $form hostile" /dev/null </dev/null >out 2>err
+  same "$form on a terminal" "$(LC_ALL=C grep -c $'\033\|\302\233' out)" 0
+  [ -s out ] || fail "$form on a terminal: no output"
+done
 
 # Bad input
 expect 3 decode -o jsonl truncated

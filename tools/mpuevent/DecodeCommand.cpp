@@ -10,40 +10,43 @@
 #include <system_error>
 
 #include "EventDecoder.h"
-#include "EventForm.h"
-#include "Numbers.h"
 #include "Output.h"
 #include "TraceLines.h"
+#include "forms/EventForm.h"
+#include "forms/Numbers.h"
 #include "log/input/InputFile.h"
 
 namespace mpuevent::tool {
 
 namespace {
 
-bool colourWanted() {
+bool colourWanted(Colour colour) {
+  if (colour != Colour::automatic) return colour == Colour::always;
   const char* noColour = std::getenv("NO_COLOR");
   const char* terminal = std::getenv("TERM");
   return ::isatty(STDOUT_FILENO) != 0 && (noColour == nullptr || *noColour == '\0') &&
          terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
-std::unique_ptr<EventForm> makeForm(OutputForm form) {
-  switch (form) {
+std::unique_ptr<EventForm> makeForm(const DecodeOptions& options) {
+  switch (options.output) {
     case OutputForm::line:
-      return makeLineForm();
+      // A serial number must not command the terminal.
+      return makeLineForm(options.exact && ::isatty(STDOUT_FILENO) == 0);
     case OutputForm::jsonl:
-      return makeJsonForm();
+      return makeJsonForm(options.payload);
     case OutputForm::text:
       break;
   }
-  return makeTextForm(colourWanted());
+  return makeTextForm(options.payload, colourWanted(options.colour));
 }
 
 class DecodeRun {
  public:
   explicit DecodeRun(const DecodeOptions& options)
-      : input_(options.input), form_(makeForm(options.output)) {
+      : input_(options.input.form), form_(makeForm(options)) {
     if (options.trace) trace_.emplace();
+    if (options.output != OutputForm::line) fields_.emplace();
   }
 
   void decodeFile(const std::string& file) {
@@ -61,6 +64,9 @@ class DecodeRun {
         input_,
         [&](std::uint64_t offset, std::string_view reason) { damage(name, offset, reason); });
 
+    const std::optional<std::string_view> given =
+        file == "-" ? std::nullopt : std::optional<std::string_view>(file);
+    if (several_) form_->beginFile(name);
     log::LogUnit unit;
     std::uint64_t index = 0;
     for (; reader.next(unit); ++index) {
@@ -70,7 +76,7 @@ class DecodeRun {
                    " bytes is longer than an envelope holds, the bytes after the first " +
                    std::to_string(EventDecoder::longestRecord) + " are left out");
       }
-      write(unit, index);
+      write(given, unit, index);
     }
     wroteAny_ = wroteAny_ || index != 0;
     if (reader.readError() != 0) {
@@ -81,32 +87,38 @@ class DecodeRun {
     }
   }
 
+  /// The events of each file are told to be its own.
+  void expectSeveral(bool several) { several_ = several; }
+
   ExitCode finish() {
     output_.close();
     if (failed_) return ExitCode::failed;
     if (damaged_) return inputDamaged;
-    return wroteAny_ ? decodedAll : nothingSelected;
+    return wroteAny_ ? decodedAll : nothingDecoded;
   }
 
  private:
-  void write(const log::LogUnit& unit, std::uint64_t index) {
+  void write(std::optional<std::string_view> file, const log::LogUnit& unit, std::uint64_t index) {
     const std::unique_ptr<Pegasus::Quarn_Event> event = decoder_.decode(unit);
     if (trace_ && trace_->any()) {
       output_.flush();
       trace_->passOn();
     }
-    form_->write({index, unit.offset, unit.record, decoder_.className(*event), *event},
+    form_->write({file, index, unit.offset, unit.record, EventDecoder::className(*event), *event,
+                  fields_ ? &*fields_ : nullptr},
                  output_.text());
-    output_.commit();
+    output_.flushIfLarge();
   }
 
   void damage(const std::string& name, std::uint64_t offset, std::string_view reason) {
     damaged_ = true;
-    std::string message = name + ": offset ";
+    TextBuffer message;
+    message += name;
+    message += ": offset ";
     appendHex(message, offset);
     message += ": ";
     message += reason;
-    report(message);
+    report(message.view());
   }
 
   // Where both go to the same place, a message comes after the events before it.
@@ -118,8 +130,10 @@ class DecodeRun {
   const log::LogForm input_;
   const std::unique_ptr<EventForm> form_;
   std::optional<TraceLines> trace_;
+  std::optional<Pegasus::FieldRecorder> fields_;  // of the event decoded last
   EventDecoder decoder_;
   Output output_;
+  bool several_ = false;
   bool wroteAny_ = false;
   bool failed_ = false;
   bool damaged_ = false;
@@ -129,7 +143,9 @@ class DecodeRun {
 
 ExitCode decode(const DecodeOptions& options) {
   DecodeRun run(options);
-  for (const std::string& file : options.files) run.decodeFile(file);
+  run.expectSeveral(options.input.files.size() > 1);
+  for (const std::string& file : options.input.files) run.decodeFile(file);
+  if (options.input.files.empty()) run.decodeFile("-");
   return run.finish();
 }
 

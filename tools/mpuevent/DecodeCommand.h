@@ -1,16 +1,27 @@
 #ifndef MPUEVENT_TOOL_DECODECOMMAND_H
 #define MPUEVENT_TOOL_DECODECOMMAND_H
 
-#include "Options.h"
+#include "ExitCode.h"
+#include "InputOptions.h"
+#include "forms/EventForm.h"
 
 namespace mpuevent::tool {
 
-enum ExitCode : int {
-  decodedAll = 0,
-  nothingSelected = 1,
-  failed = 2,  ///< wrong usage, input not readable, output not writable
-  inputDamaged = 3,
+enum class OutputForm { text, line, jsonl };
+enum class Colour { automatic, always, never };
+
+/// `mpuevent decode`.
+struct DecodeOptions {
+  InputOptions input;
+  OutputForm output = OutputForm::text;
+  ShowPayload payload = ShowPayload::automatic;
+  Colour colour = Colour::automatic;
+  bool exact = false;
+  bool trace = false;
 };
+
+/// The options must last until the command has been parsed.
+void addDecodeOptions(CLI::App& command, DecodeOptions& options);
 
 /// Writes the events of the files to standard output and what is wrong to standard error. Throws
 /// what Output throws; what has been written by then stays.

@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <system_error>
 
-#include "Utf8.h"
+#include "forms/Utf8.h"
 
 namespace mpuevent::tool {
 
@@ -38,7 +38,7 @@ void throwIf(int error) {
 
 void Output::flush() {
   written_ = written_ || !text_.empty();
-  const int error = writeAll(STDOUT_FILENO, text_);
+  const int error = writeAll(STDOUT_FILENO, text_.view());
   text_.clear();
   throwIf(error);
 }
@@ -54,10 +54,11 @@ void writeToStandardError(std::string_view text) {
 }
 
 void complain(std::string_view message) {
-  std::string line = "mpuevent: ";
+  TextBuffer line;
+  line += "mpuevent: ";
   appendVisible(line, message);
   line += '\n';
-  writeToStandardError(line);
+  writeToStandardError(line.view());
 }
 
 }  // namespace mpuevent::tool

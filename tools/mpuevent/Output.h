@@ -1,8 +1,10 @@
 #ifndef MPUEVENT_TOOL_OUTPUT_H
 #define MPUEVENT_TOOL_OUTPUT_H
 
-#include <string>
+#include <cstddef>
 #include <string_view>
+
+#include "forms/TextBuffer.h"
 
 namespace mpuevent::tool {
 
@@ -13,21 +15,20 @@ struct ClosedPipe {};
 /// must be ignored), and `std::system_error` for any other failure.
 class Output {
  public:
-  /// Text to be written, for the caller to append to; call commit() now and then.
-  std::string& text() { return text_; }
+  /// Text to be written, for the caller to append to; call flushIfLarge() now and then.
+  TextBuffer& text() { return text_; }
 
-  /// Writes what is there if it is much.
-  void commit() {
-    if (text_.size() >= enough) flush();
+  void flushIfLarge() {
+    if (text_.size() >= large) flush();
   }
   void flush();
   /// Flushes, and closes standard output, which may be when a failure shows.
   void close();
 
  private:
-  static constexpr std::string::size_type enough = std::string::size_type{128} << 10;
+  static constexpr std::size_t large = std::size_t{128} << 10;
 
-  std::string text_;
+  TextBuffer text_;
   bool written_ = false;
 };
 

@@ -4,19 +4,18 @@
 #include <system_error>
 #include <variant>
 
-#include "DecodeCommand.h"
-#include "Options.h"
+#include "CommandLine.h"
 #include "Output.h"
 
 namespace {
 
 using namespace mpuevent::tool;
 
-ExitCode run(const DecodeOptions& options) { return decode(options); }
+ExitCode run(const Command& command) { return command(); }
 
 ExitCode run(const Answer& answer) {
   Output output;
-  output.text() += answer.text;
+  output.text() += std::string_view(answer.text);
   output.close();
   return decodedAll;
 }
@@ -25,7 +24,7 @@ ExitCode run(const UsageError& error) {
   if (error.reason.empty()) {
     writeToStandardError(error.help);
   } else {
-    complain(error.reason + "; see 'mpuevent --help'");
+    complain(error.reason + (error.reason.back() == '?' ? "" : "; see 'mpuevent --help'"));
   }
   return failed;
 }

@@ -2,25 +2,39 @@
 
 #include <utility>
 
+#include "EventDecoder.h"
+
 namespace mpuevent::tool {
 
 namespace {
 
-// Where a record holds the codes that a decoded event keeps as words only.
+// Where a record holds the lengths and codes that a decoded event does not keep as they are.
+constexpr std::size_t kStructLengthAt = 144;
 constexpr std::size_t kSourceAt = 146;
+constexpr std::size_t kEventTypeAt = 147;
 constexpr std::size_t kCategoryAt = 148;
 constexpr std::size_t kIdVersionAt = 149;
 constexpr std::size_t kIdAt = 150;
 
+unsigned u16At(std::span<const unsigned char> record, std::size_t at) {
+  return unsigned{record[at]} << 8 | record[at + 1];
+}
+
 }  // namespace
 
 // Unlike the other texts, which the event holds, this one is made anew for every caller.
-std::string_view EventFacts::eventTypeText(Pegasus::Quarn_Event& event) {
+PaddedView EventFacts::eventTypeText(Pegasus::Quarn_Event& event) {
   const unsigned code = std::as_const(event).getEventType();
   const auto known = eventTypes_.find(code);
   return known != eventTypes_.end()
              ? known->second
-             : eventTypes_.emplace(code, Utf8Text().assign(event.getEventType())).first->second;
+             : eventTypes_.emplace(code, eventTypeTexts_[code].assign(event.getEventType()))
+                   .first->second;
+}
+
+bool EventFacts::payloadWanted() const {
+  if (showPayload_ != ShowPayload::automatic) return showPayload_ == ShowPayload::always;
+  return body_.empty() || !lengthsAgree() || recordLength_ > EventDecoder::longestRecord;
 }
 
 void EventFacts::read(const DecodedEvent& decoded) {
@@ -44,12 +58,31 @@ void EventFacts::read(const DecodedEvent& decoded) {
   category_ = utf8(event.getCategory());
   eventTypeCode_ = std::as_const(event).getEventType();
   eventType_ = eventTypeText(event);
-  eventCode_ = unsigned{record[kIdAt]} << 8 | record[kIdAt + 1];
+  eventCode_ = u16At(record, kIdAt);
   eventIdVersion_ = record[kIdVersionAt];
   eventId_ = utf8(event.getEventID());
   summary_ = utf8(event.getSummary());
-  body_ = utf8(event.getBody());
-  bodyParses_ = fields_.parse(body_);
+  const Pegasus::String body = event.getBody();
+  body_ = utf8(body);
+  fieldsKnown_ = decoded.fields != nullptr && decoded.fields->isComplete();
+  if (fieldsKnown_) fields_.take(*decoded.fields, body_, body.size());
+
+  rawEventType_ = record[kEventTypeAt];
+  recordLength_ = record.size();
+  structLength_ = u16At(record, kStructLengthAt);
+  payload_.reset();
+  if (payloadWanted()) payload_ = record.subspan(headerSize);
+  readFile(decoded.file);
+}
+
+// Converted when another file begins.
+void EventFacts::readFile(std::optional<std::string_view> file) {
+  if (!file) {
+    file_.reset();
+  } else if (!file_ || fileBytes_ != *file) {
+    fileBytes_ = *file;
+    file_ = fileText_.assignBytes(fileBytes_);
+  }
 }
 
 }  // namespace mpuevent::tool

@@ -1,0 +1,31 @@
+#ifndef MPUEVENT_TOOL_CHOICE_H
+#define MPUEVENT_TOOL_CHOICE_H
+
+#include <CLI/CLI.hpp>
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <utility>
+
+namespace mpuevent::tool {
+
+/// Adds an option that is one of a few words, each with a value for `chosen`.
+template <typename Value>
+CLI::Option* addChoice(CLI::App& command, const std::string& name, Value& chosen,
+                       std::initializer_list<std::pair<const std::string, Value>> words,
+                       const std::string& description) {
+  std::set<std::string> allowed;
+  for (const auto& [word, value] : words) allowed.insert(word);
+  return command
+      .add_option_function<std::string>(
+          name,
+          [&chosen, values = std::map<std::string, Value>(words)](const std::string& word) {
+            chosen = values.at(word);
+          },
+          description)
+      ->check(CLI::IsMember(allowed).description(""));
+}
+
+}  // namespace mpuevent::tool
+
+#endif

@@ -1,0 +1,133 @@
+#include "CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <system_error>
+
+#include "DecodeCommand.h"
+
+namespace mpuevent::tool {
+
+namespace {
+
+constexpr char kFooter[] = "'mpuevent help COMMAND' tells of a command's options.";
+constexpr char kExitCodes[] = R"(
+Exit codes:
+  0  everything was decoded
+  1  there was nothing to decode
+  2  wrong usage, or a file could not be read or the output not be written
+  3  damage in a file; all that could be decoded was written
+)";
+
+constexpr std::size_t kHelpColumn = 26;
+
+/// The commands and, once parsed, the one that was chosen.
+class CommandLine {
+ public:
+  CommandLine() {
+    app_.footer(kFooter);
+    addHelpFlags(app_);
+    add("decode", "Write the events of logs in readable form", decode_, addDecodeOptions, decode);
+    CLI::App* help = add("help", "Tell of the program, or of a command");
+    help->add_option("COMMAND", helpTopic_, "The command to tell of")->type_name("");
+    help->callback([this] { answerHelp(); });
+    // A file may be named like a command.
+    app_.require_subcommand(0, 1);
+  }
+
+  std::variant<Command, Answer, UsageError> parse(int argc, const char* const* argv) {
+    if (argc < 2) return UsageError{{}, help(app_)};
+    try {
+      app_.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+      const auto chosen = app_.get_subcommands();
+      return Answer{help(chosen.empty() ? app_ : *chosen.front())};
+    } catch (const CLI::CallForVersion& version) {
+      return Answer{version.what() + std::string("\n")};
+    } catch (const CLI::ParseError& error) {
+      return UsageError{reasonOf(error, argv[1]), help(app_)};
+    }
+    if (answer_) return *answer_;
+    if (command_) return command_;
+    return UsageError{{}, help(app_)};
+  }
+
+ private:
+  static void addHelpFlags(CLI::App& app) {
+    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.set_version_flag("-V,--version", "mpuevent " MPUEVENT_VERSION,
+                         "Print the version and exit");
+    app.get_formatter()->column_width(kHelpColumn);
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.get_formatter()->label("Positionals", "Arguments");
+    app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  }
+
+  CLI::App* add(const std::string& name, const std::string& description) {
+    CLI::App* command = app_.add_subcommand(name, description);
+    addHelpFlags(*command);
+    command->group("Commands");
+    return command;
+  }
+
+  template <typename Options>
+  void add(const std::string& name, const std::string& description, Options& options,
+           void (*addOptions)(CLI::App&, Options&), ExitCode (*run)(const Options&)) {
+    CLI::App* command = add(name, description);
+    addOptions(*command, options);
+    command->callback(
+        [this, &options, run] { command_ = [options, run] { return run(options); }; });
+  }
+
+  std::string help(const CLI::App& command) const {
+    const std::string name =
+        &command == &app_ ? app_.get_name() : app_.get_name() + " " + command.get_name();
+    std::string text = command.get_formatter()->make_help(&command, name, {}) + kExitCodes;
+    for (std::size_t at = 0; (at = text.find("\n\n\n", at)) != std::string::npos;) {
+      text.erase(at, 1);
+    }
+    return text;
+  }
+
+  void answerHelp() {
+    if (helpTopic_.empty()) {
+      answer_ = Answer{help(app_)};
+      return;
+    }
+    const auto named = app_.get_subcommands(
+        [this](const CLI::App* command) { return command->get_name() == helpTopic_; });
+    if (named.empty()) throw CLI::ValidationError("no command '" + helpTopic_ + "'");
+    answer_ = Answer{help(*named.front())};
+  }
+
+  // Most likely `decode` was forgotten, if the first argument may be a file or an option of it.
+  std::string reasonOf(const CLI::ParseError& error, const std::string& first) const {
+    if (!app_.get_subcommands().empty()) return error.what();
+    const bool option = first.size() > 1 && first.front() == '-';
+    const bool decodes =
+        option ? app_.get_subcommand("decode")->get_option_no_throw(
+                     first.substr(0, first.find('='))) != nullptr
+               : first.find_first_of("./-") != std::string::npos || std::filesystem::exists(first);
+    if (decodes) {
+      return (option ? "no option '" : "no command '") + first +
+             "'; did you mean 'mpuevent decode " + first + (option ? " ...'?" : "'?");
+    }
+    return option ? error.what() : "no command '" + first + "'";
+  }
+
+  CLI::App app_{"Decodes the event logs of a storage controller.", "mpuevent"};
+  DecodeOptions decode_;
+  std::string helpTopic_;
+  Command command_;
+  std::optional<Answer> answer_;
+};
+
+}  // namespace
+
+std::variant<Command, Answer, UsageError> parseArguments(int argc, const char* const* argv) {
+  return CommandLine().parse(argc, argv);
+}
+
+}  // namespace mpuevent::tool

@@ -1,0 +1,70 @@
+#include "Choice.h"
+#include "DecodeCommand.h"
+
+namespace mpuevent::tool {
+
+namespace {
+
+constexpr char kFooter[] = R"(Input forms:
+  messages   64-byte CMAP header and record, back to back
+  records    raw records of 152 + evStructLength bytes, back to back
+  auto       what the bytes look like
+
+Output forms:
+  text       one block of labelled lines an event
+  line       one line an event, as the library prints it
+  jsonl      one JSON object an event and line; "fields" is the Body taken apart
+
+Examples:
+  mpuevent decode array.cmap
+  mpuevent decode -o jsonl array.cmap |
+    jq -c 'select(.event_type == "Error") | .summary'
+  ssh array cat /var/log/events | mpuevent decode --input records -)";
+
+}  // namespace
+
+void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
+  command.footer(kFooter);
+  addInputOptions(command, options.input);
+  addChoice<OutputForm>(
+      command, "-o,--output", options.output,
+      {
+          {"text",  OutputForm::text },
+          {"line",  OutputForm::line },
+          {"jsonl", OutputForm::jsonl}
+  },
+      "text (default), line or jsonl")
+      ->type_name("FORM")
+      ->group("Output");
+  addChoice<ShowPayload>(command, "--payload", options.payload,
+                         {
+                             {"auto",   ShowPayload::automatic},
+                             {"always", ShowPayload::always   },
+                             {"never",  ShowPayload::never    }
+  },
+                         "The payload in hex: auto (default; if the\n"
+                         "decoder shows nothing of it or the lengths\n"
+                         "disagree), always or never")
+      ->type_name("WHEN")
+      ->group("Output");
+  command
+      .add_flag("--exact", options.exact,
+                "Lines to the letter, control characters and all,\n"
+                "unless they go to a terminal")
+      ->group("Output");
+  addChoice<Colour>(
+      command, "--color", options.colour,
+      {
+          {"auto",   Colour::automatic},
+          {"always", Colour::always   },
+          {"never",  Colour::never    }
+  },
+      "Coloured text: auto (default; on a terminal),\n"
+      "always or never")
+      ->type_name("WHEN")
+      ->group("Output");
+  command.add_flag("--trace", options.trace, "The library's trace lines, on standard error")
+      ->group("Output");
+}
+
+}  // namespace mpuevent::tool

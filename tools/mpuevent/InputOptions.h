@@ -1,0 +1,26 @@
+#ifndef MPUEVENT_TOOL_INPUTOPTIONS_H
+#define MPUEVENT_TOOL_INPUTOPTIONS_H
+
+#include <string>
+#include <vector>
+
+#include "log/framing/LogReader.h"
+
+namespace CLI {
+class App;
+}
+
+namespace mpuevent::tool {
+
+/// What every command that reads logs is told of them.
+struct InputOptions {
+  std::vector<std::string> files;
+  log::LogForm form = log::LogForm::automatic;
+};
+
+/// The options must last until the command has been parsed.
+void addInputOptions(CLI::App& command, InputOptions& options);
+
+}  // namespace mpuevent::tool
+
+#endif

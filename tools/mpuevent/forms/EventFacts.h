@@ -1,0 +1,121 @@
+#ifndef MPUEVENT_TOOL_EVENTFACTS_H
+#define MPUEVENT_TOOL_EVENTFACTS_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "BodyFields.h"
+#include "EventForm.h"
+#include "FactKey.h"
+#include "PaddedView.h"
+#include "Utf8.h"
+
+namespace mpuevent::tool {
+
+/// What the forms tell of an event: one list for all of them, so that they tell the same under the
+/// same names. Made to be used again for event after event.
+class EventFacts {
+ public:
+  explicit EventFacts(ShowPayload payload) : showPayload_(payload) {}
+
+  /// What `decoded` refers to must last as long as the facts are asked for.
+  void read(const DecodedEvent& decoded);
+
+  /// Gives the facts to `form`, in order. Those of the event, before its Body:
+  /// - `number(key, number)`
+  /// - `offset(key, number)`
+  /// - `text(key, utf8)`: a PaddedView or a view
+  /// - `coded(codeKey, code, wordKey, word)`: a code and its word.
+  template <typename Form>
+  void describeEvent(Form& form) const {
+    form.number("index"_key, index_);
+    form.offset("offset"_key, offset_);
+    form.text("decoder"_key, decoder_);
+    form.text("enclosure_serial"_key, enclosureSerial_);
+    form.text("controller_serial"_key, controllerSerial_);
+    form.number("controller_slot"_key, controllerSlot_);
+    form.number("log_instance"_key, logInstance_);
+    form.number("sequence_id"_key, sequenceId_);
+    form.number("timestamp"_key, timestamp_);
+    form.coded("source_code"_key, sourceCode_, "source"_key, source_);
+    form.coded("category_code"_key, categoryCode_, "category"_key, category_);
+    form.coded("event_type_code"_key, eventTypeCode_, "event_type"_key, eventType_);
+    form.number("event_code"_key, eventCode_);
+    form.number("event_id_version"_key, eventIdVersion_);
+    form.text("event_id"_key, eventId_);
+    form.text("summary"_key, summary_);
+  }
+  /// The Body: `body(key, utf8, fieldsKey, fields)`, the fields null if the Body was not recorded
+  /// or has more than elements.
+  template <typename Form>
+  void describeBody(Form& form) const {
+    form.body("body"_key, body_, "fields"_key, fieldsKnown_ ? &fields_ : nullptr);
+  }
+  /// The record:
+  /// - `detail(key, number, telling)`: not telling if the facts before it tell it already
+  /// - `payload(key, bytes)`: none if it is not to be shown
+  /// - `file(key, utf8)`: none for standard input.
+  template <typename Form>
+  void describeRecord(Form& form) const {
+    const bool lengthsDiffer = !lengthsAgree();
+    form.detail("raw_event_type"_key, rawEventType_, rawEventType_ != eventTypeCode_);
+    form.detail("record_length"_key, recordLength_, lengthsDiffer);
+    form.detail("struct_length"_key, structLength_, lengthsDiffer);
+    form.payload("payload"_key, payload_);
+    form.file("file"_key, file_);
+  }
+
+ private:
+  static constexpr std::size_t headerSize = 152;
+
+  bool lengthsAgree() const { return recordLength_ == headerSize + structLength_; }
+  PaddedView eventTypeText(Pegasus::Quarn_Event& event);
+  void readFile(std::optional<std::string_view> file);
+  bool payloadWanted() const;
+
+  const ShowPayload showPayload_;
+
+  std::uint64_t index_ = 0;
+  std::uint64_t offset_ = 0;
+  std::string_view decoder_;
+  PaddedView enclosureSerial_;
+  PaddedView controllerSerial_;
+  unsigned controllerSlot_ = 0;
+  unsigned logInstance_ = 0;
+  unsigned sequenceId_ = 0;
+  unsigned timestamp_ = 0;
+  unsigned sourceCode_ = 0;
+  PaddedView source_;
+  unsigned categoryCode_ = 0;
+  PaddedView category_;
+  unsigned eventTypeCode_ = 0;
+  PaddedView eventType_;
+  unsigned eventCode_ = 0;
+  unsigned eventIdVersion_ = 0;
+  PaddedView eventId_;
+  PaddedView summary_;
+  PaddedView body_;
+  unsigned rawEventType_ = 0;
+  std::size_t recordLength_ = 0;
+  std::size_t structLength_ = 0;
+  std::optional<std::span<const unsigned char>> payload_;
+  std::optional<PaddedView> file_;
+
+  std::array<Utf8Text, 7> texts_;
+  std::map<unsigned, Utf8Text> eventTypeTexts_;  // of the codes seen so far
+  std::map<unsigned, PaddedView> eventTypes_;    // the texts in them
+  std::string fileBytes_;                        // what fileText_ was made of
+  Utf8Text fileText_;
+  BodyFields fields_;
+  bool fieldsKnown_ = false;
+};
+
+}  // namespace mpuevent::tool
+
+#endif

@@ -1,0 +1,60 @@
+#ifndef MPUEVENT_TOOL_EVENTFORM_H
+#define MPUEVENT_TOOL_EVENTFORM_H
+
+#include <MPUEvent/FieldRecorder.h>
+#include <MPUEvent/Quarn_Event.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "TextBuffer.h"
+
+namespace mpuevent::tool {
+
+/// One event and where it came from. Everything is the caller's.
+struct DecodedEvent {
+  std::optional<std::string_view> file;   ///< its name as given, in any bytes; none: standard input
+  std::uint64_t index;                    ///< in its file, from 0
+  std::uint64_t offset;                   ///< of its message or record in the file
+  std::span<const unsigned char> record;  ///< 152 bytes or more
+  std::string_view decoder;               ///< name of the event's class
+  Pegasus::Quarn_Event& event;
+  const Pegasus::FieldRecorder* fields;  ///< what was recorded of the event; null: nothing
+};
+
+/// When the payload of a record is shown in hex.
+enum class ShowPayload {
+  automatic,  ///< when the decoder shows nothing of it, or it is not as long as the record says
+  always,
+  never,
+};
+
+/// A way to write events, one after another.
+class EventForm {
+ public:
+  EventForm() = default;
+  EventForm(const EventForm&) = delete;
+  EventForm& operator=(const EventForm&) = delete;
+  virtual ~EventForm() = default;
+
+  /// The events that follow are those of the file named, one of several.
+  virtual void beginFile(std::string_view /*name*/) {}
+  /// Appends the event to `to`.
+  virtual void write(const DecodedEvent& decoded, TextBuffer& to) = 0;
+};
+
+/// A block of labelled lines for people, blank lines between the blocks, and a heading a file.
+/// `coloured` is for terminals.
+std::unique_ptr<EventForm> makeTextForm(ShowPayload payload, bool coloured);
+/// The event's `str()` and a line end; control characters in it are shown as in text unless it is
+/// to be `exact`.
+std::unique_ptr<EventForm> makeLineForm(bool exact);
+/// One JSON object a line.
+std::unique_ptr<EventForm> makeJsonForm(ShowPayload payload);
+
+}  // namespace mpuevent::tool
+
+#endif

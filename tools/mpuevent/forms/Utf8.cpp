@@ -1,0 +1,166 @@
+#include "Utf8.h"
+
+#include <Pegasus/Common/Exception.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+#include "Numbers.h"
+
+namespace mpuevent::tool {
+
+namespace {
+
+using Pegasus::Char16;
+
+constexpr std::size_t kLargestUnitWidth = 3;
+constexpr char32_t kReplacement = 0xFFFD;
+
+constexpr bool isHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+constexpr bool isLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
+char* put(char* to, char32_t code) {
+  const auto tail = [code](int shift) { return static_cast<char>(0x80 | (code >> shift & 0x3F)); };
+  if (code < 0x80) {
+    *to++ = static_cast<char>(code);
+  } else if (code < 0x800) {
+    *to++ = static_cast<char>(0xC0 | code >> 6);
+    *to++ = tail(0);
+  } else if (code < 0x10000) {
+    *to++ = static_cast<char>(0xE0 | code >> 12);
+    *to++ = tail(6);
+    *to++ = tail(0);
+  } else {
+    *to++ = static_cast<char>(0xF0 | code >> 18);
+    *to++ = tail(12);
+    *to++ = tail(6);
+    *to++ = tail(0);
+  }
+  return to;
+}
+
+constexpr int kBlock = 16;
+
+// Whether a block of units is ASCII; it is then copied. A loop of fixed length over units of its
+// own: this becomes vector code.
+bool copyAsciiBlock(char* to, const Char16* from) {
+  std::array<std::uint16_t, kBlock> units;
+  std::copy_n(from, kBlock, units.begin());
+  std::array<char, kBlock> bytes;
+  unsigned seen = 0;
+  for (std::size_t i = 0; i < kBlock; ++i) {
+    seen |= units[i];
+    bytes[i] = static_cast<char>(units[i]);
+  }
+  std::copy_n(bytes.begin(), kBlock, to);
+  return seen < 0x80;
+}
+
+}  // namespace
+
+PaddedView Utf8Text::assign(const Pegasus::String& text) {
+  const std::size_t size = text.size();
+  if (const std::size_t enough = size * kLargestUnitWidth + PaddedView::padding;
+      room_.size() < enough) {
+    room_.resize(enough);
+  }
+  char* to = room_.data();
+  const Char16* from = text.getChar16Data();
+  const Char16* const end = from + size;
+  for (;;) {
+    for (; end - from >= kBlock && copyAsciiBlock(to, from); from += kBlock) to += kBlock;
+    while (from != end && std::uint16_t{*from} < 0x80) {
+      *to++ = static_cast<char>(std::uint16_t{*from++});
+    }
+    if (from == end) break;
+    const char32_t unit = std::uint16_t{*from++};
+    if (isHighSurrogate(unit) && from != end && isLowSurrogate(std::uint16_t{*from})) {
+      to = put(to, 0x10000 + ((unit - 0xD800) << 10) + (std::uint16_t{*from++} - 0xDC00U));
+    } else {
+      to = put(to, isHighSurrogate(unit) || isLowSurrogate(unit) ? kReplacement : unit);
+    }
+  }
+  return PaddedView({room_.data(), static_cast<std::size_t>(to - room_.data())});
+}
+
+PaddedView Utf8Text::assignBytes(std::string_view bytes) {
+  try {
+    return assign({bytes.data(), static_cast<Pegasus::Uint32>(bytes.size())});
+  } catch (const Pegasus::Exception&) {
+    std::vector<Char16> units;
+    for (const char byte : bytes) units.emplace_back(static_cast<unsigned char>(byte));
+    return assign({units.data(), static_cast<Pegasus::Uint32>(units.size())});
+  }
+}
+
+std::size_t Utf8Cursor::advanceTo(std::size_t unit) {
+  for (; unit_ < unit && byte_ < utf8_.size(); ++unit_) {
+    const auto lead = static_cast<unsigned char>(utf8_[byte_]);
+    byte_ += lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    if (lead >= 0xF0) ++unit_;  // a pair of surrogates
+  }
+  return byte_;
+}
+
+namespace {
+
+// Whether a block is ASCII with nothing to show in another way; it is copied.
+bool copyVisibleBlock(char* to, const char* from) {
+  std::array<signed char, PaddedView::padding> block;
+  std::memcpy(block.data(), from, block.size());
+  unsigned char found = 0;
+  for (const signed char byte : block) {
+    found = static_cast<unsigned char>(found | (byte < 0x20) | (byte == 0x7F));
+  }
+  std::memcpy(to, block.data(), block.size());
+  return found == 0;
+}
+
+constexpr std::size_t kLongestShown = 4;  // "\\x0A"
+
+// Shows what begins at `at`; returns how many bytes that was. Room for kLongestShown must be there.
+std::size_t showCharacter(char*& to, std::string_view utf8, std::size_t at) {
+  const auto byte = static_cast<unsigned char>(utf8[at]);
+  const unsigned next = at + 1 < utf8.size() ? static_cast<unsigned char>(utf8[at + 1]) : 0;
+  const bool lateControl = byte == 0xC2 && next >= 0x80 && next < 0xA0;  // U+0080 to U+009F
+  if (byte >= 0x20 && byte != 0x7F && !lateControl) {
+    *to++ = utf8[at];
+    return 1;
+  }
+  *to++ = '\\';
+  *to++ = 'x';
+  to = writeHexByte(to, lateControl ? static_cast<unsigned char>(next) : byte);
+  return lateControl ? 2 : 1;
+}
+
+}  // namespace
+
+void appendVisible(TextBuffer& to, PaddedView utf8) {
+  constexpr std::size_t block = PaddedView::padding;
+  const std::string_view text = utf8;
+  for (std::size_t at = 0; at < text.size();) {
+    char* place = to.reserve(block * kLongestShown);
+    const std::size_t count = std::min(block, text.size() - at);
+    if (copyVisibleBlock(place, text.data() + at)) {
+      at += count;
+      place += count;
+    } else {
+      for (const std::size_t end = at + count; at < end;) at += showCharacter(place, text, at);
+    }
+    to.advanceTo(place);
+  }
+}
+
+void appendVisible(TextBuffer& to, std::string_view utf8) {
+  for (std::size_t at = 0; at < utf8.size();) {
+    char* place = to.reserve(kLongestShown);
+    at += showCharacter(place, utf8, at);
+    to.advanceTo(place);
+  }
+}
+
+}  // namespace mpuevent::tool

@@ -1,0 +1,54 @@
+#ifndef MPUEVENT_TOOL_UTF8_H
+#define MPUEVENT_TOOL_UTF8_H
+
+#include <Pegasus/Common/String.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "PaddedView.h"
+#include "TextBuffer.h"
+
+namespace mpuevent::tool {
+
+/// A text in UTF-8, always valid. Made to be used again for text after text; each view is valid
+/// until the next call.
+class Utf8Text {
+ public:
+  /// Half a surrogate pair becomes U+FFFD.
+  PaddedView assign(const Pegasus::String& text);
+  /// UTF-8 if the bytes are that, else each byte as the Latin-1 character of its number.
+  PaddedView assignBytes(std::string_view bytes);
+
+ private:
+  std::string room_;
+};
+
+/// Finds the bytes of 16-bit units in the UTF-8 that a text of them became, going forward only.
+class Utf8Cursor {
+ public:
+  /// `units` is how many there are.
+  Utf8Cursor(std::string_view utf8, std::size_t units)
+      : utf8_(utf8), ascii_(utf8.size() == units) {}
+
+  /// Where the unit at `unit` begins, or the text's end; no less than the unit asked for before.
+  std::size_t byteOf(std::size_t unit) { return ascii_ ? unit : advanceTo(unit); }
+
+ private:
+  std::size_t advanceTo(std::size_t unit);
+
+  std::string_view utf8_;
+  bool ascii_;
+  std::size_t unit_ = 0;
+  std::size_t byte_ = 0;
+};
+
+/// Appends UTF-8 text with control characters shown as \x0A, also those of U+0080 to U+009F, so
+/// that it stays on its line and cannot command a terminal.
+void appendVisible(TextBuffer& to, PaddedView utf8);
+void appendVisible(TextBuffer& to, std::string_view utf8);
+
+}  // namespace mpuevent::tool
+
+#endif

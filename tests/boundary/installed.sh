@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
-# installed.sh BUILD CXX SCRATCH: installs the build into a fresh prefix, moves that away, and
-# builds and runs a C++11 program against it, once with find_package, once with pkg-config.
+# installed.sh BUILD CXX SCRATCH OPTION...: installs the build into a fresh prefix, moves that away,
+# and builds and runs a C++11 program against it, once with find_package (the options are cmake's),
+# once with pkg-config.
 set -euo pipefail
 build=$1 cxx=$2 scratch=$3
+shift 3
 unset PEGASUS_ROOT PEGASUS_HOME PEGASUS_PLATFORM LD_LIBRARY_PATH # the installed files know
 sources=$(cd "$(dirname "$0")/../consumer" && pwd)
 rm -rf "$scratch"
@@ -14,7 +16,7 @@ mv "$scratch/first" "$prefix"
 libraries=$(dirname "$(find "$prefix" -name libMPUEvent.so)")
 
 cmake -G Ninja -S "$sources" -B "$scratch/cmake" -DCMAKE_CXX_COMPILER="$cxx" \
-  -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_FLAGS='-Wall -Wextra -Wpedantic -Werror'
+  -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_FLAGS='-Wall -Wextra -Wpedantic -Werror' "$@"
 cmake --build "$scratch/cmake"
 "$scratch/cmake/consumer"
 

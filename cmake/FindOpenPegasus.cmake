@@ -2,9 +2,9 @@
 #
 # Looked at, in this order: the cache variables OpenPegasus_INCLUDE_DIR and
 # OpenPegasus_{pegcommon,pegprovider,pegclient,pegquerycommon}_LIBRARY; the directories
-# OpenPegasus_HINTS; PEGASUS_ROOT (sources, or an
-# installation prefix) and PEGASUS_HOME (build output), as cache or environment variables; the
-# system's paths. PEGASUS_PLATFORM names the platform (LINUX_X86_64_GNU by default on x86-64).
+# OpenPegasus_HINTS; PEGASUS_ROOT (sources, or an installation prefix) and PEGASUS_HOME (build
+# output), as cache or environment variables; the system's paths. PEGASUS_PLATFORM names the
+# platform (LINUX_X86_64_GNU by default on x86-64).
 #
 # Defines the target OpenPegasus::OpenPegasus, and OpenPegasus_LIBRARY_DIR.
 
@@ -31,8 +31,8 @@ endif()
 find_path(OpenPegasus_INCLUDE_DIR Pegasus/Common/Config.h
   HINTS ${OpenPegasus_HINTS} ${PEGASUS_ROOT}/src ${PEGASUS_ROOT}/include)
 set(libraries "")
-# libpegprovider needs the last two. A program that names them finds them where it finds the others,
-# also where libpegprovider itself does not say where they are.
+# libpegprovider needs the last two. Who names them finds them where the others are, also where
+# libpegprovider itself does not say where that is.
 foreach(library IN ITEMS pegprovider pegcommon pegclient pegquerycommon)
   find_library(OpenPegasus_${library}_LIBRARY NAMES ${library} lib${library}.so.1
     HINTS ${OpenPegasus_HINTS}
@@ -54,4 +54,5 @@ if(OpenPegasus_FOUND AND NOT TARGET OpenPegasus::OpenPegasus)
   target_compile_definitions(OpenPegasus::OpenPegasus
     INTERFACE PEGASUS_PLATFORM_${PEGASUS_PLATFORM})
   target_link_libraries(OpenPegasus::OpenPegasus INTERFACE ${libraries})
+  target_link_options(OpenPegasus::OpenPegasus INTERFACE LINKER:--no-as-needed)
 endif()

@@ -21,16 +21,20 @@ constexpr Field headFields[] = {
 constexpr Field qmirField[] = {
     {"QMIR", 0, Width::u32, Format::hexUpper8}
 };
-constexpr RecordLayout qmir = {4, qmirField};
+constexpr RecordLayout qmir = {
+    {4, qmirField}
+};
 
 // The key goes into both tags as it is, with its blank and its equals sign.
 constexpr Field intStatField[] = {
     {"INT_STAT =", 0, Width::u32, Format::hexUpper8}
 };
-constexpr RecordLayout intStat = {4, intStatField};
+constexpr RecordLayout intStat = {
+    {4, intStatField}
+};
 
 void writeFile(BodyWriter& body, const DataArea& data, NameBuffer& name) {
-  body.element("File", copyAssertText(data, name));
+  body.element("File", overwriteName(data, name));
 }
 
 constexpr Carried file(writeFile);
@@ -67,10 +71,6 @@ constexpr EventRow mmsgEvents[] = {
     {11, "MMSG Invalid MMSG",  mmsg   },
 };
 
-constexpr EventRow evlEvents[] = {
-    {anyNumber, "EVL Error", nothing},
-};
-
 constexpr EventRow assertEvents[] = {
     {anyNumber, "ASSERT Error", file},
 };
@@ -83,7 +83,7 @@ constexpr EventRow dmaEvents[] = {
     {502, "MIP8P p32 Xcore Interrupt",  intStat},
 };
 
-// No class leads to these two tables.
+// No class leads to this table, nor to `mathEvents`.
 constexpr EventRow databaseEvents[] = {
     {2,  "Database ENOMEM",        nothing},
     {8,  "Database Overflow",      nothing},
@@ -91,27 +91,23 @@ constexpr EventRow databaseEvents[] = {
 };
 static_assert(rising(databaseEvents, &EventRow::number));
 
-constexpr EventRow mathEvents[] = {
-    {anyNumber, "MATH Error", nothing},
-};
-
 constexpr std::span<const EventRow> noEvents;
 
 constexpr EventClass classes[] = {
-    {"MIP Task Event",                         managementEvents}, // 1
-    {"MIP Unknown Event",                      noEvents        }, // 2
-    {"MIP ISR Event",                          isrEvents       }, // 3
-    {"MIP Startup Task Event",                 startupEvents   }, // 4
-    {"MIP Unknown Event",                      noEvents        }, // 5
-    {"MIP Management Message Event",           mmsgEvents      }, // 6
-    {"MIP Redundant Controller Process Event", noEvents        }, // 7
-    {"MIP EVL Event",                          evlEvents       }, // 8
-    {"MIP Resource Assert Event",              assertEvents    }, // 9
-    {"MIP Unknown Event",                      noEvents        }, // 10
-    {"MIP Unknown Event",                      noEvents        }, // 11
-    {"MIP DMA Event",                          dmaEvents       }, // 12
+    {1,  "MIP Task Event",                         managementEvents},
+    {2,  "MIP Unknown Event",                      noEvents        },
+    {3,  "MIP ISR Event",                          isrEvents       },
+    {4,  "MIP Startup Task Event",                 startupEvents   },
+    {5,  "MIP Unknown Event",                      noEvents        },
+    {6,  "MIP Management Message Event",           mmsgEvents      },
+    {7,  "MIP Redundant Controller Process Event", noEvents        },
+    {8,  "MIP EVL Event",                          evlEvents       },
+    {9,  "MIP Resource Assert Event",              assertEvents    },
+    {10, "MIP Unknown Event",                      noEvents        },
+    {11, "MIP Unknown Event",                      noEvents        },
+    {12, "MIP DMA Event",                          dmaEvents       },
 };
-static_assert(eventsRise(classes));
+static_assert(classesRise(classes));
 
 /// Sets Summary and returns the Body.
 String decode(Quarn_Event& event, const EventPayload& payload) {
@@ -126,7 +122,7 @@ String decode(Quarn_Event& event, const EventPayload& payload) {
 }
 
 /// Writes the elements and a NUL, and returns the place of the NUL.
-char* append(BodyWriter elements, char* place) {
+char* copyTerminated(BodyWriter elements, char* place) {
   if (place == nullptr) return nullptr;
   elements.tellElements();
   const std::string_view text = elements.view();
@@ -136,16 +132,11 @@ char* append(BodyWriter elements, char* place) {
 }
 
 BodyWriter ofClass(std::span<const EventRow> events, Quarn_Event& event, const MIP_EVL* payload) {
-  BodyWriter body(Separator::blank);
-  if (payload == nullptr) return body;
-  event.setSummary(writeEvent(body, EventPayload::trusting(payload), events));
-  return body;
+  return classBody(Separator::blank, event, events, payload);
 }
 
 BodyWriter ofRecord(const RecordLayout& layout, const void* record) {
-  BodyWriter body(Separator::blank);
-  writeRecord(body, DataArea(RecordView(record, layout.size), 0), 0, layout);
-  return body;
+  return recordBody(Separator::blank, layout, record);
 }
 
 }  // namespace
@@ -173,41 +164,41 @@ String MIP8P_Event::get_MIP8P_event_body(const EmpEvLogMsg_s* record) {
 }
 
 char* MIP8P_Event::get_MIP8P_management_class_event_body(MIP_EVL* payload, char* place) {
-  return append(ofClass(managementEvents, *this, payload), place);
+  return copyTerminated(ofClass(managementEvents, *this, payload), place);
 }
 char* MIP8P_Event::get_MIP8P_isr_class_event_body(MIP_EVL* payload, char* place) {
-  return append(ofClass(isrEvents, *this, payload), place);
+  return copyTerminated(ofClass(isrEvents, *this, payload), place);
 }
 char* MIP8P_Event::get_MIP8P_startup_class_event_body(MIP_EVL* payload, char* place) {
-  return append(ofClass(startupEvents, *this, payload), place);
+  return copyTerminated(ofClass(startupEvents, *this, payload), place);
 }
 char* MIP8P_Event::get_MIP8P_mmsg_class_event_body(MIP_EVL* payload, char* place) {
-  return append(ofClass(mmsgEvents, *this, payload), place);
+  return copyTerminated(ofClass(mmsgEvents, *this, payload), place);
 }
 char* MIP8P_Event::get_MIP8P_evl_class_event_body(MIP_EVL* payload, char* place) {
-  return append(ofClass(evlEvents, *this, payload), place);
+  return copyTerminated(ofClass(evlEvents, *this, payload), place);
 }
 char* MIP8P_Event::get_MIP8P_assert_class_event_body(MIP_EVL* payload, char* place) {
-  return append(ofClass(assertEvents, *this, payload), place);
+  return copyTerminated(ofClass(assertEvents, *this, payload), place);
 }
 char* MIP8P_Event::get_MIP8P_dma_class_event_body(MIP_EVL* payload, char* place) {
-  return append(ofClass(dmaEvents, *this, payload), place);
+  return copyTerminated(ofClass(dmaEvents, *this, payload), place);
 }
 char* MIP8P_Event::get_MIP8P_database_class_event_body(MIP_EVL* payload, char* place) {
-  return append(ofClass(databaseEvents, *this, payload), place);
+  return copyTerminated(ofClass(databaseEvents, *this, payload), place);
 }
 char* MIP8P_Event::get_MIP8P_math_class_event_body(MIP_EVL* payload, char* place) {
-  return append(ofClass(mathEvents, *this, payload), place);
+  return copyTerminated(ofClass(mathEvents, *this, payload), place);
 }
 
 char* MIP8P_Event::get_MIP8P_lwsem_event_body(const MIP_EVL_LWSEM* record, char* place) {
-  return append(ofRecord(lwsem, record), place);
+  return copyTerminated(ofRecord(lwsem, record), place);
 }
 char* MIP8P_Event::get_MIP8P_mmsg_event_body(const MIP_EVL_MMSG* record, char* place) {
-  return append(ofRecord(mmsg, record), place);
+  return copyTerminated(ofRecord(mmsg, record), place);
 }
 char* MIP8P_Event::get_MIP8P_msa_event_body(const MIP_EVL_MSA_Q_EVENT* record, char* place) {
-  return append(ofRecord(msa, record), place);
+  return copyTerminated(ofRecord(msa, record), place);
 }
 
 }  // namespace Pegasus

@@ -17,7 +17,7 @@ const EventRow* eventOf(std::span<const EventRow> events, std::uint32_t number) 
 }  // namespace
 
 const EventClass* classOf(std::span<const EventClass> classes, std::uint32_t number) {
-  return number >= 1 && number <= classes.size() ? &classes[number - 1] : nullptr;
+  return findRow(classes, &EventClass::number, number);
 }
 
 Pegasus::String writeEvent(BodyWriter& body, const EventPayload& payload,
@@ -36,11 +36,25 @@ Pegasus::String writeEvent(BodyWriter& body, const EventPayload& payload,
   return toString(name.data());
 }
 
-std::string_view copyAssertText(const DataArea& data, NameBuffer& name) {
+std::string_view overwriteName(const DataArea& data, NameBuffer& name) {
   const std::size_t length = std::min<std::size_t>(data.length, name.size() - 1);
   const std::string_view text = data.bytes(0, length);
   std::copy(text.begin(), text.end(), name.begin());
   return name.data();
+}
+
+BodyWriter classBody(Separator separator, Pegasus::Quarn_Event& event,
+                     std::span<const EventRow> events, const void* payload) {
+  BodyWriter body(separator);
+  if (payload == nullptr) return body;
+  event.setSummary(writeEvent(body, EventPayload::trusting(payload), events));
+  return body;
+}
+
+BodyWriter recordBody(Separator separator, const RecordLayout& layout, const void* record) {
+  BodyWriter body(separator);
+  writeRecord(body, DataArea(RecordView(record, layout.size), 0), 0, layout);
+  return body;
 }
 
 }  // namespace mpuevent::iomgr

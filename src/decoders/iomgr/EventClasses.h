@@ -1,8 +1,9 @@
 #ifndef DECODERS_IOMGR_EVENTCLASSES_H
 #define DECODERS_IOMGR_EVENTCLASSES_H
 
-#include <Pegasus/Common/String.h>
+#include <MPUEvent/Quarn_Event.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -69,18 +70,21 @@ struct EventRow {
 inline constexpr std::uint32_t anyNumber = 0xFFFFFFFF;
 
 struct EventClass {
+  std::uint32_t number;
   std::string_view eventId;
   std::span<const EventRow> events;  ///< ascending; empty if the class shows nothing
 };
 
-/// The class of this number, which counts from 1, or null.
+/// The class of this number, or null.
 const EventClass* classOf(std::span<const EventClass> classes, std::uint32_t number);
 
-/// Whether every class has its events in the order that lookups need: for a `static_assert`.
-constexpr bool eventsRise(std::span<const EventClass> classes) {
-  return std::all_of(classes.begin(), classes.end(), [](const EventClass& eventClass) {
-    return rising(eventClass.events, &EventRow::number);
-  });
+/// Whether the classes, and the events of each, have the order that lookups need: for a
+/// `static_assert`.
+constexpr bool classesRise(std::span<const EventClass> classes) {
+  return rising(classes, &EventClass::number) &&
+         std::all_of(classes.begin(), classes.end(), [](const EventClass& eventClass) {
+           return rising(eventClass.events, &EventRow::number);
+         });
 }
 
 /// Writes the name of the payload's event, as `Request_Type`, and what the event carries. Returns
@@ -88,9 +92,27 @@ constexpr bool eventsRise(std::span<const EventClass> classes) {
 Pegasus::String writeEvent(BodyWriter& body, const EventPayload& payload,
                            std::span<const EventRow> events);
 
-/// Copies an assert's data over the name and returns the text that stands there then. The copy is
-/// not terminated: behind a short text the rest of the name shows.
-std::string_view copyAssertText(const DataArea& data, NameBuffer& name);
+/// Copies an assert's data over the name and returns the text that stands there then. The copy has
+/// no NUL of its own: behind a short text the rest of the name shows.
+std::string_view overwriteName(const DataArea& data, NameBuffer& name);
+
+// What the exported functions for one class and for one record write. A null pointer writes
+// nothing; all that a payload or record should have is trusted to be there.
+
+/// The payload's event as one of `events`, whatever class the payload names. Sets Summary.
+BodyWriter classBody(Separator separator, Pegasus::Quarn_Event& event,
+                     std::span<const EventRow> events, const void* payload);
+/// A record by itself.
+BodyWriter recordBody(Separator separator, const RecordLayout& layout, const void* record);
+
+// The events that both decoders have.
+
+inline constexpr EventRow evlEvents[] = {
+    {anyNumber, "EVL Error", nothing},
+};
+inline constexpr EventRow mathEvents[] = {
+    {anyNumber, "MATH Error", nothing},
+};
 
 }  // namespace mpuevent::iomgr
 

@@ -28,19 +28,13 @@ BodyWriter decode(Quarn_Event& event, const EventPayload& payload) {
   return body;
 }
 
-/// The same for the class of this number alone, whatever the payload says.
-BodyWriter ofClass(std::size_t number, Quarn_Event& event, const IOMGR_EVL* payload) {
-  BodyWriter body(Separator::none);
-  if (payload == nullptr) return body;
-  const std::span<const EventRow> events = iomgrClasses[number - 1].events;
-  event.setSummary(writeEvent(body, EventPayload::trusting(payload), events));
-  return body;
+/// The same for one class, whatever the payload says.
+BodyWriter ofClass(IomgrClass number, Quarn_Event& event, const IOMGR_EVL* payload) {
+  return classBody(Separator::none, event, classOf(iomgrClasses, number)->events, payload);
 }
 
 BodyWriter ofRecord(const RecordLayout& layout, const void* record) {
-  BodyWriter body(Separator::none);
-  writeRecord(body, DataArea(RecordView(record, layout.size), 0), 0, layout);
-  return body;
+  return recordBody(Separator::none, layout, record);
 }
 
 /// For records that others of the same payload may follow.
@@ -53,7 +47,7 @@ BodyWriter ofRun(const RecordLayout& layout, const IOMGR_EVL* payload, const voi
   return body;
 }
 
-char* append(QuarnEvent& event, BodyWriter entries, char* place) {
+char* appendToBody(QuarnEvent& event, BodyWriter entries, char* place) {
   appendEntries(event, std::move(entries));
   return place;
 }
@@ -82,158 +76,158 @@ void IOMGR8P_Event::get_IOMGR8P_event_body(const EmpEvLogMsg_s* record) {
 }
 
 char* IOMGR8P_Event::get_IOMGR8P_manager_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(1, *this, payload), place);
+  return appendToBody(*this, ofClass(managerClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_rebuild_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(2, *this, payload), place);
+  return appendToBody(*this, ofClass(rebuildClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_reconfig_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(3, *this, payload), place);
+  return appendToBody(*this, ofClass(reconfigClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_bbscan_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(4, *this, payload), place);
+  return appendToBody(*this, ofClass(bbscanClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_xoe_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(5, *this, payload), place);
+  return appendToBody(*this, ofClass(xoeClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_error_recovery_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(6, *this, payload), place);
+  return appendToBody(*this, ofClass(errorRecoveryClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_metadata_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(7, *this, payload), place);
+  return appendToBody(*this, ofClass(metadataClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_isurpproc_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(8, *this, payload), place);
+  return appendToBody(*this, ofClass(isurpprocClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_drpproc_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(9, *this, payload), place);
+  return appendToBody(*this, ofClass(drpprocClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_bg_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(10, *this, payload), place);
+  return appendToBody(*this, ofClass(bgClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_database_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(11, *this, payload), place);
+  return appendToBody(*this, ofClass(databaseClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_isr_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(12, *this, payload), place);
+  return appendToBody(*this, ofClass(isrClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_startup_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(13, *this, payload), place);
+  return appendToBody(*this, ofClass(startupClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_sv_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(14, *this, payload), place);
+  return appendToBody(*this, ofClass(svClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_dlm_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(15, *this, payload), place);
+  return appendToBody(*this, ofClass(dlmClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_crc_init_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(16, *this, payload), place);
+  return appendToBody(*this, ofClass(crcInitClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_parity_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(17, *this, payload), place);
+  return appendToBody(*this, ofClass(parityClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_parity_init_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(18, *this, payload), place);
+  return appendToBody(*this, ofClass(parityInitClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_parity_error_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(19, *this, payload), place);
+  return appendToBody(*this, ofClass(parityErrorClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_parity_scan_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(20, *this, payload), place);
+  return appendToBody(*this, ofClass(parityScanClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_parity_rebuild_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(21, *this, payload), place);
+  return appendToBody(*this, ofClass(parityRebuildClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_micro_rebuild_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(22, *this, payload), place);
+  return appendToBody(*this, ofClass(microRebuildClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_volume_init_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(23, *this, payload), place);
+  return appendToBody(*this, ofClass(volumeInitClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_mmsg_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(24, *this, payload), place);
+  return appendToBody(*this, ofClass(mmsgClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_rcp_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(25, *this, payload), place);
+  return appendToBody(*this, ofClass(rcpClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_fe_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(26, *this, payload), place);
+  return appendToBody(*this, ofClass(feClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_carve_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(27, *this, payload), place);
+  return appendToBody(*this, ofClass(carveClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_bg_sys_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(28, *this, payload), place);
+  return appendToBody(*this, ofClass(bgSysClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_macro_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(29, *this, payload), place);
+  return appendToBody(*this, ofClass(macroClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_evl_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(30, *this, payload), place);
+  return appendToBody(*this, ofClass(evlClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_assert_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(31, *this, payload), place);
+  return appendToBody(*this, ofClass(assertClass, *this, payload), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_math_class_event_body(IOMGR_EVL* payload, char* place) {
-  return append(*this, ofClass(32, *this, payload), place);
+  return appendToBody(*this, ofClass(mathClass, *this, payload), place);
 }
 
 char* IOMGR8P_Event::get_IOMGR8P_lwsem_event_body(const IOMGR_EVL_LWSEM* record, char* place) {
-  return append(*this, ofRecord(records::lwsem, record), place);
+  return appendToBody(*this, ofRecord(records::lwsem, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_isurp_event_body(const IOMGR_EVL_ISURP* record, char* place) {
-  return append(*this, ofRecord(records::isurp, record), place);
+  return appendToBody(*this, ofRecord(records::isurp, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_drp_event_body(const IOMGR_EVL_DRP* record, char* place) {
-  return append(*this, ofRecord(records::drp, record), place);
+  return appendToBody(*this, ofRecord(records::drp, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_vt_event_body(const IOMGR_EVL_VT* record, char* place) {
-  return append(*this, ofRecord(records::vt, record), place);
+  return appendToBody(*this, ofRecord(records::vt, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_ext_event_body(const IOMGR_EVL_EXT* record, char* place) {
-  return append(*this, ofRecord(records::ext, record), place);
+  return appendToBody(*this, ofRecord(records::ext, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_mmsg_event_body(const IOMGR_EVL_MMSG* record, char* place) {
-  return append(*this, ofRecord(records::mmsg, record), place);
+  return appendToBody(*this, ofRecord(records::mmsg, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_dib_event_body(const IOMGR_EVL_DIB* record, char* place) {
-  return append(*this, ofRecord(records::dib, record), place);
+  return appendToBody(*this, ofRecord(records::dib, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_sgt_event_body(const IOMGR_EVL_SGT* record, char* place) {
-  return append(*this, ofRecord(records::sgt, record), place);
+  return appendToBody(*this, ofRecord(records::sgt, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_bcd_event_body(const IOMGR_EVL_BCD* record, char* place) {
-  return append(*this, ofRecord(records::bcd, record), place);
+  return appendToBody(*this, ofRecord(records::bcd, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_rcd_event_body(const IOMGR_EVL_RCD* record, char* place) {
-  return append(*this, ofRecord(records::rcd, record), place);
+  return appendToBody(*this, ofRecord(records::rcd, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_rbt_event_body(const IOMGR_EVL_RBT* record, char* place) {
-  return append(*this, ofRecord(records::rbt, record), place);
+  return appendToBody(*this, ofRecord(records::rbt, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_dlm_event_body(const IOMGR_EVL_DLM* record, char* place) {
-  return append(*this, ofRecord(records::dlm, record), place);
+  return appendToBody(*this, ofRecord(records::dlm, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_msa_event_body(const IOMGR_EVL_MSA_Q_EVENT* record, char* place) {
-  return append(*this, ofRecord(records::msa, record), place);
+  return appendToBody(*this, ofRecord(records::msa, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_fer_event_body(const IOMGR_EVL_FER* record, char* place) {
-  return append(*this, ofRecord(records::fer, record), place);
+  return appendToBody(*this, ofRecord(records::fer, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_vbgt_event_body(const IOMGR_EVL_VBGT* record, char* place) {
-  return append(*this, ofRecord(records::vbgt, record), place);
+  return appendToBody(*this, ofRecord(records::vbgt, record), place);
 }
 char* IOMGR8P_Event::get_IOMGR8P_ndfe_event_body(const IOMGR_EVL_NDFE* record, char* place) {
-  return append(*this, ofRecord(records::ndfe, record), place);
+  return appendToBody(*this, ofRecord(records::ndfe, record), place);
 }
 
 char* IOMGR8P_Event::dump_volume(const IOMGR_EVL* payload, char* place,
                                  const IOMGR_EVL_VT* volume) {
-  return append(*this, ofRun(records::volume, payload, volume), place);
+  return appendToBody(*this, ofRun(records::volume, payload, volume), place);
 }
 char* IOMGR8P_Event::dump_sgt_list(const IOMGR_EVL* payload, char* place,
                                    const IOMGR_EVL_SGT* first) {
-  return append(*this, ofRun(records::sgtList, payload, first), place);
+  return appendToBody(*this, ofRun(records::sgtList, payload, first), place);
 }
 
 }  // namespace Pegasus

@@ -1,6 +1,6 @@
 #include "decoders/iomgr/classes.h"
 
-#include "event/Text.h"
+#include "event/Entry.h"
 
 namespace mpuevent::iomgr {
 
@@ -8,18 +8,11 @@ namespace {
 
 using namespace records;
 
-/// `File`, as `addEntry` writes it: a lone backslash at the end turns into a period.
-void writeFileEntry(BodyWriter& body, const DataArea& data, NameBuffer& name) {
-  std::string_view text = copyAssertText(data, name);
-  const bool repaired = endsInLoneBackslash(text);
-  if (repaired) text.remove_suffix(1);
-  body.openElement("File");
-  body.text(text);
-  if (repaired) body.character('.');
-  body.closeElement("File");
+void writeFile(BodyWriter& body, const DataArea& data, NameBuffer& name) {
+  writeEntry(body, "File", overwriteName(data, name));
 }
 
-constexpr Carried file(writeFileEntry);
+constexpr Carried file(writeFile);
 
 // The names are the firmware's, slips of spelling included.
 
@@ -307,54 +300,46 @@ constexpr EventRow macroEvents[] = {
     {anyNumber, "Macro MQX Event", lwsem},
 };
 
-constexpr EventRow evlEvents[] = {
-    {anyNumber, "EVL Error", nothing},
-};
-
 constexpr EventRow assertEvents[] = {
     {anyNumber, "ASSERT Error", file},
-};
-
-constexpr EventRow mathEvents[] = {
-    {anyNumber, "MATH Error", nothing},
 };
 
 }  // namespace
 
 constexpr EventClass iomgrClasses[] = {
-    {"I/O Manager Event",                  managerEvents      }, // 1
-    {"Rebuild Task Event",                 rebuildEvents      }, // 2
-    {"Reconfigure Task Event",             reconfigEvents     }, // 3
-    {"Bad Block Scan Task Event",          bbscanEvents       }, // 4
-    {"XOR Engine Event",                   xoeEvents          }, // 5
-    {"Error Recovery Event",               errorRecoveryEvents}, // 6
-    {"VMH Task Event",                     metadataEvents     }, // 7
-    {"ISURP ProcessEvent",                 isurpprocEvents    }, // 8
-    {"DRP Process Event",                  drpprocEvents      }, // 9
-    {"Background Task Event",              bgEvents           }, // 10
-    {"Database Event",                     databaseEvents     }, // 11
-    {"ISR Event",                          isrEvents          }, // 12
-    {"Startup Task Event",                 startupEvents      }, // 13
-    {"Storage Virtualization Event",       svEvents           }, // 14
-    {"Diskline Metadata Event",            dlmEvents          }, // 15
-    {"CRC Initialize Task Event",          crcInitEvents      }, // 16
-    {"Parity Volume Event",                parityEvents       }, // 17
-    {"Parity Initialize Task Event",       parityInitEvents   }, // 18
-    {"Parity Error Task Event",            parityErrorEvents  }, // 19
-    {"Parity Scan Task Event",             parityScanEvents   }, // 20
-    {"Parity Rebuild Task Event",          parityRebuildEvents}, // 21
-    {"Micro Rebuild Task Event",           microRebuildEvents }, // 22
-    {"Volume Initialize Task Event",       volumeInitEvents   }, // 23
-    {"Management Message Event",           mmsgEvents         }, // 24
-    {"Redundant Controller Process Event", rcpEvents          }, // 25
-    {"Forced Error Event",                 feEvents           }, // 26
-    {"Resource Carving Event",             carveEvents        }, // 27
-    {"Background System Task Event",       bgSysEvents        }, // 28
-    {"Macro Task Event",                   macroEvents        }, // 29
-    {"EVL Event",                          evlEvents          }, // 30
-    {"Resource Assert Event",              assertEvents       }, // 31
-    {"Unknown Event",                      mathEvents         }, // 32 has no EventID of its own
+    {managerClass,       "I/O Manager Event",                  managerEvents      },
+    {rebuildClass,       "Rebuild Task Event",                 rebuildEvents      },
+    {reconfigClass,      "Reconfigure Task Event",             reconfigEvents     },
+    {bbscanClass,        "Bad Block Scan Task Event",          bbscanEvents       },
+    {xoeClass,           "XOR Engine Event",                   xoeEvents          },
+    {errorRecoveryClass, "Error Recovery Event",               errorRecoveryEvents},
+    {metadataClass,      "VMH Task Event",                     metadataEvents     },
+    {isurpprocClass,     "ISURP ProcessEvent",                 isurpprocEvents    },
+    {drpprocClass,       "DRP Process Event",                  drpprocEvents      },
+    {bgClass,            "Background Task Event",              bgEvents           },
+    {databaseClass,      "Database Event",                     databaseEvents     },
+    {isrClass,           "ISR Event",                          isrEvents          },
+    {startupClass,       "Startup Task Event",                 startupEvents      },
+    {svClass,            "Storage Virtualization Event",       svEvents           },
+    {dlmClass,           "Diskline Metadata Event",            dlmEvents          },
+    {crcInitClass,       "CRC Initialize Task Event",          crcInitEvents      },
+    {parityClass,        "Parity Volume Event",                parityEvents       },
+    {parityInitClass,    "Parity Initialize Task Event",       parityInitEvents   },
+    {parityErrorClass,   "Parity Error Task Event",            parityErrorEvents  },
+    {parityScanClass,    "Parity Scan Task Event",             parityScanEvents   },
+    {parityRebuildClass, "Parity Rebuild Task Event",          parityRebuildEvents},
+    {microRebuildClass,  "Micro Rebuild Task Event",           microRebuildEvents },
+    {volumeInitClass,    "Volume Initialize Task Event",       volumeInitEvents   },
+    {mmsgClass,          "Management Message Event",           mmsgEvents         },
+    {rcpClass,           "Redundant Controller Process Event", rcpEvents          },
+    {feClass,            "Forced Error Event",                 feEvents           },
+    {carveClass,         "Resource Carving Event",             carveEvents        },
+    {bgSysClass,         "Background System Task Event",       bgSysEvents        },
+    {macroClass,         "Macro Task Event",                   macroEvents        },
+    {evlClass,           "EVL Event",                          evlEvents          },
+    {assertClass,        "Resource Assert Event",              assertEvents       },
+    {mathClass,          "Unknown Event",                      mathEvents         }, // no EventID of its own
 };
-static_assert(eventsRise(iomgrClasses));
+static_assert(classesRise(iomgrClasses));
 
 }  // namespace mpuevent::iomgr

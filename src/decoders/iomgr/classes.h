@@ -1,11 +1,48 @@
 #ifndef DECODERS_IOMGR_CLASSES_H
 #define DECODERS_IOMGR_CLASSES_H
 
+#include <cstdint>
+
 #include "decoders/iomgr/EventClasses.h"
 
 namespace mpuevent::iomgr {
 
-/// The I/O manager's event classes; the first is class 1.
+/// The event classes of the I/O manager.
+enum IomgrClass : std::uint32_t {
+  managerClass = 1,
+  rebuildClass = 2,
+  reconfigClass = 3,
+  bbscanClass = 4,
+  xoeClass = 5,
+  errorRecoveryClass = 6,
+  metadataClass = 7,
+  isurpprocClass = 8,
+  drpprocClass = 9,
+  bgClass = 10,
+  databaseClass = 11,
+  isrClass = 12,
+  startupClass = 13,
+  svClass = 14,
+  dlmClass = 15,
+  crcInitClass = 16,
+  parityClass = 17,
+  parityInitClass = 18,
+  parityErrorClass = 19,
+  parityScanClass = 20,
+  parityRebuildClass = 21,
+  microRebuildClass = 22,
+  volumeInitClass = 23,
+  mmsgClass = 24,
+  rcpClass = 25,
+  feClass = 26,
+  carveClass = 27,
+  bgSysClass = 28,
+  macroClass = 29,
+  evlClass = 30,
+  assertClass = 31,
+  mathClass = 32,
+};
+
 extern const EventClass iomgrClasses[32];
 
 }  // namespace mpuevent::iomgr

@@ -1,5 +1,9 @@
 #include "decoders/iomgr/records.h"
 
+#include <algorithm>
+
+#include "event/Lists.h"
+
 namespace mpuevent::iomgr {
 
 namespace {
@@ -215,87 +219,126 @@ constexpr Field volumeNumberField[] = {
     {"Volume_Number", 0, u32, hexUpper8}
 };
 
+constexpr Layout region = {20, regionFields};
+constexpr List regions = {76, region.size, 20};
+
 /// The regions of a device information block, up to the first without a type.
-void writeRegions(BodyWriter& body, const DataArea& data, std::size_t at) {
-  constexpr std::size_t start = 76;
-  constexpr std::size_t size = 20;
-  constexpr std::size_t count = 20;
-  for (std::size_t i = 0; i < count; ++i) {
-    const RecordView region = data.from(at + start + i * size, size);
-    if (region.u16(0) == 0) return;
-    writeFields(body, region, regionFields);
-  }
+void writeRegions(BodyWriter& body, RecordView dib) {
+  forEachEntry(dib, regions, [&](RecordView entry, std::uint32_t) {
+    if (entry.u16(0) == 0) return false;
+    writeFields(body, entry, region.rows);
+    return true;
+  });
 }
+
+constexpr Layout sgtEntry = {8, sgtEntryFields};
+constexpr List sgtEntries = {0, sgtEntry.size, 8};
 
 /// The entries of a scatter-gather table, up to the first without an address.
-void writeSgtEntries(BodyWriter& body, const DataArea& data, std::size_t at) {
-  constexpr std::size_t size = 8;
-  constexpr std::size_t count = 8;
-  for (std::size_t i = 0; i < count; ++i) {
-    const RecordView entry = data.from(at + i * size, size);
-    if (entry.u32(0) == 0) return;
-    writeFields(body, entry, sgtEntryFields);
-  }
+void writeSgtEntries(BodyWriter& body, RecordView sgt) {
+  forEachEntry(sgt, sgtEntries, [&](RecordView entry, std::uint32_t) {
+    if (entry.u32(0) == 0) return false;
+    writeFields(body, entry, sgtEntry.rows);
+    return true;
+  });
 }
 
-void writeDlmEntries(BodyWriter& body, const DataArea& data, std::size_t at) {
-  constexpr std::size_t start = 16;
-  constexpr std::size_t size = 44;
-  constexpr std::size_t count = 4;
-  for (std::size_t i = 0; i < count; ++i) {
-    writeFields(body, data.from(at + start + i * size, size), dlmEntryFields);
-  }
+constexpr Layout dlmEntry = {44, dlmEntryFields};
+
+void writeDlmEntries(BodyWriter& body, RecordView dlm) { writeList(body, dlm, 16, 4, dlmEntry); }
+
+/// Writes the fields and lists of a record, of which `record` holds what there is.
+void writeOwn(BodyWriter& body, RecordView record, const RecordLayout& layout) {
+  writeFields(body, record, layout.rows);
+  if (layout.writeLists != nullptr) layout.writeLists(body, record);
 }
 
 /// Writes records of one layout from `at` on, as long as they begin among the meaningful bytes
 /// and among those held; the last may reach beyond either.
 void writeRun(BodyWriter& body, const DataArea& data, std::size_t at, const RecordLayout& layout) {
-  for (; at < data.length && at < data.size(); at += layout.size) {
-    writeRecord(body, data, at, layout);
-  }
-}
-
-void writeExtents(BodyWriter& body, const DataArea& data, std::size_t at) {
-  writeRun(body, data, at + records::vt.size, records::ext);
-}
-
-void writeSgtList(BodyWriter& body, const DataArea& data, std::size_t at) {
-  writeRun(body, data, at, records::sgt);
+  const std::size_t end = std::min<std::size_t>(data.length, data.size());
+  if (at >= end) return;
+  const std::size_t count = (end - at - 1) / layout.size + 1;
+  forEachEntry(data, {at, layout.size, count}, [&](RecordView record, std::uint32_t) {
+    writeOwn(body, record, layout);
+    return true;
+  });
 }
 
 }  // namespace
 
 void writeRecord(BodyWriter& body, const DataArea& data, std::size_t at,
                  const RecordLayout& layout) {
-  writeFields(body, data.from(at, layout.size), layout.fields);
-  if (layout.writeRest != nullptr) layout.writeRest(body, data, at);
+  writeOwn(body, data.from(at, layout.size), layout);
+  if (layout.run != nullptr) writeRun(body, data, at + layout.size, *layout.run);
 }
 
 namespace records {
 
-constexpr RecordLayout lwsem = {8, lwsemFields};
-constexpr RecordLayout isurp = {28, isurpFields};
-constexpr RecordLayout drp = {40, drpFields};
-constexpr RecordLayout vt = {264, vtFields};
-constexpr RecordLayout ext = {80, extFields};
-constexpr RecordLayout mmsg = {20, mmsgFields};
-constexpr RecordLayout dib = {492, dibFields, writeRegions};
-constexpr RecordLayout sgt = {64, {}, writeSgtEntries};
-constexpr RecordLayout bcd = {52, bcdFields};
-constexpr RecordLayout rcd = {40, rcdFields};
-constexpr RecordLayout rbt = {32, rbtFields};
-constexpr RecordLayout dlm = {192, dlmFields, writeDlmEntries};
-constexpr RecordLayout msa = {32, msaFields};
-constexpr RecordLayout fer = {24, ferFields};
-constexpr RecordLayout vbgt = {32, vbgtFields};
-constexpr RecordLayout ndfe = {12, ndfeFields};
+constexpr RecordLayout lwsem = {
+    {8, lwsemFields}
+};
+constexpr RecordLayout isurp = {
+    {28, isurpFields}
+};
+constexpr RecordLayout drp = {
+    {40, drpFields}
+};
+constexpr RecordLayout vt = {
+    {264, vtFields}
+};
+constexpr RecordLayout ext = {
+    {80, extFields}
+};
+constexpr RecordLayout mmsg = {
+    {20, mmsgFields}
+};
+constexpr RecordLayout dib = {
+    {492, dibFields},
+    writeRegions
+};
+constexpr RecordLayout sgt = {Layout(64), writeSgtEntries};
+constexpr RecordLayout bcd = {
+    {52, bcdFields}
+};
+constexpr RecordLayout rcd = {
+    {40, rcdFields}
+};
+constexpr RecordLayout rbt = {
+    {32, rbtFields}
+};
+constexpr RecordLayout dlm = {
+    {192, dlmFields},
+    writeDlmEntries
+};
+constexpr RecordLayout msa = {
+    {32, msaFields}
+};
+constexpr RecordLayout fer = {
+    {24, ferFields}
+};
+constexpr RecordLayout vbgt = {
+    {32, vbgtFields}
+};
+constexpr RecordLayout ndfe = {
+    {12, ndfeFields}
+};
 
-constexpr RecordLayout volume = {vt.size, vtFields, writeExtents};
-constexpr RecordLayout sgtList = {sgt.size, {}, writeSgtList};
+constexpr RecordLayout volume = {
+    {vt.size, vtFields},
+    nullptr, &ext
+};
+constexpr RecordLayout sgtList = {Layout(0), nullptr, &sgt};
 
-constexpr RecordLayout interrupt = {4, interruptField};
-constexpr RecordLayout message = {4, messageField};
-constexpr RecordLayout volumeNumber = {4, volumeNumberField};
+constexpr RecordLayout interrupt = {
+    {4, interruptField}
+};
+constexpr RecordLayout message = {
+    {4, messageField}
+};
+constexpr RecordLayout volumeNumber = {
+    {4, volumeNumberField}
+};
 
 }  // namespace records
 

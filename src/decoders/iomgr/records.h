@@ -17,12 +17,13 @@ struct DataArea : RecordView {
   std::uint32_t length;
 };
 
-/// A record of fixed layout in a data area.
-struct RecordLayout {
-  std::size_t size;  ///< in bytes: a second record begins behind the first
-  std::span<const Field> fields;
-  /// What the elements of `fields` are followed by; null if nothing.
-  void (*writeRest)(BodyWriter& body, const DataArea& data, std::size_t at) = nullptr;
+/// A record in a data area: its size and rows, and what its elements are followed by.
+struct RecordLayout : Layout {
+  /// Writes the record's own lists; null if it has none. `record` holds its bytes alone.
+  void (*writeLists)(BodyWriter& body, RecordView record) = nullptr;
+  /// The records that stand behind this one, as many as begin among the meaningful bytes; null if
+  /// there are none.
+  const RecordLayout* run = nullptr;
 };
 
 /// Writes the elements of the record at `at` of the data area.
@@ -51,7 +52,7 @@ extern const RecordLayout ndfe;   ///< forced error, without a volume
 
 /// A volume table entry and the extents behind it, up to the end of the meaningful bytes.
 extern const RecordLayout volume;
-/// Scatter-gather tables, as many as begin before the end of the meaningful bytes.
+/// Nothing of its own, and the scatter-gather tables that begin where it does.
 extern const RecordLayout sgtList;
 
 // Plain words.

@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <charconv>
+#include <utility>
 
 #include "event/Text.h"
 
@@ -53,14 +54,15 @@ char* putLiteral(char* place, const char (&text)[size]) {
   return place + size - 1;
 }
 
-char* putOpening(char* place, std::string_view key) {
+[[gnu::always_inline]] inline char* putOpening(char* place, std::string_view key) {
   *place = '<';
   place = put(place + 1, key);
   *place = '>';
   return place + 1;
 }
 
-char* putClosing(char* place, std::string_view key, Separator behind) {
+[[gnu::always_inline]] inline char* putClosing(char* place, std::string_view key,
+                                               Separator behind) {
   place[0] = '<';
   place[1] = '/';
   place = put(place + 2, key);
@@ -202,7 +204,14 @@ ElementMarks& BodyWriter::marks() {
   return *marks_;
 }
 
-void BodyWriter::markElement(std::size_t start, std::string_view key) {
+/// `write` writes one element with this key. It does so as if nothing recorded: the way without a
+/// recorder has but one test to make.
+template <class Write>
+[[gnu::noinline, gnu::cold]] void BodyWriter::markElement(std::string_view key, Write write) {
+  const std::size_t start = size_;
+  Recording* const recording = std::exchange(recording_, nullptr);
+  write();
+  recording_ = recording;
   marks().add(start, key.size(), size_ - (separator_ == Separator::blank ? 1 : 0));
 }
 
@@ -226,26 +235,30 @@ void BodyWriter::number(Format format, std::uint64_t value) {
   endAt(putNumber(claim(longestNumber), format, value));
 }
 
-void BodyWriter::element(std::string_view key, std::string_view value) {
-  const std::size_t start = size_;
+[[gnu::noinline]] void BodyWriter::element(std::string_view key, std::string_view value) {
+  if (recording_ != nullptr) [[unlikely]] {
+    return markElement(key, [=, this] { element(key, value); });
+  }
   char* place = claim(tagSize(key) + value.size());
   endAt(putClosing(put(putOpening(place, key), value), key, separator_));
-  if (recording_ != nullptr) markElement(start, key);
 }
 
-void BodyWriter::element(std::string_view key, Format format, std::uint64_t value) {
-  const std::size_t start = size_;
+[[gnu::noinline]] void BodyWriter::element(std::string_view key, Format format,
+                                           std::uint64_t value) {
+  if (recording_ != nullptr) [[unlikely]] {
+    return markElement(key, [=, this] { element(key, format, value); });
+  }
   char* place = claim(tagSize(key) + longestNumber);
   endAt(putClosing(putNumber(putOpening(place, key), format, value), key, separator_));
-  if (recording_ != nullptr) markElement(start, key);
 }
 
-void BodyWriter::element(std::string_view key, Format format,
-                         std::initializer_list<std::uint32_t> words) {
-  const std::size_t start = size_;
+[[gnu::noinline]] void BodyWriter::element(std::string_view key, Format format,
+                                           std::initializer_list<std::uint32_t> words) {
+  if (recording_ != nullptr) [[unlikely]] {
+    return markElement(key, [=, this] { element(key, format, words); });
+  }
   char* place = claim(tagSize(key) + words.size() * longestWord);
   endAt(putClosing(putWords(putOpening(place, key), format, words), key, separator_));
-  if (recording_ != nullptr) markElement(start, key);
 }
 
 void BodyWriter::openTag(std::string_view key) {

@@ -102,7 +102,8 @@ class BodyWriter {
   void grow(std::size_t count);
   /// The elements so far; only while something records.
   ElementMarks& marks();
-  void markElement(std::size_t start, std::string_view key);
+  template <class Write>
+  void markElement(std::string_view key, Write write);
   /// The bytes claimed last end here.
   void endAt(const char* end) { size_ = static_cast<std::size_t>(end - buffer_.get()); }
   void openTag(std::string_view key);

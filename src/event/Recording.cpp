@@ -53,9 +53,12 @@ Recording* recordingOfThread() { return innermost; }
 }  // namespace detail
 
 void ElementMarks::add(std::size_t start, std::size_t keySize, std::size_t end) {
-  open(start, keySize);
+  const std::size_t valueStart = start + keySize + 2;
   constexpr std::size_t closingMarks = 3;  // "</" and ">"
-  close(end - keySize - closingMarks, end);
+  const std::size_t valueSize = end - keySize - closingMarks - valueStart;
+  fields_.push_back({unitCount(start), unitCount(end - start), unitCount(start + 1),
+                     unitCount(keySize), unitCount(valueStart), unitCount(valueSize), depth_,
+                     false});
 }
 
 void ElementMarks::open(std::size_t start, std::size_t keySize) {
@@ -98,6 +101,16 @@ void ElementMarks::moveTo(std::span<const Uint32> positions) {
     move(field.start, field.length);
     move(field.keyStart, field.keyLength);
     move(field.valueStart, field.valueLength);
+  }
+}
+
+void ElementMarks::moveInto(std::vector<RecordedField>& fields, Uint32 offset) {
+  if (fields.empty() && offset == 0) return fields.swap(fields_);
+  for (RecordedField field : fields_) {
+    field.start += offset;
+    field.keyStart += offset;
+    field.valueStart += offset;
+    fields.push_back(field);
   }
 }
 
@@ -182,14 +195,9 @@ void Recording::join(const String& text, Uint32 start) {
       ++at;
       continue;
     }
-    for (RecordedField field : piece->marks->fields()) {
-      field.start += start + at;
-      field.keyStart += start + at;
-      field.valueStart += start + at;
-      fields_.push_back(field);
-    }
     piece->used = true;
     complete_ = piece->marks->cover(piece->text);
+    piece->marks->moveInto(fields_, start + at);
     at += piece->text.size();
   }
   dropPieces();

@@ -30,7 +30,9 @@ class ElementMarks {
   /// Moves every position to where `positions` has it.
   void moveTo(std::span<const Pegasus::Uint32> positions);
 
-  std::span<const RecordedField> fields() const { return fields_; }
+  /// Appends the elements to `fields`, `offset` units further on, and keeps none of them.
+  void moveInto(std::vector<RecordedField>& fields, Pegasus::Uint32 offset);
+
   /// Whether there is nothing but white space around and between the elements.
   bool cover(const Pegasus::String& text) const;
 
@@ -91,7 +93,7 @@ class Recording {
 namespace detail {
 
 /// How many recorders there are in the process.
-extern constinit std::atomic<int> recorders;
+[[gnu::visibility("hidden")]] extern constinit std::atomic<int> recorders;
 
 Recording* recordingOfThread();
 

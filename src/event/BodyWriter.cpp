@@ -199,6 +199,11 @@ Pegasus::String BodyWriter::string() {
   return text;
 }
 
+void BodyWriter::takeMarks(BodyWriter& other, std::span<const Pegasus::Uint32> positions) {
+  marks_ = std::move(other.marks_);
+  marks_->moveTo(positions);
+}
+
 ElementMarks& BodyWriter::marks() {
   if (marks_ == nullptr) marks_ = recording_->blankMarks();
   return *marks_;

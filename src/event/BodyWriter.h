@@ -8,6 +8,7 @@
 #include <cstring>
 #include <initializer_list>
 #include <memory>
+#include <span>
 #include <string_view>
 
 #include "event/Recording.h"
@@ -58,6 +59,11 @@ class BodyWriter {
   void tellElements() {
     if (marks_ != nullptr) string();
   }
+  /// Whether something records and an element was written.
+  bool hasMarks() const { return marks_ != nullptr; }
+  /// Takes over where the elements of `other` lie, which holds the same as this body in another
+  /// form: `positions` has for each place there the place here.
+  void takeMarks(BodyWriter& other, std::span<const Pegasus::Uint32> positions);
   /// Drops what was written behind the first `size` bytes: whole elements, or a part of a value.
   void cut(std::size_t size) {
     size_ = size;
@@ -115,8 +121,6 @@ class BodyWriter {
   Separator separator_;
   Recording* recording_ = recording();
   std::unique_ptr<ElementMarks> marks_;
-
-  friend Pegasus::String safeString(BodyWriter raw);
 };
 
 }  // namespace mpuevent

@@ -29,23 +29,6 @@ std::size_t keptLength(std::string_view text) {
   return length;
 }
 
-void writeEscaped(BodyWriter& out, std::string_view text) {
-  const std::size_t before = out.size();
-  char* const start = out.claim(2 * text.size());
-  char* place = start;
-  for (;;) {
-    const std::size_t kept = keptLength(text);
-    place = std::copy_n(text.data(), kept, place);
-    text.remove_prefix(kept);
-    if (text.empty()) break;
-    const bool equals = text.front() == '=';
-    *place++ = equals ? ':' : '\\';
-    *place++ = equals ? ' ' : text.front();
-    text.remove_prefix(1);
-  }
-  out.cut(before + static_cast<std::size_t>(place - start));
-}
-
 struct Range {
   std::size_t begin;
   std::size_t end;
@@ -297,6 +280,29 @@ std::vector<Pegasus::Uint32> safePositions(std::string_view text, const std::vec
 
 }  // namespace
 
+void writeEscaped(BodyWriter& out, std::string_view text) {
+  const std::size_t before = out.size();
+  char* const start = out.claim(2 * text.size());
+  char* place = start;
+  for (;;) {
+    const std::size_t kept = keptLength(text);
+    place = std::copy_n(text.data(), kept, place);
+    text.remove_prefix(kept);
+    if (text.empty()) break;
+    const bool equals = text.front() == '=';
+    *place++ = equals ? ':' : '\\';
+    *place++ = equals ? ' ' : text.front();
+    text.remove_prefix(1);
+  }
+  out.cut(before + static_cast<std::size_t>(place - start));
+}
+
+std::string safeBytes(std::string_view text) {
+  BodyWriter safe(Separator::none, 2 * text.size());
+  writeSafe(safe, text, tagsOf(text));
+  return std::string(safe.view());
+}
+
 Pegasus::String safeString(std::string_view text) {
   if (keptLength(text) == text.size()) return toString(text);
   BodyWriter safe(Separator::none, 2 * text.size());
@@ -308,23 +314,8 @@ Pegasus::String safeString(BodyWriter raw) {
   const std::vector<Range> tags = tagsOf(raw.view());
   BodyWriter safe(Separator::none, 2 * raw.size());
   writeSafe(safe, raw.view(), tags);
-  if (raw.marks_ != nullptr) {
-    safe.marks_ = std::move(raw.marks_);
-    safe.marks_->moveTo(safePositions(raw.view(), tags));
-  }
+  if (raw.hasMarks()) safe.takeMarks(raw, safePositions(raw.view(), tags));
   return safe.string();
-}
-
-void SafeBody::recordText(std::string_view text) {
-  if (!escaping_) return BodyWriter::text(text);
-  tagLike_ = tagLike_ || text.find('<') != std::string_view::npos;
-  writeEscaped(*this, text);
-}
-
-void SafeBody::recordElement(std::string_view key, std::string_view text) {
-  openElement(key);
-  recordText(text);
-  closeElement(key);
 }
 
 }  // namespace mpuevent

@@ -6,7 +6,7 @@
 
 #include "decoders/isnsc/messages.h"
 #include "event/Codes.h"
-#include "event/SafeText.h"
+#include "event/SafeBody.h"
 #include "event/Tables.h"
 #include "event/Text.h"
 #include "event/Trace.h"
@@ -44,28 +44,10 @@ void writeEventId(BodyWriter& out, const IsnsPayload& payload) {
   writeCodeText(out, reasons, payload.reason(), Format::dec, {"Unknown reason: "});
 }
 
-using WriteBody = void (*)(SafeBody& body, const IsnsPayload& payload);
-
-void writeNothing(SafeBody&, const IsnsPayload&) {}
-
 /// The size of a text as the trace tells it: never more than that of the buffer which once held
 /// the text. Only a body can be so long.
 std::uint32_t clampedSize(std::size_t size, std::size_t limit) {
   return static_cast<std::uint32_t>(std::min(size, limit));
-}
-
-/// The body's size is that before anything is escaped.
-void traceSizes(std::size_t eventId, std::size_t summary, WriteBody write,
-                const IsnsPayload& payload) {
-  if (!mpuevent::traceWanted()) return;
-  SafeBody body(SafeBody::Texts::raw);
-  write(body, payload);
-  mpuevent::writeTrace({"ISNSC_Event", 501},
-                       {"setEventID, setBody, setSummary: begin",
-                        ", event_id_buf actual data size = ", clampedSize(eventId, 128),
-                        ", summary_buffer actual data size = ", clampedSize(summary, 256),
-                        ", body_buffer_array actual data size = ", clampedSize(body.size(), 16384),
-                        ", setEventID, setBody, setSummary: end"});
 }
 
 }  // namespace
@@ -85,22 +67,28 @@ ISNSC_Event::ISNSC_Event(EmpEvLogMsg_s* bytes, int length)
                    ", Module ID is ", payload.module(), ", Line Number = ", payload.line()});
 
   std::string_view summary = "Unhandled Event by ISNS Client";
-  WriteBody write = writeNothing;
+  SafeBody body;
   switch (payload.category()) {
     case IsnsPayload::icsCategory:
       summary = icsSummary(payload);
       traceUnknownType(payload);
-      write = mpuevent::isnsc::writeIcsMessage;
+      writeIcsMessage(body, payload);
       break;
     case IsnsPayload::textCategory:
       summary = textSummary(payload);
-      write = mpuevent::isnsc::writeTextMessage;
+      writeTextMessage(body, payload);
       break;
   }
   setEventID(eventId.string());
-  setBody(mpuevent::safeBody([&](SafeBody& body) { write(body, payload); }));
+  setBody(body.string());
   setSummary(mpuevent::toString(summary));
-  traceSizes(eventId.size(), summary.size(), write, payload);
+  // The body's size is that before anything was escaped.
+  mpuevent::trace({"ISNSC_Event", 501},
+                  {"setEventID, setBody, setSummary: begin",
+                   ", event_id_buf actual data size = ", clampedSize(eventId.size(), 128),
+                   ", summary_buffer actual data size = ", clampedSize(summary.size(), 256),
+                   ", body_buffer_array actual data size = ", clampedSize(body.rawSize(), 16384),
+                   ", setEventID, setBody, setSummary: end"});
 }
 
 ISNSC_Event::~ISNSC_Event() = default;

@@ -114,7 +114,7 @@ void writeArgument(BodyWriter& body, std::uint32_t index, std::uint32_t value) {
 
 void IsnsPayload::writeOrigin(SafeBody& body) const {
   body.recordElement("Module", module());
-  if (bytes_.holds(lineAt, 4)) body.element("Line", dec, line());
+  if (bytes_.holds(lineAt, 4)) body.literals().element("Line", dec, line());
 }
 
 std::string_view icsSummary(const IsnsPayload& payload) {
@@ -130,21 +130,21 @@ void traceUnknownType(const IsnsPayload& payload) {
 
 void writeIcsMessage(SafeBody& body, const IsnsPayload& payload) {
   const RecordView message = payload.message();
-  body.openGroup("ICS_MESSAGE");
+  body.literals().openGroup("ICS_MESSAGE");
   payload.writeOrigin(body);
   switch (message.u24(0)) {
     case configurationRequest:
-      writeCommonFields(body, message);
-      writeFields(body, message, requestFields);
+      writeCommonFields(body.literals(), message);
+      writeFields(body.literals(), message, requestFields);
       body.recordElement("src_node_id", message.text(sourceNodeId, longestNodeId));
       body.recordElement("src_node_alias", message.text(sourceNodeAlias));
       break;
     case configurationResponse:
-      writeCommonFields(body, message);
-      writeFields(body, message, responseFields);
+      writeCommonFields(body.literals(), message);
+      writeFields(body.literals(), message, responseFields);
       break;
   }
-  body.closeGroup("ICS_MESSAGE");
+  body.literals().closeGroup("ICS_MESSAGE");
 }
 
 std::string_view textSummary(const IsnsPayload& payload) {
@@ -154,16 +154,16 @@ std::string_view textSummary(const IsnsPayload& payload) {
 
 void writeTextMessage(SafeBody& body, const IsnsPayload& payload) {
   const RecordView message = payload.message();
-  body.openGroup("Arguments");
+  body.literals().openGroup("Arguments");
   payload.writeOrigin(body);
-  writeField(body, message, argumentCount);
+  writeField(body.literals(), message, argumentCount);
   const List arguments = {4, argumentSize, numberAt(message, argumentCount)};
   forEachEntry(message, arguments, [&](RecordView argument, std::uint32_t index) {
     if (!argument.holds(0, argumentSize)) return false;
-    writeArgument(body, index, argument.u32(0));
+    writeArgument(body.literals(), index, argument.u32(0));
     return true;
   });
-  body.closeGroup("Arguments");
+  body.literals().closeGroup("Arguments");
 }
 
 }  // namespace mpuevent::isnsc

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "event/RecordView.h"
-#include "event/SafeText.h"
+#include "event/SafeBody.h"
 
 namespace mpuevent::isnsc {
 

@@ -51,10 +51,10 @@ static_assert(rising(events, &EventRow::id));
 /// The body; `summary` becomes a part of the record or a fixed text, not yet made safe.
 String bodyOf(const Record& record, WriteKind write, std::string_view& summary) {
   const SccPayload payload(record);
-  return safeBody([&](SafeBody& body) {
-    summary = write(body, payload);
-    if (record.type() != informational) payload.location.write(body);
-  });
+  SafeBody body;
+  summary = write(body, payload);
+  if (record.type() != informational) payload.location.write(body);
+  return body.string();
 }
 
 /// The same for an exported function, which hands the summary to its caller as it is.

@@ -149,7 +149,7 @@ std::string_view writeTextAt(SafeBody& body, RecordView data, std::size_t at) {
 }
 
 std::string_view writeFieldsAndText(SafeBody& body, RecordView data, const Layout& layout) {
-  writeFields(body, data, layout.rows);
+  writeFields(body.literals(), data, layout.rows);
   return writeTextAt(body, data, layout.size);
 }
 
@@ -159,15 +159,15 @@ void writeArray(SafeBody& body, RecordView data, const Field& array) {
   const List entries = {array.offset, width, objectClasses};
   forEachEntry(data, entries, [&](RecordView entry, std::uint32_t index) {
     if (!entry.holds(0, width)) return false;
-    body.openElement(array.key);
-    body.specialCharacter('[');
-    body.decimal(index + 1);
-    body.specialCharacter(']');
-    body.text(", value ");
-    body.specialCharacter('[');
-    body.number(array.format, array.width == u8 ? entry.u8(0) : entry.u32(0));
-    body.specialCharacter(']');
-    body.closeElement(array.key);
+    body.literals().openElement(array.key);
+    body.literalSpecial('[');
+    body.literals().decimal(index + 1);
+    body.literalSpecial(']');
+    body.literals().text(", value ");
+    body.literalSpecial('[');
+    body.literals().number(array.format, array.width == u8 ? entry.u8(0) : entry.u32(0));
+    body.literalSpecial(']');
+    body.literals().closeElement(array.key);
     return true;
   });
 }
@@ -194,25 +194,25 @@ std::string_view writeDump(SafeBody& body, const SccPayload& event) {
   const int skip = behindText <= event.lengthBehindLocation ? behindText : 0;
   // A location block is subtracted even if there is none: such a record shows no bytes.
   const int count = event.lengthBehindLocation - skip;
-  configuration::writeDump(body, event.data, static_cast<std::size_t>(skip), count);
+  configuration::writeDump(body.literals(), event.data, static_cast<std::size_t>(skip), count);
   return summary;
 }
 
 std::string_view writeSharedMemory(SafeBody& body, const SccPayload& event) {
-  writeField(body, event.data, sharedMemoryKey);
+  writeField(body.literals(), event.data, sharedMemoryKey);
   return "Shared Memory Event";
 }
 
 std::string_view writeLock(SafeBody& body, const SccPayload& event) {
-  body.openGroup("Lock_Classes");
-  writeFields(body, event.data, lockClassFields);
-  body.closeGroup("Lock_Classes");
-  body.openGroup("Object");
-  writeFields(body, event.data, lockObjectFields);
-  body.closeGroup("Object");
-  writeCode(body, event.data, requestType, requestTypes);
-  writeCode(body, event.data, transactionStatus, transactionStatuses);
-  writeField(body, event.data, replicationParameter);
+  body.literals().openGroup("Lock_Classes");
+  writeFields(body.literals(), event.data, lockClassFields);
+  body.literals().closeGroup("Lock_Classes");
+  body.literals().openGroup("Object");
+  writeFields(body.literals(), event.data, lockObjectFields);
+  body.literals().closeGroup("Object");
+  writeCode(body.literals(), event.data, requestType, requestTypes);
+  writeCode(body.literals(), event.data, transactionStatus, transactionStatuses);
+  writeField(body.literals(), event.data, replicationParameter);
   return writeTextAt(body, event.data, lockText);
 }
 
@@ -237,7 +237,7 @@ std::string_view writeLockManager(SafeBody& body, const SccPayload& event) {
 }
 
 std::string_view writePersistentMemory(SafeBody& body, const SccPayload& event) {
-  writeFields(body, event.data, persistentMemoryFields);
+  writeFields(body.literals(), event.data, persistentMemoryFields);
   for (const Field& array : persistentMemoryArrays) writeArray(body, event.data, array);
   return "Persistent Memory Event";
 }

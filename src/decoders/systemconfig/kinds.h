@@ -5,7 +5,7 @@
 
 #include "decoders/systemconfig/location.h"
 #include "event/RecordView.h"
-#include "event/SafeText.h"
+#include "event/SafeBody.h"
 
 namespace mpuevent::systemconfig {
 

@@ -17,7 +17,7 @@ LocationBlock::LocationBlock() : block_(zeros, size) {}
 void LocationBlock::write(SafeBody& body) const {
   body.recordElement("File", fileName());
   body.recordElement("Func", block_.text(functionAt()));
-  if (block_.holds(lineAt, 2)) body.element("Line", Format::dec, line());
+  if (block_.holds(lineAt, 2)) body.literals().element("Line", Format::dec, line());
 }
 
 }  // namespace mpuevent::systemconfig

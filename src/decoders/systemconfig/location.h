@@ -2,7 +2,7 @@
 #define DECODERS_SYSTEMCONFIG_LOCATION_H
 
 #include "event/RecordView.h"
-#include "event/SafeText.h"
+#include "event/SafeBody.h"
 
 namespace mpuevent::systemconfig {
 

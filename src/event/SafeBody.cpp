@@ -1,0 +1,79 @@
+#include "event/SafeBody.h"
+
+#include <cassert>
+
+#include "event/SafeText.h"
+
+namespace mpuevent {
+
+void SafeBody::recordText(std::string_view text) {
+  const std::size_t before = body_.size();
+  writeEscaped(body_, text);
+  const std::size_t size = body_.size() - before;
+  if (size == text.size()) return;
+  escapes_ += size - text.size();
+  escapedTexts_.push_back({before, size, text});
+  tagLike_ = tagLike_ || text.find('<') != std::string_view::npos;
+}
+
+void SafeBody::recordElement(std::string_view key, std::string_view text) {
+  body_.openElement(key);
+  recordText(text);
+  body_.closeElement(key);
+}
+
+Pegasus::String SafeBody::string() {
+  if (!tagLike_) {
+    assert(safeBytes(raw().view()) == body_.view());
+    return body_.string();
+  }
+  BodyWriter rawBody = raw();
+  if (body_.hasMarks()) rawBody.takeMarks(body_, rawPositions());
+  return safeString(std::move(rawBody));
+}
+
+/// The body with nothing escaped. A literal has no backslash but that before a special character.
+BodyWriter SafeBody::raw() const {
+  BodyWriter raw(Separator::none, rawSize());
+  const auto copyLiterals = [&raw](std::string_view literals) {
+    for (;;) {
+      const std::size_t escape = literals.find('\\');
+      raw.text(literals.substr(0, escape));
+      if (escape == std::string_view::npos) return;
+      literals.remove_prefix(escape + 1);
+    }
+  };
+  std::size_t at = 0;
+  for (const EscapedText& text : escapedTexts_) {
+    copyLiterals(body_.view().substr(at, text.at - at));
+    raw.text(text.raw);
+    at = text.at + text.size;
+  }
+  copyLiterals(body_.view().substr(at));
+  return raw;
+}
+
+/// For each place of `body_`, and its end, where `raw` has what stands there. Tags never begin or
+/// end inside a text: for that its beginning will do.
+std::vector<Pegasus::Uint32> SafeBody::rawPositions() const {
+  const std::string_view body = body_.view();
+  std::vector<Pegasus::Uint32> positions;
+  positions.reserve(body.size() + 1);
+  Pegasus::Uint32 raw = 0;
+  auto text = escapedTexts_.begin();
+  while (positions.size() < body.size()) {
+    const std::size_t at = positions.size();
+    if (text != escapedTexts_.end() && at == text->at) {
+      positions.resize(at + text->size, raw);
+      raw += static_cast<Pegasus::Uint32>(text->raw.size());
+      ++text;
+    } else {
+      positions.push_back(raw);
+      raw += body[at] == '\\' ? 0U : 1U;
+    }
+  }
+  positions.push_back(raw);
+  return positions;
+}
+
+}  // namespace mpuevent

@@ -1,0 +1,57 @@
+#ifndef EVENT_SAFEBODY_H
+#define EVENT_SAFEBODY_H
+
+#include <string_view>
+#include <vector>
+
+#include "event/BodyWriter.h"
+
+namespace mpuevent {
+
+/// A body with texts that must be made safe: what comes of it is `safeString` of the body with all
+/// texts as they are. A decoder writes what a record brings along with the `record...` functions,
+/// and with the `literal...` ones what is its own.
+///
+/// As long as no text of the record holds a '<', each is escaped as it is written, which gives the
+/// same as a pass over the whole body. That takes literals which need no escape, and keys inside a
+/// group of which none begins with the group's key: both are asserted.
+class SafeBody {
+ public:
+  /// For tags, numbers and the decoder's own words.
+  BodyWriter& literals() { return body_; }
+  /// A character of the decoder's own that needs an escape.
+  void literalSpecial(char value) {
+    body_.character('\\');
+    body_.character(value);
+    ++escapes_;
+  }
+
+  /// The text must stay where it is until the body is finished.
+  void recordText(std::string_view text);
+  void recordElement(std::string_view key, std::string_view text);
+
+  /// The size of the body before anything was escaped.
+  std::size_t rawSize() const { return body_.size() - escapes_; }
+  /// The finished body.
+  Pegasus::String string();
+
+ private:
+  /// A text of the record that was changed by escaping, and where it stands in `body_`.
+  struct EscapedText {
+    std::size_t at;
+    std::size_t size;
+    std::string_view raw;
+  };
+
+  BodyWriter raw() const;
+  std::vector<Pegasus::Uint32> rawPositions() const;
+
+  BodyWriter body_;
+  std::vector<EscapedText> escapedTexts_;
+  std::size_t escapes_ = 0;  ///< how many characters escaping has added
+  bool tagLike_ = false;     ///< whether a text of the record has a '<'
+};
+
+}  // namespace mpuevent
+
+#endif

@@ -20,6 +20,36 @@ void write(const fs::path& file, std::string_view bytes) {
   out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
 }
 
+/// A sample as fuzz_decoder.cpp reads it; its `evStructLength` is `more` than the payload's length.
+std::string decoderInput(const mpuevent::samples::Sample& sample, int more,
+                         std::string_view payload) {
+  return mpuevent::support::Payload()
+      .u16(sample.id)
+      .u8(sample.idVersion)
+      .u8(sample.type)
+      .u8(sample.category)
+      .u16(static_cast<std::uint16_t>(more))
+      .bytes(payload)
+      .str();
+}
+
+/// What the fuzzer seldom gets to by itself: a long payload, one cut, one that lies of its length.
+void writeVariants(const fs::path& stem, const mpuevent::samples::Sample& sample) {
+  const std::string& payload = sample.payload;
+  const auto write = [&](const char* kind, int more, std::string_view bytes) {
+    ::write(stem.string() + kind, decoderInput(sample, more, bytes));
+  };
+  const auto size = static_cast<int>(payload.size());
+  std::string again;
+  while (size > 0 && again.size() + payload.size() <= 65500) again += payload;
+  write("-over-and-over", 0, again);
+  write("-no-payload", 0, "");
+  write("-cut-in-half", 0, std::string_view(payload).substr(0, payload.size() / 2));
+  write("-claims-no-payload", -size, payload);
+  write("-claims-too-much", 4096, payload);
+  write("-every-byte-255", 0, std::string(300, '\xFF'));
+}
+
 /// For the envelope a message, for a decoder what fuzz_decoder.cpp reads.
 void writeRecordSeeds(const fs::path& top) {
   for (const mpuevent::samples::Module& module : mpuevent::samples::modules()) {
@@ -31,15 +61,8 @@ void writeRecordSeeds(const fs::path& top) {
             mpuevent::support::message(mpuevent::samples::record(module, sample).str()));
       const fs::path directory = top / ("fuzz_" + std::string(module.name));
       fs::create_directories(directory);
-      mpuevent::support::Payload input;
-      input.u16(sample.id).u8(sample.idVersion).u8(sample.type).u8(sample.category).u16(0);
-      write(directory / name, input.bytes(sample.payload).str());
-      if (index == 1) {  // the fuzzer seldom gets to long ones by itself
-        while (!sample.payload.empty() && input.str().size() + sample.payload.size() <= 65536) {
-          input.bytes(sample.payload);
-        }
-        write(directory / (name + "-over-and-over"), input.str());
-      }
+      write(directory / name, decoderInput(sample, 0, sample.payload));
+      if (index == 1) writeVariants(directory / name, sample);
     }
   }
 }

@@ -35,8 +35,8 @@ const std::vector<Module>& modules() {
 #define MODULE(source, word, name) \
   modules.push_back({#name, source, construct<Pegasus::name##_Event>, samplesOf##name});
 #include "modules/Modules.def"
-    modules.push_back({"MIP_LOCAL", 11, construct<Quarn_Event>, samplesOfMIP_LOCAL});
-    modules.push_back({"UNNAMED", 200, construct<Quarn_Event>, samplesOfUNNAMED});
+    modules.push_back({"MIP_LOCAL", 11, construct<Quarn_Event>, samplesOfMIP_LOCAL, true});
+    modules.push_back({"UNNAMED", 200, construct<Quarn_Event>, samplesOfUNNAMED, true});
     return modules;
   }();
   return rows;

@@ -50,6 +50,7 @@ struct Module {
   /// `new` of the class with its decoder constructor; the caller owns the event.
   Pegasus::Quarn_Event* (*construct)(Pegasus::EmpEvLogMsg_s* record, int length);
   std::vector<Sample> (*samples)();
+  bool plain = false;  ///< a source without a decoder
 };
 
 /// Every module with a decoder, by rising source, and two without.

@@ -2,8 +2,11 @@
 #include <Pegasus/Common/String.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <initializer_list>
 #include <sstream>
 #include <string>
+#include <typeinfo>
 
 namespace {
 
@@ -79,6 +82,41 @@ TEST(PegasusString, RefusesOtherBytes) {
               "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMN 0x9B 0x2D 0x61 0x6E 0x64 0x2D 0x73 0x6F "
               "0x2D 0x6F 0x6E");
   }
+}
+
+TEST(PegasusString, ThrowsTheExceptionOfAWrongArgument) {
+  const auto expectAll = [](const char* type, const char* message,
+                            std::initializer_list<std::function<void()>> operations) {
+    int number = 0;
+    for (const auto& operation : operations) {
+      SCOPED_TRACE(testing::Message() << type << ", operation " << number++);
+      try {
+        operation();
+        ADD_FAILURE() << "no exception";
+      } catch (const Exception& exception) {
+        const char* name = typeid(exception).name();  // an ABI tag may follow
+        EXPECT_NE(std::string(name).find(type), std::string::npos) << name;
+        EXPECT_EQ(utf8Of(exception.getMessage()), message);
+      }
+    }
+  };
+  String text = "abc";
+  const String constant = text;
+  const char* noText = nullptr;
+  const Char16* noUnits = nullptr;
+  expectAll(
+      "N7Pegasus25IndexOutOfBoundsException", "index out of bounds",
+      {[&] { text.find(4, 'a'); }, [&] { text[4] = Char16('a'); },
+       [&] { static_cast<void>(Uint16(constant[4])); }, [&] { text.remove(4); },
+       [&] { text.remove(2, 2); }, [&] { String(constant, 4); }, [&] { String().find(1, 'a'); }});
+  expectAll(
+      "N7Pegasus11NullPointer", "null pointer",
+      {[&] { String{noText}; }, [&] { String(noText, 0); }, [&] { String{noUnits}; },
+       [&] { String(noUnits, 0); }, [&] { text.append(noText); }, [&] { text.assign(noText, 0); },
+       [&] { static_cast<void>(text == noText); }, [&] { text + noText; }});
+  EXPECT_EQ(utf8Of(text), "abc");
+  EXPECT_EQ(text.find(3, 'a'), PEG_NOT_FOUND);
+  EXPECT_EQ(text.find(1, 'c'), 2U);
 }
 
 TEST(PegasusString, WritesLatin1ToStreamsAndUtf8ToCStrings) {

@@ -1,6 +1,8 @@
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Provider/ProviderException.h>
 
+#include "NullPointer.h"
+
 namespace Pegasus {
 
 Exception::Exception() = default;
@@ -9,6 +11,12 @@ Exception::Exception(const Exception& other) = default;
 Exception& Exception::operator=(const Exception& other) = default;
 Exception::~Exception() = default;
 const String& Exception::getMessage() const { return message_; }
+
+NullPointer::NullPointer() : Exception("null pointer") {}
+NullPointer::~NullPointer() = default;
+
+IndexOutOfBoundsException::IndexOutOfBoundsException() : Exception("index out of bounds") {}
+IndexOutOfBoundsException::~IndexOutOfBoundsException() = default;
 
 CIMException::CIMException(CIMStatusCode code, const String& message)
     : Exception(message), code_(code) {}

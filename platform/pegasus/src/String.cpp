@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "NullPointer.h"
 #include "Utf8.h"
 
 namespace Pegasus {
@@ -23,12 +24,12 @@ constexpr Char16 noUnits[1] = {};
 
 template <typename Text>
 Text* notNull(Text* text) {
-  if (text == nullptr) throw Exception("null pointer");
+  if (text == nullptr) throw NullPointer();
   return text;
 }
 
 void requireRange(bool within) {
-  if (!within) throw Exception("index out of bounds");
+  if (!within) throw IndexOutOfBoundsException();
 }
 
 Uint32 checkedSize(std::size_t size) {

@@ -1,3 +1,4 @@
+#include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/String.h>
 
 #include <algorithm>
@@ -55,6 +56,7 @@ void String::toLower() {
 Uint32 String::find(Char16 unit) const { return find(0, unit); }
 
 Uint32 String::find(Uint32 index, Char16 unit) const {
+  if (index > size()) throw IndexOutOfBoundsException();
   for (const Char16* units = getChar16Data(); index < size(); ++index) {
     if (units[index] == unit) return index;
   }

@@ -26,6 +26,13 @@ class PEGASUS_COMMON_LINKAGE Exception {
   String message_;
 };
 
+/// "index out of bounds".
+class PEGASUS_COMMON_LINKAGE IndexOutOfBoundsException : public Exception {
+ public:
+  IndexOutOfBoundsException();
+  ~IndexOutOfBoundsException() override;
+};
+
 class PEGASUS_COMMON_LINKAGE CIMException : public Exception {
  public:
   CIMException(CIMStatusCode code = CIM_ERR_SUCCESS, const String& message = String::EMPTY);

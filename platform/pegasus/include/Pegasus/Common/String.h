@@ -36,8 +36,9 @@ class PEGASUS_COMMON_LINKAGE CString {
 /// threads even while they share; one object must not be changed while another thread uses it.
 ///
 /// Bytes come in as UTF-8, and bytes that are none throw Exception; encoded surrogates, U+FFFE and
-/// U+FFFF become U+FFFD. A null pointer or an index past the end throws Exception; more than
-/// 0x3FFFFFFF units throw std::bad_alloc. An operation that throws leaves its object unchanged.
+/// U+FFFF become U+FFFD. An index past the end throws IndexOutOfBoundsException, a null pointer
+/// NullPointer, which is to be caught as Exception; more than 0x3FFFFFFF units throw
+/// std::bad_alloc. An operation that throws leaves its object unchanged.
 class PEGASUS_COMMON_LINKAGE String {
  public:
   /// The empty text, constant-initialised: usable by static initialisers anywhere.
@@ -97,7 +98,7 @@ class PEGASUS_COMMON_LINKAGE String {
   /// Clipped to what the text has.
   String subString(Uint32 index, Uint32 count = PEG_NOT_FOUND) const;
   Uint32 find(Char16 unit) const;
-  /// The first place at or after `index`.
+  /// The first place at or after `index`, which may be size().
   Uint32 find(Uint32 index, Char16 unit) const;
   /// The empty text is found nowhere.
   Uint32 find(const String& text) const;

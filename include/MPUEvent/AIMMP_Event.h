@@ -8,6 +8,7 @@ namespace Pegasus {
 /// Events of the AIM process, which logs the records of the system configuration process.
 class MPUEVENT_API AIMMP_Event : public SYSTEM_CONFIGMP_Event {
  public:
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI AIMMP_Event(EmpEvLogMsg_s* record, int length);
   ~AIMMP_Event() override;
 };

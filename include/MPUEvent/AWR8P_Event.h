@@ -33,7 +33,7 @@ struct awrEvtHdr_s;
 /// end with their container and texts with their node.
 class MPUEVENT_API AWR8P_Event : public QuarnEvent {
  public:
-  /// As `QuarnEvent`; a null record leaves the base fields only.
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI AWR8P_Event(EmpEvLogMsg_s* record, int length);
   ~AWR8P_Event() override;
 

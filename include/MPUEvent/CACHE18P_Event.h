@@ -10,7 +10,7 @@ namespace Pegasus {
 /// without a known meaning gives the payload in hex, and a trace line.
 class MPUEVENT_API CACHE18P_Event : public Quarn_Event {
  public:
-  /// As `Quarn_Event`; a null record leaves the base fields only.
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI CACHE18P_Event(EmpEvLogMsg_s* record, int length);
   ~CACHE18P_Event() override;
 };

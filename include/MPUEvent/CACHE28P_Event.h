@@ -9,6 +9,7 @@ namespace Pegasus {
 /// event id without a known meaning names `CACHE18P`.
 class MPUEVENT_API CACHE28P_Event : public CACHE18P_Event {
  public:
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI CACHE28P_Event(EmpEvLogMsg_s* record, int length);
   ~CACHE28P_Event() override;
 };

@@ -9,6 +9,7 @@ namespace Pegasus {
 /// configuration process.
 class MPUEVENT_API DDLMMP_Event : public SYSTEM_CONFIGMP_Event {
  public:
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI DDLMMP_Event(EmpEvLogMsg_s* record, int length);
   ~DDLMMP_Event() override;
 };

@@ -8,6 +8,7 @@ namespace Pegasus {
 /// Events of the HACCMP module, of which no layout is known: the Body is the payload in hex.
 class MPUEVENT_API HACCMP_Event : public Quarn_Event {
  public:
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI HACCMP_Event(EmpEvLogMsg_s* record, int length);
   ~HACCMP_Event() override;
 };

@@ -41,8 +41,7 @@ struct IOMGR_EVL_NDFE;
 /// whose fields the Body shows.
 class MPUEVENT_API IOMGR8P_Event : public QuarnEvent {
  public:
-  /// Decodes `record`, of which `length` bytes are held; an entry whose bytes they do not hold is
-  /// left out. A null record gives an empty event.
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI IOMGR8P_Event(EmpEvLogMsg_s* record, int length);
   ~IOMGR8P_Event() override;
 

@@ -35,7 +35,7 @@ struct IpAddr_t;             ///< an IPv4 address, four bytes in network order
 /// record are not escaped.
 class MPUEVENT_API ISCSIMP_Event : public Quarn_Event {
  public:
-  /// Decodes `record`, of which `length` bytes can be read; nothing past them is touched.
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI ISCSIMP_Event(EmpEvLogMsg_s* record, int length);
   ~ISCSIMP_Event() override;
 

@@ -10,6 +10,7 @@ namespace Pegasus {
 /// the Body has passed `makeSafeString`. Each construction writes two trace lines of its own.
 class MPUEVENT_API ISNSC_Event : public Quarn_Event {
  public:
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI ISNSC_Event(EmpEvLogMsg_s* record, int length);
   ~ISNSC_Event() override;
 };

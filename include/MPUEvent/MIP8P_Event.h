@@ -19,8 +19,7 @@ struct MIP_EVL_MSA_Q_EVENT;
 /// the Body shows.
 class MPUEVENT_API MIP8P_Event : public Quarn_Event {
  public:
-  /// Decodes `record`, of which `length` bytes are held; an element whose bytes they do not hold
-  /// is left out. A null record gives an empty event.
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI MIP8P_Event(EmpEvLogMsg_s* record, int length);
   ~MIP8P_Event() override;
 

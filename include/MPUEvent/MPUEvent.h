@@ -50,7 +50,7 @@ class MPUEVENT_API MPUEvent {
   /// Decodes the record with the decoder class of its source; a source without one gives a plain
   /// `Quarn_Event`. Null if the envelope is empty or its record shorter than the 152-byte header.
   /// The caller owns the event. Throws nothing but what allocation throws.
-  MPUEVENT_PEGASUS_ABI Quarn_Event* create_Quarn_Event() const;
+  MPUEVENT_PEGASUS_ABI MPUEVENT_NODISCARD Quarn_Event* create_Quarn_Event() const;
 
  private:
   CMAPMessageHeader header_;

@@ -8,6 +8,7 @@ namespace Pegasus {
 /// Events of the MSMMP module, of which no layout is known: the Body is the payload in hex.
 class MPUEVENT_API MSMMP_Event : public Quarn_Event {
  public:
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI MSMMP_Event(EmpEvLogMsg_s* record, int length);
   ~MSMMP_Event() override;
 };

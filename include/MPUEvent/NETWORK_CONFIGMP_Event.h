@@ -11,6 +11,7 @@ namespace Pegasus {
 /// Body, and is reported by a trace line.
 class MPUEVENT_API NETWORK_CONFIGMP_Event : public Quarn_Event {
  public:
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* record, int length);
   ~NETWORK_CONFIGMP_Event() override;
 };

@@ -8,6 +8,7 @@ namespace Pegasus {
 /// Events of the OB1 module, of which no layout is known: the Body is the payload in hex.
 class MPUEVENT_API OB1_Event : public Quarn_Event {
  public:
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI OB1_Event(EmpEvLogMsg_s* record, int length);
   ~OB1_Event() override;
 };

@@ -8,7 +8,7 @@ namespace Pegasus {
 /// An event whose Body is a long list of elements, appended one by one.
 class MPUEVENT_API QuarnEvent : public Quarn_Event {
  public:
-  /// As `Quarn_Event`; the list starts empty.
+  /// As `Quarn_Event`: a null record gives an empty event. The list starts empty.
   MPUEVENT_PEGASUS_ABI QuarnEvent(EmpEvLogMsg_s* record, int length);
   ~QuarnEvent() override;
 

@@ -23,9 +23,9 @@ class MPUEVENT_API Quarn_Event {
   /// Decodes a record; every decoder class has a constructor with the same two arguments, its
   /// length as `int`. A record that is not null has its 152 header bytes, which are always read
   /// whole. `length` counts them too, and tells how much of the payload is held behind them:
-  /// nothing past it is touched, and below 152 there is no payload. A null record gives an empty
-  /// event, in every class. Unknown codes, and a `length` other than 152 + `evStructLength`, are
-  /// reported by trace lines only.
+  /// nothing past it is touched, an element whose bytes are not all held is left out, and below
+  /// 152 there is no payload. A null record gives an empty event, in every class. Unknown codes,
+  /// and a `length` other than 152 + `evStructLength`, are reported by trace lines only.
   MPUEVENT_PEGASUS_ABI Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length);
   virtual ~Quarn_Event();
 

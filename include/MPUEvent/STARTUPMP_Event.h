@@ -11,6 +11,7 @@ namespace Pegasus {
 /// an R5600 chip in an invalid state, its stack. The EventID is a title in words.
 class MPUEVENT_API STARTUPMP_Event : public Quarn_Event {
  public:
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI STARTUPMP_Event(EmpEvLogMsg_s* record, int length);
   ~STARTUPMP_Event() override;
 };

@@ -14,6 +14,7 @@ namespace Pegasus {
 /// Body of an unknown event is its payload in hex.
 class MPUEVENT_API SYSTEM_CONFIGMP_Event : public Quarn_Event {
  public:
+  /// As `Quarn_Event`: a null record gives an empty event.
   MPUEVENT_PEGASUS_ABI SYSTEM_CONFIGMP_Event(EmpEvLogMsg_s* record, int length);
   ~SYSTEM_CONFIGMP_Event() override;
 };

@@ -36,6 +36,7 @@ message() { zeros 10 && u16 221 && zeros 52 && record "$1"; }
 { message 1 && message 2; } >log
 { record 1 && record 2; } >records
 { message 1 && message 2 | head -c 220; } >"$here"/truncated
+{ zeros 10 && u16 221 && zeros 52 && record 1 | sed 's/\x0d\x03\x04\x06/\x20\x03\x04\x06/'; } >odd
 : >empty
 mkdir directory
 
@@ -132,8 +133,7 @@ expect 1 decode empty
 same 'empty' "$(lines out) $(cat err)" '0 mpuevent: empty: no events, the input is empty'
 expect 0 decode -o line empty log
 expect 2 decode -o line missing directory truncated log
-same 'the rest is decoded' "$(lines out) $(grep -c '^mpuevent: [a-z]*: ' err) $(lines err)" '3 3 3'
-same 'directory' "$(grep directory: err)" 'mpuevent: directory: Is a directory'
+same 'the rest is decoded' "$(lines out) $(grep -c '^mpuevent: [a-z]*: ' err) $(lines err)" '3 2 2'
 zeros 100000 >nothing
 expect 3 decode -o line nothing
 same 'zeros' "$(lines out)" 657
@@ -141,8 +141,58 @@ same 'zeros' "$(lines out)" 657
 expect 3 decode -o line long
 same 'longest record' "$(lines out) $(grep -c 'record of 65687 bytes is longer' err)" '1 1'
 
+# Many files
+mkdir -p bundle/logs/.hidden bundle/logs/deep
+cp log bundle/logs/b.cmap && cp records bundle/logs/a.cmap && cp log bundle/logs/deep/c.cmap
+cp log bundle/logs/.d.cmap && cp log bundle/logs/.hidden/e.cmap && ln -s .. bundle/logs/deep/up
+# The files that events came from, in order.
+files() { sed 's/.*"file":"\([^"]*\)"}$/\1/' out | uniq | tr '\n' ' '; }
+expect 0 decode -o jsonl bundle/logs log
+same 'directory' "$(files)" 'bundle/logs/a.cmap bundle/logs/b.cmap log '
+expect 0 decode -o jsonl -r bundle/
+same 'recursive' "$(files)" 'bundle/logs/a.cmap bundle/logs/b.cmap bundle/logs/deep/c.cmap '
+printf 'log\n\nmissing\nbundle/logs\nrecords' >names
+expect 2 decode -o jsonl --files-from names odd
+same 'names' "$(files)$(grep -c missing err)" 'odd log bundle/logs/a.cmap bundle/logs/b.cmap records 1'
+expect 0 decode -o jsonl --null --files-from - < <(printf 'log\0records\0')
+same 'names that end with NUL' "$(files)" 'log records '
+expect 1 decode directory
+same 'empty directory' "$(cat err)" 'mpuevent: no files to read'
+
+# Archives
+if ! "${tool[@]}" help decode | grep -q 'does not unpack'; then
+  record 3 | gzip -c >bundle/logs/deep/f.gz
+  tar -cf bundle.tar --sort=name bundle
+  inside='bundle/logs/.d.cmap bundle/logs/.hidden/e.cmap bundle/logs/a.cmap bundle/logs/b.cmap '
+  inside+='bundle/logs/deep/c.cmap bundle/logs/deep/f.gz '
+  for packer in cat gzip xz zstd bzip2; do
+    command -v $packer >/dev/null || continue
+    $packer -c <bundle.tar >"bundle.$packer" 2>/dev/null || cat bundle.tar >"bundle.$packer"
+    expect 0 decode -o jsonl "bundle.$packer"
+    same "tar, $packer" "$(files)" "${inside//bundle\/logs/bundle.$packer:bundle\/logs}"
+    expect 0 decode -o jsonl - <"bundle.$packer"
+    same "tar, $packer, standard input" "$(files)" "${inside//bundle\/logs/-:bundle\/logs}"
+  done
+  # What comes before a break is at least what the packer's own program makes of it.
+  for i in {1..400}; do record "$i"; done >long.records
+  for packer in gzip xz zstd bzip2; do
+    command -v $packer >/dev/null || continue
+    $packer -c long.records >packed
+    for part in 30 60 90; do
+      head -c $(($(stat -c %s packed) * part / 100)) packed >cut
+      $packer -dc <cut >prefix 2>/dev/null
+      expect 3 decode -o line cut
+      grep -q '^mpuevent: cut: broken: ' err || fail "$packer cut off at $part %: $(cat err)"
+      "${tool[@]}" decode -o line prefix 2>/dev/null >expected
+      head -c "$(stat -c %s expected)" out | cmp -s - expected || fail "$packer, $part %: $(lines out)"
+    done
+  done
+  head -c 3000 bundle.tar >cut.tar
+  expect 3 decode -o jsonl cut.tar log
+  same 'tar cut off' "$(grep -c '^mpuevent: cut.tar.*: broken: ' err) $(files | grep -c 'log $')" '1 1'
+fi
+
 # Trace lines
-{ zeros 10 && u16 221 && zeros 52 && record 1 | sed 's/\x0d\x03\x04\x06/\x20\x03\x04\x06/'; } >odd
 expect 0 decode -o line --trace odd
 same 'trace' "$(lines out) $(grep -c 'has no case for source # 32$' err)" '1 1'
 expect 0 decode -o line odd

@@ -1,12 +1,18 @@
 #include "InputOptions.h"
 
 #include "Choice.h"
+#include "log/input/LogSource.h"
 
 namespace mpuevent::tool {
 
 void addInputOptions(CLI::App& command, InputOptions& options) {
   using log::LogForm;
-  command.add_option("FILE", options.files, "Logs; - or none is standard input")
+  command
+      .add_option("FILE", options.selection.names,
+                  log::unpacks ? "Logs, directories of logs, compressed logs,\n"
+                                 "archives; - or none is standard input"
+                               : "Logs, directories of logs; - or none is standard\n"
+                                 "input (this build does not unpack anything)")
       ->type_name("")
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   addChoice<LogForm>(command, "--input", options.form,
@@ -17,6 +23,23 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
   },
                      "auto (default), messages or records")
       ->type_name("FORM")
+      ->group("Input");
+  command
+      .add_flag("-r,--recursive", options.selection.recursive,
+                "Directories with those in them; files that\n"
+                "begin with \".\" are left out")
+      ->group("Input");
+  CLI::Option* const names =
+      command
+          .add_option("--files-from", options.selection.namesFile,
+                      "Read names of logs from LIST, one a line;\n- is standard input")
+          ->type_name("LIST")
+          ->group("Input");
+  command
+      .add_flag_callback(
+          "--null", [&options] { options.selection.nameEnd = '\0'; },
+          "The names in LIST end with NUL, as find -print0\nwrites them")
+      ->needs(names)
       ->group("Input");
 }
 

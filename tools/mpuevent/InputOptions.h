@@ -1,10 +1,8 @@
 #ifndef MPUEVENT_TOOL_INPUTOPTIONS_H
 #define MPUEVENT_TOOL_INPUTOPTIONS_H
 
-#include <string>
-#include <vector>
-
 #include "log/framing/LogReader.h"
+#include "log/input/InputNames.h"
 
 namespace CLI {
 class App;
@@ -14,7 +12,7 @@ namespace mpuevent::tool {
 
 /// What every command that reads logs is told of them.
 struct InputOptions {
-  std::vector<std::string> files;
+  log::InputSelection selection;
   log::LogForm form = log::LogForm::automatic;
 };
 

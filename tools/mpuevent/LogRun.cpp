@@ -1,0 +1,113 @@
+#include "LogRun.h"
+
+#include <unistd.h>
+
+#include <system_error>
+
+#include "EventDecoder.h"
+#include "forms/Numbers.h"
+#include "log/input/InputFile.h"
+#include "log/input/InputNames.h"
+
+namespace mpuevent::tool {
+
+namespace {
+
+constexpr std::string_view kStandardInput = "-";
+
+std::string_view shownName(std::string_view input) {
+  return input == kStandardInput ? "standard input" : input;
+}
+
+}  // namespace
+
+void LogRun::forEachUnit(const VisitUnit& visit) {
+  log::InputNames names(options_.selection,
+                        [this](const std::string& name, const std::string& reason) {
+                          failed_ = true;
+                          report(shownName(name), reason);
+                        });
+  bool any = false;
+  while (const std::optional<std::string> input = names.next()) {
+    any = true;
+    readInput(*input, names.several(), visit);
+  }
+  if (!any && !failed_) complain("no files to read");
+}
+
+ExitCode LogRun::exitCode() const {
+  if (failed_) return ExitCode::failed;
+  if (damaged_) return inputDamaged;
+  return anyUnit_ ? decodedAll : nothingDecoded;
+}
+
+void LogRun::readInput(const std::string& input, bool several, const VisitUnit& visit) {
+  if (input == kStandardInput && ::isatty(STDIN_FILENO) != 0) {
+    report(shownName(input), "reads a terminal; --help tells of files");
+  }
+  const log::InputFile file(input);
+  const log::LogSource source{input, [&](unsigned char* to, std::size_t room) {
+                                // What is done is not held back while more input is awaited.
+                                output_.flush();
+                                return file.read(to, room);
+                              }};
+  log::LogVisitor visitor;
+  visitor.visit = [&](const log::LogSource& log) {
+    const bool packed = log.name != input;
+    const bool named = log.name != kStandardInput;
+    readLog({named ? std::optional<std::string_view>(log.name) : std::nullopt, shownName(log.name),
+             several || packed},
+            log.read, visit);
+  };
+  visitor.broken = [&](const std::string& name, const std::string& reason) {
+    damaged_ = true;
+    report(shownName(name), "broken: " + reason);
+  };
+  forEachLog(source, visitor);
+}
+
+void LogRun::readLog(const LogFile& file, const log::ReadBytes& read, const VisitUnit& visit) {
+  log::LogReader reader(read, options_.form, [&](std::uint64_t offset, std::string_view reason) {
+    damage(file.shownName, offset, reason);
+  });
+  log::LogUnit unit;
+  std::uint64_t index = 0;
+  for (; reader.next(unit); ++index) {
+    if (unit.record.size() > EventDecoder::longestRecord) {
+      damage(file.shownName, unit.offset,
+             "record of " + std::to_string(unit.record.size()) +
+                 " bytes is longer than an envelope holds, the bytes after the first " +
+                 std::to_string(EventDecoder::longestRecord) + " are left out");
+    }
+    visit(file, unit, index);
+  }
+  anyUnit_ = anyUnit_ || index != 0;
+  if (reader.readError() != 0) {
+    failed_ = true;
+    report(file.shownName, std::generic_category().message(reader.readError()));
+  } else if (reader.offset() == 0) {
+    report(file.shownName, "no events, the input is empty");
+  }
+}
+
+void LogRun::damage(std::string_view name, std::uint64_t offset, std::string_view reason) {
+  damaged_ = true;
+  TextBuffer message;
+  message += "offset ";
+  appendHex(message, offset);
+  message += ": ";
+  message += reason;
+  report(name, message.view());
+}
+
+// Where both go to the same place, a message comes after the events before it.
+void LogRun::report(std::string_view name, std::string_view reason) {
+  output_.flush();
+  TextBuffer message;
+  message += name;
+  message += ": ";
+  message += reason;
+  complain(message.view());
+}
+
+}  // namespace mpuevent::tool

@@ -49,7 +49,8 @@ find_package_handle_standard_args(OpenPegasus REQUIRED_VARS
 
 if(OpenPegasus_FOUND AND NOT TARGET OpenPegasus::OpenPegasus)
   get_filename_component(OpenPegasus_LIBRARY_DIR ${OpenPegasus_pegcommon_LIBRARY} DIRECTORY)
-  add_library(OpenPegasus::OpenPegasus INTERFACE IMPORTED)
+  # Global: a parent project links it, too, through libMPUEvent.
+  add_library(OpenPegasus::OpenPegasus INTERFACE IMPORTED GLOBAL)
   target_include_directories(OpenPegasus::OpenPegasus SYSTEM INTERFACE ${OpenPegasus_INCLUDE_DIR})
   target_compile_definitions(OpenPegasus::OpenPegasus
     INTERFACE PEGASUS_PLATFORM_${PEGASUS_PLATFORM})

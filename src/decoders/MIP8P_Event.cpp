@@ -4,13 +4,15 @@
 #include "event/Text.h"
 #include "event/Undecoded.h"
 
-namespace Pegasus {
-
-using namespace mpuevent;
-using namespace mpuevent::iomgr;
-using namespace mpuevent::iomgr::records;
+namespace mpuevent::mip {
 
 namespace {
+
+using namespace iomgr;
+using namespace iomgr::records;
+using Pegasus::MIP_EVL;
+using Pegasus::Quarn_Event;
+using Pegasus::String;
 
 constexpr Field headFields[] = {
     {"MIP_Event_Type",     0,  Width::u32, Format::dec},
@@ -140,6 +142,14 @@ BodyWriter ofRecord(const RecordLayout& layout, const void* record) {
 }
 
 }  // namespace
+
+}  // namespace mpuevent::mip
+
+namespace Pegasus {
+
+using namespace mpuevent;
+using namespace mpuevent::iomgr;
+using namespace mpuevent::mip;
 
 MIP8P_Event::MIP8P_Event(EmpEvLogMsg_s* bytes, int length)
     : Quarn_Event(bytes, static_cast<unsigned int>(length)) {

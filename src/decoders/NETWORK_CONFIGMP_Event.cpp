@@ -140,19 +140,16 @@ static_assert(rising(events, &EventRow::number));
 
 namespace Pegasus {
 
-using mpuevent::exportedBody;
-using mpuevent::Record;
-using mpuevent::RecordView;
+using namespace mpuevent;
 using namespace mpuevent::networkconfig;
 
 NETWORK_CONFIGMP_Event::NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
     : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
-  const EventRow* event = mpuevent::findRow(events, &EventRow::number, record.id());
+  const EventRow* event = findRow(events, &EventRow::number, record.id());
   if (event == nullptr) {
-    mpuevent::showUndecoded(*this, record, {"NETWORK_CONFIGMP_Event", 114},
-                            "***UNKNOWN EventID***");
+    showUndecoded(*this, record, {"NETWORK_CONFIGMP_Event", 114}, "***UNKNOWN EventID***");
     return;
   }
   setEventID(event->eventId);

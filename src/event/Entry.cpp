@@ -33,9 +33,8 @@ void writeEntry(BodyWriter& entries, std::string_view key, std::string_view valu
 }
 
 void repairEnd(BodyWriter& entries, std::size_t valueStart) {
-  if (!endsInLoneBackslash(entries.view().substr(valueStart))) return;
-  entries.cut(entries.size() - 1);
-  entries.character('.');
+  char* end = entries.claim(0);
+  repairLoneBackslash(end - (entries.size() - valueStart), end);
 }
 
 void appendEntries(Pegasus::QuarnEvent& event, BodyWriter entries) {

@@ -17,12 +17,6 @@ constexpr unsigned int firstCapacity = 2048;
 
 unsigned int roundedUp(unsigned int value) { return (value + 15) / 16 * 16; }
 
-/// A period takes the place of a lone backslash at the end. `start` is the text's first character,
-/// `end` behind its last.
-void repairLoneBackslash(char* start, char* end) {
-  if (mpuevent::endsInLoneBackslash({start, static_cast<std::size_t>(end - start)})) end[-1] = '.';
-}
-
 /// Tells what records of an element that is about to become a part of the Body.
 void tellElement(const char* element, const char* key) {
   if (mpuevent::Recording* recording = mpuevent::recording()) {
@@ -45,7 +39,7 @@ std::size_t formatElement(char* element, std::size_t size, const char* key, cons
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
   advance(std::vsnprintf(place(), room(), format, arguments));
 #pragma GCC diagnostic pop
-  if (length < size) repairLoneBackslash(element + valueStart, element + length);
+  if (length < size) mpuevent::repairLoneBackslash(element + valueStart, element + length);
   advance(std::snprintf(place(), room(), "</%s>", key));
   return length;
 }
@@ -59,7 +53,7 @@ QuarnEvent::~QuarnEvent() = default;
 
 void QuarnEvent::addEntry(char* key, char* format, ...) {
   if (key == nullptr || format == nullptr) return;
-  repairLoneBackslash(key, key + std::strlen(key));
+  mpuevent::repairLoneBackslash(key, key + std::strlen(key));
 
   va_list arguments;
   va_start(arguments, format);

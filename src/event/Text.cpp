@@ -118,8 +118,9 @@ String decimalString(std::uint32_t number) {
   return {digits, static_cast<Pegasus::Uint32>(end - digits)};
 }
 
-bool endsInLoneBackslash(std::string_view text) {
-  return text.ends_with('\\') && !text.ends_with("\\\\");
+void repairLoneBackslash(char* start, char* end) {
+  const std::string_view text(start, static_cast<std::size_t>(end - start));
+  if (text.ends_with('\\') && !text.ends_with("\\\\")) end[-1] = '.';
 }
 
 std::string_view viewOf(const char* text) {

@@ -24,9 +24,9 @@ std::vector<Pegasus::Uint32> unitPositions(std::string_view utf8);
 /// The number as "%d" prints it: 2^31 and above come out negative.
 Pegasus::String decimalString(std::uint32_t number);
 
-/// True of a text that was cut inside an escaped pair: its last character is a backslash, the one
-/// before it is not.
-bool endsInLoneBackslash(std::string_view text);
+/// A text that was cut inside an escaped pair ends in one backslash: a period takes its place.
+/// `start` is the text's first character, `end` is behind its last.
+void repairLoneBackslash(char* start, char* end);
 
 /// A caller's text, which may be null.
 std::string_view viewOf(const char* text);

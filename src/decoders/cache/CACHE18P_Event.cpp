@@ -14,6 +14,8 @@ namespace mpuevent::cache {
 
 namespace {
 
+using Pegasus::String;
+
 struct EventRow {
   std::uint32_t id;
   std::string_view summary;
@@ -152,39 +154,36 @@ constexpr EventRow events[] = {
 };
 static_assert(rising(events, &EventRow::id));
 
+String nameOf(std::uint16_t id) {
+  char name[] = "Bugcheck 65535";
+  constexpr std::size_t numberAt = sizeof "Bugcheck " - 1;
+  const char* end = std::to_chars(name + numberAt, std::end(name), id).ptr;
+  return toString({name, end});
+}
+
 }  // namespace
 
 }  // namespace mpuevent::cache
 
 namespace Pegasus {
 
+using namespace mpuevent;
 using namespace mpuevent::cache;
-
-namespace {
-
-String nameOf(std::uint16_t id) {
-  char name[] = "Bugcheck 65535";
-  constexpr std::size_t numberAt = sizeof "Bugcheck " - 1;
-  const char* end = std::to_chars(name + numberAt, std::end(name), id).ptr;
-  return mpuevent::toString({name, end});
-}
-
-}  // namespace
 
 CACHE18P_Event::CACHE18P_Event(EmpEvLogMsg_s* bytes, int length)
     : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
-  const mpuevent::Record record(bytes, length);
+  const Record record(bytes, length);
   setEventID(nameOf(record.id()));
-  const EventRow* bugcheck = mpuevent::findRow(events, &EventRow::id, record.id());
+  const EventRow* bugcheck = findRow(events, &EventRow::id, record.id());
   if (bugcheck == nullptr) {
-    mpuevent::showUndecoded(*this, record, {"CACHE18P_Event", 96}, "Unhandled Event by CACHE18P",
-                            mpuevent::NumberBase::decimal);
+    showUndecoded(*this, record, {"CACHE18P_Event", 96}, "Unhandled Event by CACHE18P",
+                  NumberBase::decimal);
     return;
   }
-  setSummary(mpuevent::toString(bugcheck->summary));
+  setSummary(toString(bugcheck->summary));
   const auto& [first, second] = bugcheck->elements;
-  mpuevent::BodyWriter body(mpuevent::Separator::blank, 64 * (first.size() + second.size()));
+  BodyWriter body(Separator::blank, 64 * (first.size() + second.size()));
   writeFields(body, record.payload(), first);
   writeFields(body, record.payload(), second);
   setBody(body.string());

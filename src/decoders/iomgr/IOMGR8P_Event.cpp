@@ -5,12 +5,13 @@
 #include "event/Text.h"
 #include "event/Undecoded.h"
 
-namespace Pegasus {
-
-using namespace mpuevent;
-using namespace mpuevent::iomgr;
+namespace mpuevent::iomgr {
 
 namespace {
+
+using Pegasus::IOMGR_EVL;
+using Pegasus::Quarn_Event;
+using Pegasus::QuarnEvent;
 
 constexpr Field headFields[] = {
     {"Event_Type",        0,  Width::u32, Format::dec},
@@ -53,6 +54,13 @@ char* appendToBody(QuarnEvent& event, BodyWriter entries, char* place) {
 }
 
 }  // namespace
+
+}  // namespace mpuevent::iomgr
+
+namespace Pegasus {
+
+using namespace mpuevent;
+using namespace mpuevent::iomgr;
 
 IOMGR8P_Event::IOMGR8P_Event(EmpEvLogMsg_s* bytes, int length) : QuarnEvent(bytes, length) {
   if (bytes == nullptr) return;

@@ -10,14 +10,12 @@
 #include "event/RecordView.h"
 #include "event/Text.h"
 
-namespace Pegasus {
-
-using mpuevent::BodyWriter;
-using mpuevent::RecordView;
-using mpuevent::Separator;
-namespace iscsimp = mpuevent::iscsimp;
+namespace mpuevent::iscsimp {
 
 namespace {
+
+using Pegasus::String;
+using Pegasus::XmlString;
 
 constexpr std::size_t bodySize = 2048;
 constexpr std::size_t summarySize = 128;
@@ -33,38 +31,38 @@ enum PayloadKind : std::uint16_t {
 };
 
 /// Null for an unknown kind.
-iscsimp::WriteEvent* writerOf(std::uint16_t kind) {
+WriteEvent* writerOf(std::uint16_t kind) {
   switch (kind) {
     case basicData:
-      return iscsimp::writeBasicEvent;
+      return writeBasicEvent;
     case socketData:
-      return iscsimp::writeSocketEvent;
+      return writeSocketEvent;
     case paramData:
-      return iscsimp::writeParamEvent;
+      return writeParamEvent;
     case loginData:
-      return iscsimp::writeLoginEvent;
+      return writeLoginEvent;
     case requestData:
-      return iscsimp::writeRequestEvent;
+      return writeRequestEvent;
     case messageData:
-      return iscsimp::writeMessageEvent;
+      return writeMessageEvent;
     default:
       return nullptr;
   }
 }
 
 void writeUnknown(BodyWriter& text, std::uint32_t code) {
-  mpuevent::writeCodeText(text, {}, code, mpuevent::Format::udec, iscsimp::unknownCode);
+  writeCodeText(text, {}, code, Format::udec, unknownCode);
 }
 
 String eventName(std::uint16_t id) {
-  const std::string_view name = textOf(iscsimp::event_names, id);
-  if (!name.empty()) return mpuevent::toString(name);
+  const std::string_view name = textOf(event_names, id);
+  if (!name.empty()) return toString(name);
   BodyWriter unknown(Separator::none, unknownSize);
   writeUnknown(unknown, id);
   return unknown.string();
 }
 
-void build(XmlString& body, std::string& summary, const void* data, iscsimp::WriteEvent* write) {
+void build(XmlString& body, std::string& summary, const void* data, WriteEvent* write) {
   BodyWriter elements(Separator::none, bodySize);
   BodyWriter line(Separator::none, summarySize);
   if (data != nullptr) write(elements, line, RecordView::unbounded(data));
@@ -83,12 +81,19 @@ void build(XmlString& body, const void* bhs, void (*write)(BodyWriter& body, Rec
 
 }  // namespace
 
+}  // namespace mpuevent::iscsimp
+
+namespace Pegasus {
+
+using namespace mpuevent;
+using namespace mpuevent::iscsimp;
+
 ISCSIMP_Event::ISCSIMP_Event(EmpEvLogMsg_s* bytes, int length)
     : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
-  const mpuevent::Record record(bytes, length);
+  const Record record(bytes, length);
   const RecordView payload = record.payload();
-  iscsimp::WriteEvent* write = writerOf(payload.u16(0));
+  WriteEvent* write = writerOf(payload.u16(0));
   BodyWriter body(Separator::none, bodySize);
   BodyWriter summary(Separator::none, summarySize);
   if (write != nullptr) write(body, summary, payload);
@@ -100,27 +105,27 @@ ISCSIMP_Event::ISCSIMP_Event(EmpEvLogMsg_s* bytes, int length)
 ISCSIMP_Event::~ISCSIMP_Event() = default;
 
 void ISCSIMP_Event::build_basic_event(XmlString& body, std::string& summary, BASIC_DATA* data) {
-  build(body, summary, data, iscsimp::writeBasicEvent);
+  build(body, summary, data, writeBasicEvent);
 }
 
 void ISCSIMP_Event::build_socket_event(XmlString& body, std::string& summary, SOCKET_DATA* data) {
-  build(body, summary, data, iscsimp::writeSocketEvent);
+  build(body, summary, data, writeSocketEvent);
 }
 
 void ISCSIMP_Event::build_login_event(XmlString& body, std::string& summary, LOGIN_DATA* data) {
-  build(body, summary, data, iscsimp::writeLoginEvent);
+  build(body, summary, data, writeLoginEvent);
 }
 
 void ISCSIMP_Event::build_param_event(XmlString& body, std::string& summary, PARAM_DATA* data) {
-  build(body, summary, data, iscsimp::writeParamEvent);
+  build(body, summary, data, writeParamEvent);
 }
 
 void ISCSIMP_Event::build_request_event(XmlString& body, std::string& summary, REQUEST_DATA* data) {
-  build(body, summary, data, iscsimp::writeRequestEvent);
+  build(body, summary, data, writeRequestEvent);
 }
 
 void ISCSIMP_Event::build_message_event(XmlString& body, std::string& summary, MESSAGE_DATA* data) {
-  build(body, summary, data, iscsimp::writeMessageEvent);
+  build(body, summary, data, writeMessageEvent);
 }
 
 void ISCSIMP_Event::build_unknown_event(XmlString&, std::string& summary, ICS_EVL*) {
@@ -133,28 +138,26 @@ std::string ISCSIMP_Event::build_unknown_string(unsigned int code) {
   return std::string(text.view());
 }
 
-void ISCSIMP_Event::build_bhs(XmlString& body, ISCSI_BHS* bhs) {
-  build(body, bhs, iscsimp::writeBhs);
-}
+void ISCSIMP_Event::build_bhs(XmlString& body, ISCSI_BHS* bhs) { build(body, bhs, writeBhs); }
 
 void ISCSIMP_Event::build_login_request_bhs(XmlString& body, ISCSI_LOGIN_REQUEST* bhs) {
-  build(body, bhs, iscsimp::writeLoginRequestBhs);
+  build(body, bhs, writeLoginRequestBhs);
 }
 
 void ISCSIMP_Event::build_text_request_bhs(XmlString& body, ISCSI_TEXT_REQUEST* bhs) {
-  build(body, bhs, iscsimp::writeTextRequestBhs);
+  build(body, bhs, writeTextRequestBhs);
 }
 
 std::string ISCSIMP_Event::get_ip_address(IpAddr_t& address) {
   BodyWriter text(Separator::none, 32);
-  iscsimp::writeIpAddress(text, RecordView::unbounded(&address), 0);
+  writeIpAddress(text, RecordView::unbounded(&address), 0);
   return std::string(text.view());
 }
 
 std::string ISCSIMP_Event::get_isid(unsigned char* isid) {
   if (isid == nullptr) return {};
   BodyWriter text(Separator::none, 24);
-  text.number(mpuevent::Format::hexLower6, RecordView::unbounded(isid).u48(0));
+  text.number(Format::hexLower6, RecordView::unbounded(isid).u48(0));
   return std::string(text.view());
 }
 

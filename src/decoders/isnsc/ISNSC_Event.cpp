@@ -11,15 +11,9 @@
 #include "event/Text.h"
 #include "event/Trace.h"
 
-namespace Pegasus {
+namespace mpuevent::isnsc {
 
 namespace {
-
-using mpuevent::BodyWriter;
-using mpuevent::CodeText;
-using mpuevent::Format;
-using mpuevent::SafeBody;
-using mpuevent::isnsc::IsnsPayload;
 
 // The blank separates the event from the reason that follows.
 constexpr CodeText events[] = {
@@ -52,19 +46,25 @@ std::uint32_t clampedSize(std::size_t size, std::size_t limit) {
 
 }  // namespace
 
+}  // namespace mpuevent::isnsc
+
+namespace Pegasus {
+
+using namespace mpuevent;
+using namespace mpuevent::isnsc;
+
 ISNSC_Event::ISNSC_Event(EmpEvLogMsg_s* bytes, int length)
     : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
-  const mpuevent::Record record(bytes, length);
+  const Record record(bytes, length);
   const IsnsPayload payload(record.payload());
 
-  BodyWriter eventId(mpuevent::Separator::none, 128);
+  BodyWriter eventId(Separator::none, 128);
   writeEventId(eventId, payload);
-  mpuevent::trace({"ISNSC_Event", 411},
-                  {"ISNS Client Event: ", payload.event(), ", Reason: ", payload.reason(),
-                   ", Category: ", payload.category(),
-                   ", raw_event_log_data size = ", std::uint32_t{record.structLength()},
-                   ", Module ID is ", payload.module(), ", Line Number = ", payload.line()});
+  trace({"ISNSC_Event", 411},
+        {"ISNS Client Event: ", payload.event(), ", Reason: ", payload.reason(), ", Category: ",
+         payload.category(), ", raw_event_log_data size = ", std::uint32_t{record.structLength()},
+         ", Module ID is ", payload.module(), ", Line Number = ", payload.line()});
 
   std::string_view summary = "Unhandled Event by ISNS Client";
   SafeBody body;
@@ -81,14 +81,14 @@ ISNSC_Event::ISNSC_Event(EmpEvLogMsg_s* bytes, int length)
   }
   setEventID(eventId.string());
   setBody(body.string());
-  setSummary(mpuevent::toString(summary));
+  setSummary(toString(summary));
   // The body's size is that before anything was escaped.
-  mpuevent::trace({"ISNSC_Event", 501},
-                  {"setEventID, setBody, setSummary: begin",
-                   ", event_id_buf actual data size = ", clampedSize(eventId.size(), 128),
-                   ", summary_buffer actual data size = ", clampedSize(summary.size(), 256),
-                   ", body_buffer_array actual data size = ", clampedSize(body.rawSize(), 16384),
-                   ", setEventID, setBody, setSummary: end"});
+  trace({"ISNSC_Event", 501},
+        {"setEventID, setBody, setSummary: begin",
+         ", event_id_buf actual data size = ", clampedSize(eventId.size(), 128),
+         ", summary_buffer actual data size = ", clampedSize(summary.size(), 256),
+         ", body_buffer_array actual data size = ", clampedSize(body.rawSize(), 16384),
+         ", setEventID, setBody, setSummary: end"});
 }
 
 ISNSC_Event::~ISNSC_Event() = default;

@@ -6,13 +6,11 @@
 #include "event/Text.h"
 #include "event/Undecoded.h"
 
-namespace Pegasus {
-
-using mpuevent::exportedBody;
-using mpuevent::Record;
-namespace startup = mpuevent::startup;
+namespace mpuevent::startup {
 
 namespace {
+
+using Pegasus::String;
 
 struct EventRow {
   std::uint32_t id;
@@ -25,64 +23,64 @@ constexpr std::uint32_t generalMessage = 1;  // its summary is its first line
 
 // clang-format off
 constexpr EventRow events[] = {
-    {generalMessage, "General message", "", startup::messageBody},
+    {generalMessage, "General message", "", messageBody},
     {2, "Unrecognized message received",
-        "Startup received a message that it doesn't know how to handle", startup::unknownMessageBody},
+        "Startup received a message that it doesn't know how to handle", unknownMessageBody},
     {3, "Partial message in Alternate Event Log",
-        "An incomplete message was in an Alternate Event Log", startup::partialMessageBody},
-    {4, "MPU App fatal signal", "MPU application caught and exception", startup::signalBody},
-    {100, "R5600 is in invalid state", "R5600 is in invalid state", startup::registersBody},
-    {101, "stack dump", "dump of the stack", startup::stackBody},
+        "An incomplete message was in an Alternate Event Log", partialMessageBody},
+    {4, "MPU App fatal signal", "MPU application caught and exception", signalBody},
+    {100, "R5600 is in invalid state", "R5600 is in invalid state", registersBody},
+    {101, "stack dump", "dump of the stack", stackBody},
 };
 // clang-format on
-static_assert(mpuevent::rising(events, &EventRow::id));
+static_assert(rising(events, &EventRow::id));
 
-String firstLine(std::string_view text) {
-  return mpuevent::toString(text.substr(0, text.find('\n')));
-}
+String firstLine(std::string_view text) { return toString(text.substr(0, text.find('\n'))); }
 
 }  // namespace
+
+}  // namespace mpuevent::startup
+
+namespace Pegasus {
+
+using namespace mpuevent;
+using namespace mpuevent::startup;
 
 STARTUPMP_Event::STARTUPMP_Event(EmpEvLogMsg_s* bytes, int length)
     : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
-  const EventRow* event = mpuevent::findRow(events, &EventRow::id, record.id());
+  const EventRow* event = findRow(events, &EventRow::id, record.id());
   if (event == nullptr) {
-    mpuevent::showUndecoded(*this, record, {"STARTUPMP_Event", 259}, "Unhandled Event by STARTUPMP",
-                            mpuevent::NumberBase::ofStream, "Unknown EventID: ");
+    showUndecoded(*this, record, {"STARTUPMP_Event", 259}, "Unhandled Event by STARTUPMP",
+                  NumberBase::ofStream, "Unknown EventID: ");
     return;
   }
   setEventID(event->title);
-  setSummary(event->id == generalMessage ? firstLine(startup::messageText(record))
-                                         : event->summary);
+  setSummary(event->id == generalMessage ? firstLine(messageText(record)) : event->summary);
   setBody(event->body(record));
 }
 
 STARTUPMP_Event::~STARTUPMP_Event() = default;
 
 String get_STARTUPMP_MSG_STRING(EmpEvLogMsg_s const* record) {
-  return exportedBody(record, startup::messageBody);
+  return exportedBody(record, messageBody);
 }
 
 String get_STARTUPMP_MSG_MMCH(EmpEvLogMsg_s const* record) {
-  return exportedBody(record, startup::unknownMessageBody);
+  return exportedBody(record, unknownMessageBody);
 }
 
 String get_STARTUPMP_MSG_PARTIAL_MMSG(EmpEvLogMsg_s const* record) {
-  return exportedBody(record, startup::partialMessageBody);
+  return exportedBody(record, partialMessageBody);
 }
 
 String get_R5600_INVALID_STATE_MMSG(EmpEvLogMsg_s const* record) {
-  return exportedBody(record, startup::registersBody);
+  return exportedBody(record, registersBody);
 }
 
-String get_R5600_stack_dump(EmpEvLogMsg_s const* record) {
-  return exportedBody(record, startup::stackBody);
-}
+String get_R5600_stack_dump(EmpEvLogMsg_s const* record) { return exportedBody(record, stackBody); }
 
-String get_SignalInfo(EmpEvLogMsg_s const* record) {
-  return exportedBody(record, startup::signalBody);
-}
+String get_SignalInfo(EmpEvLogMsg_s const* record) { return exportedBody(record, signalBody); }
 
 }  // namespace Pegasus

@@ -72,21 +72,22 @@ String bodyAndSummary(EmpEvLogMsg_s* record, char* destination, WriteKind write)
 
 namespace Pegasus {
 
+using namespace mpuevent;
 using namespace mpuevent::systemconfig;
 
 SYSTEM_CONFIGMP_Event::SYSTEM_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
     : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
-  const mpuevent::Record record(bytes, length);
-  const EventRow* event = mpuevent::findRow(events, &EventRow::id, record.id());
+  const Record record(bytes, length);
+  const EventRow* event = findRow(events, &EventRow::id, record.id());
   if (event == nullptr) {
-    mpuevent::showUndecoded(*this, record, {"SYSTEM_CONFIGMP_Event", 137}, "***UNKNOWN EventID***");
+    showUndecoded(*this, record, {"SYSTEM_CONFIGMP_Event", 137}, "***UNKNOWN EventID***");
     return;
   }
   std::string_view summary;
   setEventID(event->title(record.type()));
   setBody(bodyOf(record, event->write, summary));
-  setSummary(mpuevent::safeString(summary));
+  setSummary(safeString(summary));
 }
 
 SYSTEM_CONFIGMP_Event::~SYSTEM_CONFIGMP_Event() = default;

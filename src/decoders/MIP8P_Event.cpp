@@ -27,7 +27,7 @@ constexpr RecordLayout qmir = {
     {4, qmirField}
 };
 
-// The key goes into both tags as it is, with its blank and its equals sign.
+// The blank and the equals sign of the key go into both tags as they are.
 constexpr Field intStatField[] = {
     {"INT_STAT =", 0, Width::u32, Format::hexUpper8}
 };
@@ -85,7 +85,7 @@ constexpr EventRow dmaEvents[] = {
     {502, "MIP8P p32 Xcore Interrupt",  intStat},
 };
 
-// No class leads to this table, nor to `mathEvents`.
+// No class has these events, nor `mathEvents`: only the exported functions show them.
 constexpr EventRow databaseEvents[] = {
     {2,  "Database ENOMEM",        nothing},
     {8,  "Database Overflow",      nothing},
@@ -123,7 +123,8 @@ String decode(Quarn_Event& event, const EventPayload& payload) {
   return body.string();
 }
 
-/// Writes the elements and a NUL, and returns the place of the NUL.
+/// Copies the elements and a NUL to a caller's buffer and returns the place of the NUL, where the
+/// next call may go on. Without a buffer nothing is copied.
 char* copyTerminated(BodyWriter elements, char* place) {
   if (place == nullptr) return nullptr;
   elements.tellElements();

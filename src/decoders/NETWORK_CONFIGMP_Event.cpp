@@ -41,7 +41,7 @@ constexpr CodeText operationalStatuses[] = {
     {0x410, "UP"},
 };
 constexpr Field linkFields[] = {
-    {"Admin_State",      14, u8, dec}, // not in the order of the payload
+    {"Admin_State",      14, u8, dec}, // shown first, though it stands behind
     {"Physical_BladeId", 12, u8, dec},
 };
 
@@ -52,7 +52,7 @@ String textBody(const Record& record) {
   return body.string();
 }
 
-/// The dump starts behind the text's NUL and covers the rest of `length` bytes of payload.
+/// The dump begins behind the NUL of the text and covers the rest of `length` bytes of payload.
 String textAndDump(RecordView payload, std::size_t length) {
   const std::size_t start = payload.text(0).size() + 1;
   BodyWriter body(Separator::blank, 2 * payload.size() + 32);
@@ -94,7 +94,8 @@ String payloadText(std::string_view, const Record& record) {
 
 String fixedText(std::string_view words, const Record&) { return toString(words); }
 
-/// The event's number tells the status, not the payload's status word: they may differ.
+/// Here the number of the event tells the status; in the Body the payload's status word does. They
+/// may differ.
 String lagPortStatus(std::string_view status, const Record& record) {
   BodyWriter summary(Separator::none, 64);
   summary.text("LAG Port ");

@@ -22,11 +22,12 @@ inline constexpr Field responseRows[] = {
     {"pTimedout",            28, Width::u32, Format::hexUpper8},
 };
 
-/// A response event of the event engine; a text follows it.
+/// A response event of the event engine. A text follows it.
 inline constexpr Layout response = {32, responseRows};
 
-/// Writes `count` bytes from `start` on as the group `Hex`, as far as they are held, and a line
-/// feed. A count below 0 is that of no bytes.
+/// Writes `count` bytes from `start` on, as far as they are held, as the group `Hex` and a line
+/// feed. The lengths that records tell may leave less than nothing: a count below 0 is that of no
+/// bytes.
 void writeDump(BodyWriter& body, RecordView data, std::size_t start, std::int64_t count);
 
 }  // namespace mpuevent::configuration

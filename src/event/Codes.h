@@ -18,15 +18,15 @@ struct Fallback {
   bool showsNumber = true;
 };
 
-/// A fall-back to one word, whatever the number.
+/// The fall-back to one word for all numbers.
 constexpr Fallback toWord(std::string_view word) { return {word, {}, false}; }
 
-/// Writes the text of a code, or the fall-back, in which the number has this format.
+/// Writes the text of a code. The format is that of the number in the fall-back.
 void writeCodeText(BodyWriter& out, CodeTable texts, std::uint64_t code, Format format,
                    const Fallback& fallback);
 
-/// Writes the element of a field that is a code: its text, or the fall-back, in which the number
-/// has the field's format. The element is left out if the field's bytes are not all held.
+/// Writes the element of a field that is a code. The field's format is that of the number in the
+/// fall-back. The element is left out if the field's bytes are not all held.
 void writeCode(BodyWriter& body, RecordView layout, const Field& field, CodeTable texts,
                const Fallback& fallback = {});
 

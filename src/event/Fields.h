@@ -83,7 +83,8 @@ struct Field {
   Format format;
 };
 
-/// Whether the rows of these tables end within so many bytes: for a `static_assert`.
+/// Whether the rows of these tables end within so many bytes: for a `static_assert`, where several
+/// tables show parts of one structure.
 template <std::size_t... counts>
 consteval bool endWithin(std::size_t size, const Field (&... tables)[counts]) {
   const auto ends = [size](std::span<const Field> rows) {
@@ -95,7 +96,7 @@ consteval bool endWithin(std::size_t size, const Field (&... tables)[counts]) {
   return (ends(tables) && ...);
 }
 
-/// The rows of a structure, and how many bytes it takes up.
+/// A structure: how many bytes it takes up, and the rows that show it.
 struct Layout {
   /// Does not compile if a row ends behind the structure.
   template <std::size_t count>
@@ -109,7 +110,8 @@ struct Layout {
   std::span<const Field> rows;
 };
 
-/// The number at a field's offset; 0 if its bytes are not all held. The field is one number.
+/// The number at a field's offset; 0 if its bytes are not all held. Not for a field of several
+/// words.
 std::uint64_t numberAt(RecordView layout, const Field& field);
 
 /// Writes the element of a row. Its offset counts from the start of `layout`; it is left out if

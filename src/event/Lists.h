@@ -12,15 +12,16 @@
 
 namespace mpuevent {
 
-/// Entries of one size that stand one behind the other.
+/// A list in a record: entries of one size that stand one behind the other.
 struct List {
   std::size_t start;    ///< of the first entry
   std::size_t stride;   ///< from one entry to the next, at least 1
-  std::uint64_t count;  ///< of entries; any number, also one that the record claims
+  std::uint64_t count;  ///< of entries; may be whatever the record claims
 };
 
-/// Where a list ends, however much of it is held; at most the end of the bytes held, behind which
-/// all reads are empty. It cannot wrap, whatever the record claims.
+/// The offset behind a list's last entry, or the end of the bytes held if the list claims to reach
+/// beyond it. What is read from there on is empty, like everything behind the bytes held. The
+/// offset cannot wrap, whatever the record claims.
 inline std::size_t endOf(RecordView layout, const List& list) {
   assert(list.stride > 0);
   if (list.start >= layout.size()) return layout.size();
@@ -30,7 +31,8 @@ inline std::size_t endOf(RecordView layout, const List& list) {
 }
 
 /// Calls `visit(entry, index)` for each entry that begins among the bytes held, until it returns
-/// false. An entry is a view on its own bytes; the last may be cut. Returns `endOf` the list.
+/// false. `entry` is a view on the entry's own bytes, of which the last entry may lack some.
+/// Returns where the whole list ends, as `endOf` tells.
 template <class Visit>
 std::size_t forEachEntry(RecordView layout, const List& list, Visit visit) {
   const std::size_t end = endOf(layout, list);
@@ -42,8 +44,8 @@ std::size_t forEachEntry(RecordView layout, const List& list, Visit visit) {
   return end;
 }
 
-/// Writes the rows of each entry; the entries stand one directly behind the other. Returns
-/// `endOf` the list.
+/// Writes the rows of each entry of a list. The stride is the size of an entry's layout. Returns
+/// where the whole list ends, as `endOf` tells.
 inline std::size_t writeList(BodyWriter& body, RecordView layout, std::size_t start,
                              std::uint64_t count, const Layout& entry) {
   return forEachEntry(layout, {start, entry.size, count}, [&](RecordView bytes, std::uint32_t) {

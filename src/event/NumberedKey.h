@@ -10,8 +10,8 @@
 
 namespace mpuevent {
 
-/// An element's key that is a name with a number behind it: "GPR7". In base 16 the digits are in
-/// lower case. A name is cut behind 48 characters.
+/// A key that is a name with a number behind it, as in "SCRATCH7". In base 16 its digits are in
+/// lower case. A name is cut behind 48 characters, which none of today's has.
 class NumberedKey {
  public:
   explicit NumberedKey(std::string_view name) {
@@ -20,7 +20,7 @@ class NumberedKey {
     nameSize_ = name.size();
   }
 
-  /// The key with this number; it lasts until the next.
+  /// The key with this number. It is valid until the next call.
   std::string_view operator()(std::uint32_t number, int base = 10) {
     char* start = text_.data();
     const char* end = std::to_chars(start + nameSize_, start + text_.size(), number, base).ptr;

@@ -47,7 +47,7 @@ constexpr const Row* findRow(const Row (&rows)[size], std::uint32_t Row::*number
   return findRow(std::span<const Row>(rows), number, wanted);
 }
 
-/// A code table: rows that rise, with gaps or without.
+/// A code table: rows whose codes rise, with gaps or without.
 struct CodeTable {
   constexpr CodeTable() = default;
   /// Does not compile if the codes don't rise.

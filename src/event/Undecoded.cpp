@@ -17,10 +17,8 @@ String hexBody(const Record& record) {
 
 void showUndecoded(Pegasus::Quarn_Event& event, const Record& record, TraceSite site,
                    const char* summary, NumberBase idBase, const char* traceText) {
-  // Neither base is hexadecimal because the text before the number says so.
-  trace(site, {
-                  traceText, {record.id(), idBase}
-  });
+  // The base is what it is, even if the text before the number says "0x".
+  trace(site, {traceText, TracePart(record.id(), idBase)});
   event.setSummary(summary);
   event.setBody(hexBody(record));
 }

@@ -8,7 +8,7 @@
 
 namespace mpuevent {
 
-/// `<Hex>` with the payload's bytes: those that are held, at most `evStructLength`.
+/// The payload in hex as the element `Hex`: the bytes that are held, at most `evStructLength`.
 Pegasus::String hexBody(const Record& record);
 
 /// What a decoder makes of a record that it has no layout for: a trace line with the event id, a

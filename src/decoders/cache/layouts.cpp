@@ -87,7 +87,8 @@ constexpr Field isurpListheads[] = {
     {"slave_listhead",        144, wordPair, hexLower8},
 };
 
-// `volume_number` and `VLBN` are the ISURP's own words a second time, not those of the CLH.
+// `volume_number` and `VLBN` show the words of the ISURP a second time, not those of the CLH: the
+// output wants it so.
 constexpr Field clhOfIsurp[] = {
     {"CLH_address",               40,  u32,             hexLower },
     {"volume_number",             24,  u32,             hexLower },
@@ -132,7 +133,7 @@ constexpr Field dumpClhCountsFields[] = {
     {"free_count_other", 12, u32, hexLower},
 };
 
-// Words without a structure. A key with a blank in it is written so.
+// Words that belong to no structure. The blanks in some keys go into the tags as they are.
 
 constexpr Field btreeNodesFields[] = {
     {"free_btree_node_count", 0, u32, hexLower},
@@ -166,7 +167,7 @@ constexpr Field queuePopStatusFields[] = {
     {"queue_pop_status", 0, u32, hexLower},
 };
 
-// Words that stand behind a structure and are shown before it.
+// Words that stand behind a structure but are shown before it.
 
 constexpr Field volumeBehindMmsg[] = {
     {"cache_VT_flags",            20, u32, hexLower},
@@ -219,7 +220,7 @@ constexpr Elements volumeNumber = {volumeNumberFields};
 
 constexpr Elements dumpIsurpListheads = {dumpIsurpFields, isurpListheads};
 constexpr Elements dumpIsurpClh = {dumpIsurpFields, clhOfIsurp};
-/// Of the ISURP all but its `block_count`.
+// Of the ISURP all but its last row, `block_count`.
 constexpr Elements dumpIsurpClhReconfig = {std::span(dumpIsurpFields).first<8>(),
                                            reconfigurationOfIsurp};
 constexpr Elements dumpClhOverwrite = {dumpClhFields, overwriteClh};

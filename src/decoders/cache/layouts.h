@@ -8,7 +8,7 @@
 /// What the cache managers log with a bugcheck. All offsets are from the payload's start.
 namespace mpuevent::cache {
 
-/// Up to two tables of elements, written one after the other.
+/// What an event shows: up to two tables of elements, one after the other.
 struct Elements {
   std::span<const Field> first = {};
   std::span<const Field> second = {};
@@ -34,7 +34,7 @@ extern const Elements queuePopStatus;
 extern const Elements structureHead;
 extern const Elements volumeNumber;
 
-// A structure with what was logged behind it; the "...And..." show that first.
+// A structure and what was logged behind it. Those named "...And..." show the latter first.
 extern const Elements dumpIsurpListheads;
 extern const Elements dumpIsurpClh;
 extern const Elements dumpIsurpClhReconfig;

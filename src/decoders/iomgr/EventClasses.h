@@ -23,21 +23,23 @@ class EventPayload : public RecordView {
 
   explicit EventPayload(RecordView bytes) : RecordView(bytes) {}
 
-  /// A payload whose holder does not say how long it is: as long as the fields read.
+  /// For a payload whose length nobody tells: it is trusted to hold whatever is read of it.
   static EventPayload trusting(const void* payload) { return EventPayload(unbounded(payload)); }
 
   std::uint32_t eventClass() const { return u32(0); }
   std::uint32_t eventNumber() const { return u32(4); }
   std::uint32_t dataLength() const { return u32(16); }
-  /// About how many bytes the elements take up: few records become more than twelve times longer.
+  /// About how many bytes the elements take up: elements are seldom more than twelve times as long
+  /// as the record that they show.
   std::size_t expectedSize() const { return 512 + 12 * std::min<std::size_t>(size(), 1024); }
   DataArea dataArea() const { return {from(dataStart), dataLength()}; }
 };
 
-/// An event's name, followed by NULs.
+/// An event's name and NULs behind it. No name is as long as that; the text of an assert may be.
 using NameBuffer = std::array<char, 128>;
 
-/// Writes the text that an event carries; it may change the event's name.
+/// Writes the text that an event carries. It may overwrite the event's name, which becomes the
+/// Summary.
 using TextWriter = void(BodyWriter& body, const DataArea& data, NameBuffer& name);
 
 /// What an event carries: up to two records, the second directly behind the first, or a text.
@@ -72,7 +74,7 @@ inline constexpr std::uint32_t anyNumber = 0xFFFFFFFF;
 struct EventClass {
   std::uint32_t number;
   std::string_view eventId;
-  std::span<const EventRow> events;  ///< ascending; empty if the class shows nothing
+  std::span<const EventRow> events;  ///< empty if the class shows nothing
 };
 
 /// The class of this number, or null.
@@ -92,12 +94,13 @@ constexpr bool classesRise(std::span<const EventClass> classes) {
 Pegasus::String writeEvent(BodyWriter& body, const EventPayload& payload,
                            std::span<const EventRow> events);
 
-/// Copies an assert's data over the name and returns the text that stands there then. The copy has
-/// no NUL of its own: behind a short text the rest of the name shows.
+/// Copies an assert's text over the event's name and returns what stands there then. No NUL is
+/// copied behind the text, so that the rest of the name shows behind a shorter text: the output
+/// wants it so.
 std::string_view overwriteName(const DataArea& data, NameBuffer& name);
 
-// What the exported functions for one class and for one record write. A null pointer writes
-// nothing; all that a payload or record should have is trusted to be there.
+// What the exported functions write that are for one class or one record. They trust that all a
+// payload or record should have is there. A null pointer writes nothing.
 
 /// The payload's event as one of `events`, whatever class the payload names. Sets Summary.
 BodyWriter classBody(Separator separator, Pegasus::Quarn_Event& event,

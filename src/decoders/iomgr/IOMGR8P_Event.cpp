@@ -19,7 +19,7 @@ constexpr Field headFields[] = {
     {"Event_Line_Number", 12, Width::u32, Format::dec},
 };
 
-/// Sets Summary and returns the entries, which `addEntry` would append one by one.
+/// Sets Summary and returns all entries, as `addEntry` would append them one by one.
 BodyWriter decode(Quarn_Event& event, const EventPayload& payload) {
   trace({"IOMGR8P_Event", 121}, {"IOMGR_Event: Length=0x", payload.dataLength()});
   BodyWriter body(Separator::none, payload.expectedSize());
@@ -29,7 +29,7 @@ BodyWriter decode(Quarn_Event& event, const EventPayload& payload) {
   return body;
 }
 
-/// The same for one class, whatever the payload says.
+/// The entries of one class, whatever class the payload names. Sets Summary.
 BodyWriter ofClass(IomgrClass number, Quarn_Event& event, const IOMGR_EVL* payload) {
   return classBody(Separator::none, event, classOf(iomgrClasses, number)->events, payload);
 }
@@ -38,7 +38,7 @@ BodyWriter ofRecord(const RecordLayout& layout, const void* record) {
   return recordBody(Separator::none, layout, record);
 }
 
-/// For records that others of the same payload may follow.
+/// The entries of a record and of those behind it in the same payload.
 BodyWriter ofRun(const RecordLayout& layout, const IOMGR_EVL* payload, const void* record) {
   BodyWriter body(Separator::none);
   if (payload == nullptr || record == nullptr) return body;

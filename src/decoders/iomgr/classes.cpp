@@ -14,7 +14,7 @@ void writeFile(BodyWriter& body, const DataArea& data, NameBuffer& name) {
 
 constexpr Carried file(writeFile);
 
-// The names are the firmware's, slips of spelling included.
+// The names are those of the firmware, slips of spelling included.
 
 constexpr EventRow managerEvents[] = {
     {1,   "Manager MQX Event",               lwsem    },
@@ -64,7 +64,7 @@ constexpr EventRow bbscanEvents[] = {
 };
 
 constexpr EventRow xoeEvents[] = {
-    {1, "Manager MQX Event", lwsem  }, // not its own name
+    {1, "Manager MQX Event", lwsem  }, // the name of class 1
     {7, "XOE Overflow",      nothing},
     {8, "XOE Empty Buffer",  nothing},
 };
@@ -222,7 +222,7 @@ constexpr EventRow parityRebuildEvents[] = {
     {19,   "Parity Rebuild Table Error",           isurp + sgtList},
     {25,   "Parity Rebuild Invalid ISURP",         isurp          },
     {506,  "Parity Rebuild Task Error",            volumeNumber   },
-    {512,  "Parity Rebuild Medium Error Repaired", isurp          }, // drp in all other classes
+    {512,  "Parity Rebuild Medium Error Repaired", isurp          }, // all other classes have drp
     {517,  "Parity Rebuild Forced Error Detected", dlm            },
     {1001, "Parity Rebuild Task Started",          volumeNumber   },
     {1002, "Parity Rebuild Task Completed",        volumeNumber   },
@@ -338,7 +338,7 @@ constexpr EventClass iomgrClasses[] = {
     {macroClass,         "Macro Task Event",                   macroEvents        },
     {evlClass,           "EVL Event",                          evlEvents          },
     {assertClass,        "Resource Assert Event",              assertEvents       },
-    {mathClass,          "Unknown Event",                      mathEvents         }, // no EventID of its own
+    {mathClass,          "Unknown Event",                      mathEvents         }, // none of its own
 };
 static_assert(classesRise(iomgrClasses));
 

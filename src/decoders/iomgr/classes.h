@@ -7,7 +7,7 @@
 
 namespace mpuevent::iomgr {
 
-/// The event classes of the I/O manager.
+/// The event classes of the I/O manager, named as the exported functions name them.
 enum IomgrClass : std::uint32_t {
   managerClass = 1,
   rebuildClass = 2,

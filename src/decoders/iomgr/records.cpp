@@ -51,7 +51,7 @@ constexpr Field vtFields[] = {
     {"vt_common_volume_highwater_mark", 24,  u64,      udec     },
     {"vt_common_volume_state",          44,  u32,      hexUpper8},
     {"iomgr_vt_flags",                  240, u32,      hexUpper8},
-    {"iomgr_vt_",                       240, u32,      hexUpper8}, // the word of the row above
+    {"iomgr_vt_",                       240, u32,      hexUpper8}, // the same word
     {"iomgr_vt_extent_count",           246, u16,      hexUpper8},
     {"iomgr_vt_num_extent_descriptors", 260, u32,      hexUpper8},
     {"iomgr_vt_volume_db_update_count", 252, wordPair, hexUpper8},
@@ -247,14 +247,14 @@ constexpr Layout dlmEntry = {44, dlmEntryFields};
 
 void writeDlmEntries(BodyWriter& body, RecordView dlm) { writeList(body, dlm, 16, 4, dlmEntry); }
 
-/// Writes the fields and lists of a record, of which `record` holds what there is.
+/// Writes what a record shows by itself. `record` holds as much of it as there is.
 void writeOwn(BodyWriter& body, RecordView record, const RecordLayout& layout) {
   writeFields(body, record, layout.rows);
   if (layout.writeLists != nullptr) layout.writeLists(body, record);
 }
 
-/// Writes records of one layout from `at` on, as long as they begin among the meaningful bytes
-/// and among those held; the last may reach beyond either.
+/// Writes records of one layout from `at` on: those that begin among the meaningful bytes that are
+/// held. The last may reach beyond their end.
 void writeRun(BodyWriter& body, const DataArea& data, std::size_t at, const RecordLayout& layout) {
   const std::size_t end = std::min<std::size_t>(data.length, data.size());
   if (at >= end) return;

@@ -17,12 +17,12 @@ struct DataArea : RecordView {
   std::uint32_t length;
 };
 
-/// A record in a data area: its size and rows, and what its elements are followed by.
+/// A record in a data area: its size and rows, and what follows their elements.
 struct RecordLayout : Layout {
-  /// Writes the record's own lists; null if it has none. `record` holds its bytes alone.
+  /// Writes the lists inside the record; null if it has none. `record` holds its bytes alone.
   void (*writeLists)(BodyWriter& body, RecordView record) = nullptr;
-  /// The records that stand behind this one, as many as begin among the meaningful bytes; null if
-  /// there are none.
+  /// The records that may follow this one, as many as begin among the meaningful bytes; null if
+  /// none do.
   const RecordLayout* run = nullptr;
 };
 
@@ -52,7 +52,7 @@ extern const RecordLayout ndfe;   ///< forced error, without a volume
 
 /// A volume table entry and the extents behind it, up to the end of the meaningful bytes.
 extern const RecordLayout volume;
-/// Nothing of its own, and the scatter-gather tables that begin where it does.
+/// A run of scatter-gather tables, with nothing before them.
 extern const RecordLayout sgtList;
 
 // Plain words.

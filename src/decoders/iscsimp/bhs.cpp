@@ -68,7 +68,8 @@ void writeFlags(BodyWriter& body, RecordView bhs, std::span<const Flag> flags) {
   }
 }
 
-/// The stages stand in two bits each of one byte, so that a stage is no field of its own.
+/// Writes the current and the next stage. Both stand in one byte, in two bits each, so that neither
+/// is a field.
 void writeStages(BodyWriter& body, RecordView bhs) {
   constexpr std::size_t at = 1;
   if (!bhs.holds(at, 1)) return;
@@ -76,7 +77,7 @@ void writeStages(BodyWriter& body, RecordView bhs) {
   body.element("NSG", textOf(stage_names, bhs.u8(at) & 3));
 }
 
-/// The opcode's name is known where its layout is; it is left out like the byte that it shows.
+/// Writes the opcode in words, if the byte that it stands in is held.
 void writeOpcode(BodyWriter& body, RecordView bhs, std::string_view name) {
   if (bhs.holds(0, 1)) body.element("Opcode", name);
 }

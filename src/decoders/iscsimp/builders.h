@@ -8,7 +8,7 @@
 
 namespace mpuevent::iscsimp {
 
-/// Writes the elements and the summary of a payload, of which `data` holds what there is.
+/// Writes the elements and the summary of a payload. `data` holds as much of it as there is.
 using WriteEvent = void(BodyWriter& body, BodyWriter& summary, RecordView data);
 
 WriteEvent writeBasicEvent;    // BASIC_DATA

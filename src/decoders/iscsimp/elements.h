@@ -12,11 +12,12 @@ namespace mpuevent::iscsimp {
 inline constexpr Field statusCode = {"Reason", 2, Width::u16, Format::udec};
 inline constexpr Field socketNumber = {"Socket", 4, Width::u32, Format::udec};
 
-/// The text of a payload's status code, as an element and as a summary.
+/// Writes the element that tells the status code of a payload in words.
 void writeReason(BodyWriter& body, RecordView data);
+/// Writes the same words as a summary.
 void writeStatus(BodyWriter& summary, RecordView data);
 
-/// ", Socket n", the end of a summary.
+/// Writes ", Socket n", which ends the summary of an event that succeeded.
 void writeSocketSuffix(BodyWriter& summary, RecordView data);
 
 }  // namespace mpuevent::iscsimp

@@ -31,9 +31,10 @@ constexpr Field sessionFields[] = {
     {"DefaultTime2Retain", 30, u16, udec     },
 };
 
-// What two of the flags say of unsolicited data decides whether this is shown before them. The key
-// ends with a blank.
+// The key is required to end with a blank.
 constexpr Field firstBurstLength = {"FirstBurstLength ", 24, u32, udec};
+// These two flags together say whether there is unsolicited data, to which the length above
+// applies.
 constexpr Field initialR2T = {"InitialR2T", 40, u8, yesNo};
 constexpr Field immediateData = {"ImmediateData", 41, u8, yesNo};
 
@@ -58,21 +59,21 @@ constexpr Field receiveFields[] = {
 };
 
 constexpr Field authenticationMethod = {"AuthenticationMethod", 47, u8, udec};
-// Shown for these methods alone, which are both "CHAP".
+// Which of the two kinds of CHAP it is. With any other method the element is left out.
 constexpr Field mutualAuthentication = {"MutualAuthentication", 47, u8, udec};
 constexpr CodeText mutualities[] = {
     {2, "No" },
     {3, "Yes"},
 };
 
-// Any other code stands for no digest.
+// Every other code stands for no digest.
 constexpr Field headerDigest = {"HeaderDigest", 56, u16, udec};
 constexpr Field dataDigest = {"DataDigest", 58, u16, udec};
 constexpr CodeText digests[] = {
     {2, "CRC32C"},
 };
 
-// There are markers if they have an interval.
+// A side sends markers if their interval is not 0.
 constexpr Field markers[] = {
     {"OfMarker", 60, u16, yesNo},
     {"IfMarker", 62, u16, yesNo},
@@ -107,7 +108,7 @@ void writeMarkers(BodyWriter& body, RecordView data) {
 
 }  // namespace
 
-// The status code is not looked at: there is a session.
+// A session came up, so the status code is not looked at.
 void writeLoginEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
   const std::uint64_t type = numberAt(data, sessionType);
   const std::size_t targetNameOffset = data.u16(68);

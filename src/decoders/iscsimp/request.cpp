@@ -36,8 +36,8 @@ constexpr Field messageFields[] = {
 
 static_assert(endWithin(messageSize, messageFields));
 
-/// Steps through the texts behind a layout. A text is there if its stored length is not 0. The
-/// length only says where the next text begins: the text itself ends with its NUL.
+/// Steps through the texts that stand behind a layout. A text is there if its stored length is not
+/// 0. The length only says where the next text begins: the text itself ends with its NUL.
 class TextCursor {
  public:
   TextCursor(BodyWriter& body, RecordView data, std::size_t firstText)

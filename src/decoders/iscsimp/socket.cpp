@@ -1,4 +1,4 @@
-// The sockets' events, which look at the status code before they show it.
+// Events of sockets. They show the status code only if it tells of a failure.
 #include <cstddef>
 #include <cstdint>
 #include <string_view>

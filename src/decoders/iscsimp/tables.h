@@ -6,12 +6,12 @@
 
 namespace mpuevent::iscsimp {
 
-/// What stands for a code without a text.
+/// What is shown for a code that its table does not have: "Unknown (17)".
 inline constexpr Fallback unknownCode = {"Unknown (", ")"};
 
 /// By event id.
 inline constexpr CodeText event_names[] = {
-    {0, "Radiation leak detected"}, // odd, and to be kept
+    {0, "Radiation leak detected"}, // odd, but required
     {1, "Open Socket Request"    },
     {2, "Close Socket"           },
     {3, "Login"                  },
@@ -29,7 +29,7 @@ inline constexpr CodeText session_types[] = {
     {2, "Normal"   },
 };
 
-/// By the stage codes of a login.
+/// By the two bits of a login's stage.
 inline constexpr CodeText stage_names[] = {
     {0, "SecurityNegotiation"        },
     {1, "LoginOperationalNegotiation"},
@@ -37,7 +37,7 @@ inline constexpr CodeText stage_names[] = {
     {3, "FullFeaturePhase"           },
 };
 
-/// Each method has two codes.
+/// By the code of a method. Two codes each have the same words.
 inline constexpr CodeText auth_methods[] = {
     {0, "None"},
     {1, "None"},
@@ -55,7 +55,7 @@ inline constexpr CodeText close_reasons[] = {
     {6,  "Protocol error reject"                        },
     {7,  "System Shutdown"                              },
     {8,  "Connection owned by reinstated session"       },
-    {9,  "Login failure"                                }, // as 5
+    {9,  "Login failure"                                }, // the same words as 5
     {10, "TCP reset"                                    },
     {11, "TCP FIN"                                      },
     {12, "Connection reinstatment"                      }, // spelled so
@@ -64,7 +64,7 @@ inline constexpr CodeText close_reasons[] = {
 };
 
 inline constexpr CodeText status_texts[] = {
-    {0,  "Radiation leak detected"                      }, // odd, and to be kept
+    {0,  "Radiation leak detected"                      }, // odd, but required
     {1,  "Socket for close request not found"           },
     {2,  "Socket for login request not found"           },
     {3,  "Socket for text request not found"            },

@@ -15,7 +15,7 @@ namespace mpuevent::isnsc {
 
 namespace {
 
-// The blank separates the event from the reason that follows.
+// Each text ends with the blank that parts it from the reason behind it.
 constexpr CodeText events[] = {
     {1, "ICS REQ " },
     {2, "ICS RSP " },
@@ -32,14 +32,15 @@ constexpr CodeText reasons[] = {
     {3, "Sent"       },
 };
 
-/// An unknown event has no blank behind its number: "Unknown event: 9Rcvd".
+/// Writes the event and its reason. No blank parts an unknown event from the reason: the output
+/// wants "Unknown event: 9Rcvd".
 void writeEventId(BodyWriter& out, const IsnsPayload& payload) {
   writeCodeText(out, events, payload.event(), Format::dec, {"Unknown event: "});
   writeCodeText(out, reasons, payload.reason(), Format::dec, {"Unknown reason: "});
 }
 
-/// The size of a text as the trace tells it: never more than that of the buffer which once held
-/// the text. Only a body can be so long.
+/// The size of a text as the trace line tells it: at most `limit`, the size of the buffer that it
+/// once stood in. Event ids and summaries stay below theirs with today's texts; a body may not.
 std::uint32_t clampedSize(std::size_t size, std::size_t limit) {
   return static_cast<std::uint32_t>(std::min(size, limit));
 }

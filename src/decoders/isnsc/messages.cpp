@@ -50,7 +50,7 @@ constexpr Field messageFields[] = {
     {"Message_Length",  14, u16, dec       },
 };
 
-// The high byte of the opcode; a protocol without a name is shown by its number.
+// The high byte of the opcode. A protocol without a name is shown by its number.
 constexpr Field opcodeProtocol = {"OpCode_Protocol", 16, u8, dec};
 
 constexpr Field opcodeFields[] = {
@@ -103,7 +103,7 @@ void writeCommonFields(BodyWriter& body, RecordView message) {
 }
 
 void writeArgument(BodyWriter& body, std::uint32_t index, std::uint32_t value) {
-  char key[] = "Arg255";  // the count is one byte
+  char key[] = "Arg255";  // as long as a key can get: the count is one byte
   char* digits = key + 3;
   if (index < 10) *digits++ = '0';
   const char* end = std::to_chars(digits, key + sizeof key, index).ptr;

@@ -25,7 +25,7 @@ class IsnsPayload {
   std::uint32_t line() const { return bytes_.u32(lineAt); }
   RecordView message() const { return bytes_.from(24); }
 
-  /// The "Module" and "Line" elements.
+  /// Writes the elements `Module` and `Line`, with which each kind of message begins.
   void writeOrigin(SafeBody& body) const;
 
  private:
@@ -35,12 +35,16 @@ class IsnsPayload {
   RecordView bytes_;
 };
 
+/// The Summary of an ICS message.
 std::string_view icsSummary(const IsnsPayload& payload);
 /// Writes a trace line if the type of the message is unknown.
 void traceUnknownType(const IsnsPayload& payload);
+/// Writes the group of an ICS message; of a message of unknown type it has no more than the origin.
 void writeIcsMessage(SafeBody& body, const IsnsPayload& payload);
 
+/// The Summary of a text message.
 std::string_view textSummary(const IsnsPayload& payload);
+/// Writes the group of a text message: as many arguments as it claims and holds.
 void writeTextMessage(SafeBody& body, const IsnsPayload& payload);
 
 }  // namespace mpuevent::isnsc

@@ -99,7 +99,7 @@ constexpr ArcRegisterField rtTavo4ERR_STAFields[] = {
     endOfFields,
 };
 
-// An error's interrupt is enabled by the bit that ERR_STA reports it in.
+// The same fields as in ERR_STA: the bit that reports an error there enables its interrupt here.
 constexpr ArcRegisterField rtTavo4ERR_INT_ENFields[] = {
     rtTavo4ERR_STAFields[0], rtTavo4ERR_STAFields[1], rtTavo4ERR_STAFields[2],
     rtTavo4ERR_STAFields[3], rtTavo4ERR_STAFields[4], rtTavo4ERR_STAFields[5],
@@ -116,7 +116,8 @@ constexpr ArcRegisterField rtTavo4SYS_PE_STAFields[] = {
 
 // clang-format on
 
-// Name, offset, instances, width, fields. The instances of REG_312 do reach into ARC_CORE.
+// Name, offset, instances, width, fields. The last instances of REG_312 lie where ARC_CORE begins;
+// the table is required so.
 constexpr ArcRegister rtTavo4ArcRegsNames[] = {
     {"STATUS",             0,    1,   32, rtTavo4ArcSTATUSFields    },
     {"SEMA",               4,    1,   32, nullptr                   },

@@ -19,7 +19,7 @@ struct EventRow {
   String (*body)(const Record& record);
 };
 
-constexpr std::uint32_t generalMessage = 1;  // its summary is its first line
+constexpr std::uint32_t generalMessage = 1;  // its Summary is the first line of its text
 
 // clang-format off
 constexpr EventRow events[] = {

@@ -8,13 +8,13 @@
 
 #include "event/RecordView.h"
 
-/// The bodies of start-up events, each by its kind of payload.
+/// The bodies of start-up events, one function for each kind of payload.
 namespace mpuevent::startup {
 
-/// Where the register report and the stack dump stop.
+/// The size at which the register report and the stack dump stop.
 constexpr std::size_t bodyLimit = 32768;
 
-/// The text of a start-up message: up to its NUL, all lines.
+/// All lines of a start-up message, up to its NUL.
 std::string_view messageText(const Record& record);
 
 Pegasus::String messageBody(const Record& record);

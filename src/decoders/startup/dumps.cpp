@@ -29,7 +29,7 @@ std::string_view nameOf(const char (&name)[size]) {
 
 bool isHidden(std::string_view name) { return name.starts_with("rsvd") || name.starts_with("REG"); }
 
-/// "Z is 01, N is 00, PC is 2A3C4": the field's digits go by its width.
+/// Writes "Z is 01, N is 00, PC is 2A3C4". How many digits a field has at least goes by its width.
 void writeFieldTexts(BodyWriter& body, const ArcRegisterField* field, std::uint32_t value) {
   for (bool first = true; field->lowestBit >= 0; ++field, first = false) {
     if (!first) body.text(", ");
@@ -49,8 +49,8 @@ void writeRegister(BodyWriter& body, std::string_view key, std::uint32_t value,
   body.closeElement(key);
 }
 
-/// Writes the instances of a register, each from the word at its own offset; false if the words or
-/// the room for them came to their end.
+/// Writes the instances of a register, each from the word at its own offset. Returns false if the
+/// report ends here: the words are used up, or there is no room for one more.
 bool writeInstances(BodyWriter& body, RecordView words, const ArcRegister& row) {
   const std::string_view name = nameOf(row.name);
   NumberedKey numbered(name);
@@ -58,6 +58,7 @@ bool writeInstances(BodyWriter& body, RecordView words, const ArcRegister& row) 
   for (std::uint32_t i = 0; i < row.instanceCount; ++i) {
     const std::size_t at = static_cast<std::size_t>(row.offset) + size * i;
     if (!words.holds(at, wordSize)) return false;
+    // Every register of today's table is one word wide, so this cannot happen yet.
     if (!words.holds(at, size)) {
       trace({traceFile, 785}, {"out of boundary data\n"});
       return false;
@@ -96,9 +97,10 @@ String stackBody(const Record& record) {
   BodyWriter body(Separator::blank, std::min(8 * payload.size() + 64, bodyLimit));
   writeFields(body, payload, stackFields);
 
-  // Wraps for a payload of less than two words.
+  // Wraps for a payload of less than two words: then the end of the bytes held ends the list.
   const std::uint32_t count = record.structLength() / 4U - 2U;
-  // Twice the number of words, not four times, below the stack pointer.
+  // A word has four bytes, but the addresses begin only twice the number of words below the stack
+  // pointer: the output wants it so.
   const std::uint32_t base = payload.u32(4) - 2 * count;
   NumberedKey addressKey("S");
   forEachEntry(payload, {stackWords, wordSize, count}, [&](RecordView word, std::uint32_t index) {

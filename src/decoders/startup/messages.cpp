@@ -23,11 +23,14 @@ std::string_view withoutLeading(std::string_view text) {
   return {std::find_if_not(text.begin(), text.end(), isWhiteSpace), text.end()};
 }
 
-/// Formats the lines of a start-up message one after another.
+/// Writes the lines of a start-up message one after another. It counts the texts of all of them, so
+/// one writer serves a whole message.
 class LineWriter {
  public:
   explicit LineWriter(BodyWriter& body) : body_(body) {}
 
+  /// Writes a line without its line feed: as pairs if it holds a '=', else as one text. An empty
+  /// line writes nothing.
   void line(std::string_view line) {
     if (line.find('=') == std::string_view::npos) {
       if (!line.empty()) textLine(line);
@@ -37,7 +40,8 @@ class LineWriter {
   }
 
  private:
-  /// "key = value" again and again, with a text behind the last value perhaps.
+  /// Writes "key = value" pairs as one group, and as a text what stands behind the last value.
+  /// `rest` holds a '=' whenever the loop begins anew.
   void pairs(std::string_view rest) {
     body_.openGroup("Values");
     std::size_t equals = rest.find('=');
@@ -52,6 +56,7 @@ class LineWriter {
     if (!rest.empty()) textLine(rest);
   }
 
+  /// Writes one pair. Blanks inside the key would break its tags: they become underscores.
   void pair(std::string_view key, std::string_view value) {
     key = withoutLeading(key);
     while (!key.empty() && isWhiteSpace(key.back())) key.remove_suffix(1);
@@ -60,9 +65,10 @@ class LineWriter {
     body_.element(key_, value);
   }
 
+  /// Writes the next numbered text.
   void textLine(std::string_view text) {
     text = withoutLeading(text);
-    // One character of white space at most, unlike behind a key.
+    // Of a text the output keeps a second trailing blank; behind a key all of them go.
     if (!text.empty() && isWhiteSpace(text.back())) text.remove_suffix(1);
     body_.element(textKey_(textNumber_++), text);
   }
@@ -73,7 +79,7 @@ class LineWriter {
   std::uint32_t textNumber_ = 1;
 };
 
-// The header of a management message on its channel; offsets from where it begins.
+// The header of a management message on its channel. Offsets count from where it begins.
 constexpr Field channelHeaderFields[] = {
     {"Message_type",   8,  Width::u8,  Format::dec      },
     {"MMCH_version",   9,  Width::u8,  Format::dec      },
@@ -88,13 +94,13 @@ constexpr Field channelHeaderFields[] = {
     {"general_use3",   52, Width::u32, Format::hexLower8},
 };
 
-// A partial message has its first three fields, and of the others, in their order, those whose
-// number here is less than what remains of the message.
+// A partial message always shows the first three fields. Each field behind them is shown if more
+// of the message remains than the number that stands here for it.
 constexpr std::size_t alwaysThere = 3;
 constexpr std::uint32_t neededRests[] = {16, 16, 17, 18, 40, 48, 52, 56};
 static_assert(alwaysThere + std::size(neededRests) == std::size(channelHeaderFields));
 
-/// A text, and behind it the header of a management message.
+/// Where the text of a message ends, and where the header of a management message stands behind it.
 struct TextAndHeader {
   std::string_view text;
   std::size_t headerOffset;
@@ -103,7 +109,7 @@ struct TextAndHeader {
     const std::string_view lines = payload.text(0);
     text = lines.substr(0, lines.find('\n'));
     const std::size_t length = text.size() < lines.size() ? text.size() + 1 : text.size();
-    headerOffset = length / 4 * 4;  // down, into the text's end
+    headerOffset = length / 4 * 4;  // rounded down, so that it may begin in the text's last bytes
   }
 };
 
@@ -141,8 +147,8 @@ String unknownMessageBody(const Record& record) {
 
 String partialMessageBody(const Record& record) {
   const TextAndHeader message(record.payload());
-  // 152 is taken off although the payload's length does not count the record's header, and the
-  // difference wraps.
+  // The size of the record's header is taken off although the payload's length does not count it.
+  // The difference wraps for a short payload, which then shows every field that is held.
   const auto rest =
       static_cast<std::uint32_t>(record.structLength() - Record::headerSize - message.headerOffset);
   const auto* there = std::lower_bound(std::begin(neededRests), std::end(neededRests), rest);

@@ -22,7 +22,8 @@ constexpr Field signalFields[] = {
     {"Signal_code",   8, Width::u32, Format::hexLower8},
 };
 
-// What follows these three depends on the class, the upper half of the signal code.
+// What follows these three depends on the class of the signal, which is the upper half of the
+// signal code.
 
 constexpr Field senderFields[] = {
     {"__Signal_sent_by", 12, Width::u32, Format::dec},
@@ -45,8 +46,8 @@ constexpr Field realTimeFields[] = {
     {"__Signal_value_ptr", 20, Width::u32, Format::pointer},
 };
 
-// What happened. The code is always 1 where one is looked up (see `writeCause`), so that no other
-// text than that of 1 can ever be shown; the tables are required whole all the same.
+// What happened, by code. The code is always 1 where one is looked up (see `writeCause`), so the
+// texts of the other codes can never be shown; the tables are required whole all the same.
 
 constexpr CodeText pollEvents[] = {
     {1, "Input data available"         },
@@ -150,7 +151,7 @@ constexpr Field specialRegisters[] = {
     {"RESULT",    300, Width::u32, Format::hexLower8},
 };
 
-constexpr std::size_t processName = 324;  // the last there is: a text
+constexpr std::size_t processName = 324;  // a text, which reaches to its NUL
 constexpr Field processId[] = {
     {"PID", 320, Width::u32, Format::dec},
 };
@@ -171,6 +172,7 @@ void writeEvent(BodyWriter& body, CodeTable events, std::uint32_t code, std::str
   body.closeElement("__Event");
 }
 
+/// A fault has its cause and event by the number of the signal.
 void writeFault(BodyWriter& body, RecordView info, std::uint32_t code) {
   const Fault* fault = findRow(faults, &Fault::signal, info.u32(0));
   if (fault == nullptr) {
@@ -187,9 +189,11 @@ void writeFault(BodyWriter& body, RecordView info, std::uint32_t code) {
   writeFields(body, info, faultFields);
 }
 
+/// Writes why the signal came. A record that was cut inside the signal code says nothing of it.
 void writeCause(BodyWriter& body, RecordView info) {
   const std::uint32_t signalCode = info.u32(8);
-  // The code tells whether there is a signal code at all; it is not the word's lower half.
+  // The lower half of the word would be the code, but the output wants to know no more than whether
+  // there is a signal code at all.
   const std::uint32_t code = signalCode != 0 ? 1 : 0;
   const std::uint32_t number = signalCode >> 16;
   if (number == faultClass) return writeFault(body, info, code);

@@ -30,7 +30,7 @@ struct EventRow {
 
 constexpr char noSharedMemory[] = "Instantiation of SharedMemory Failed";
 
-// One row a line.
+// Laid out by hand: the formatter would break each row into several lines.
 // clang-format off
 constexpr EventRow events[] = {
     {2000, writeText,             "Error Text",                             "Warning Text",                             "Text Information"},
@@ -48,7 +48,7 @@ constexpr EventRow events[] = {
 // clang-format on
 static_assert(rising(events, &EventRow::id));
 
-/// The body; `summary` becomes a part of the record or a fixed text, not yet made safe.
+/// Returns the body. `summary` becomes a part of the record or a fixed text; it is not escaped yet.
 String bodyOf(const Record& record, WriteKind write, std::string_view& summary) {
   const SccPayload payload(record);
   SafeBody body;
@@ -57,7 +57,7 @@ String bodyOf(const Record& record, WriteKind write, std::string_view& summary) 
   return body.string();
 }
 
-/// The same for an exported function, which hands the summary to its caller as it is.
+/// What an exported function does: its caller gets the summary as it is, without any escape.
 String bodyAndSummary(EmpEvLogMsg_s* record, char* destination, WriteKind write) {
   std::string_view summary;
   const String body =

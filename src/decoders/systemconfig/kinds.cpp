@@ -17,8 +17,8 @@ namespace {
 using enum Width;
 using enum Format;
 
-// The layouts. Offsets count from the start of the event's data; a text follows all but the shared
-// memory's and the persistent memory's.
+// The layouts. Offsets count from the start of the event's data. A text follows each layout but
+// those of the shared memory and of the persistent memory.
 
 constexpr Field sharedMemoryKey = {"ShMem_Key", 0, u32, dec};
 
@@ -59,8 +59,8 @@ constexpr std::size_t lockText = 28;
 static_assert(endWithin(lockText, lockClassFields, lockObjectFields));
 
 constexpr Field messageFields[] = {
-    {"OpCode_Protocol", 0,  u8,  dec      }, // the opcode word's high byte, and
-    {"OpCode_Type",     0,  u24, dec      }, // the rest of the same word
+    {"OpCode_Protocol", 0,  u8,  dec      }, // the high byte of a word,
+    {"OpCode_Type",     0,  u24, dec      }, // and its other three
     {"Requestor",       4,  u32, dec      },
     {"Dest_EP",         8,  u32, dec      },
     {"MMSG_Len",        12, u32, dec      },
@@ -131,7 +131,7 @@ constexpr Field persistentMemoryFields[] = {
     {"cpmDebug",              32, u8,  dec},
 };
 
-// One entry for each class of objects; the format is that of an entry.
+// Arrays with an entry for each class of objects. Width and format are those of one entry.
 constexpr std::uint32_t objectClasses = 32;
 constexpr Field persistentMemoryArrays[] = {
     {"cpmClassOffset",       36,  u32, dec},
@@ -141,7 +141,7 @@ constexpr Field persistentMemoryArrays[] = {
     {"cpmReleaseObjectAddr", 452, u32, dec},
 };
 
-/// Writes `Text`, which is all of the data from `at` on, and returns the summary cut out of it.
+/// Writes `Text`, the text that begins at `at`. Returns the summary, which is a part of it.
 std::string_view writeTextAt(SafeBody& body, RecordView data, std::size_t at) {
   const std::string_view text = data.text(at);
   body.recordElement("Text", text);
@@ -153,7 +153,8 @@ std::string_view writeFieldsAndText(SafeBody& body, RecordView data, const Layou
   return writeTextAt(body, data, layout.size);
 }
 
-/// "[1], value [x]" for the first class of objects. The brackets need an escape.
+/// Writes an element for each entry: "[1], value [x]" for the first class of objects. A bracket
+/// needs an escape like those of a record's text.
 void writeArray(SafeBody& body, RecordView data, const Field& array) {
   const std::size_t width = byteCount(array.width);
   const List entries = {array.offset, width, objectClasses};
@@ -177,7 +178,7 @@ void writeArray(SafeBody& body, RecordView data, const Field& array) {
 SccPayload::SccPayload(const Record& record)
     : data(record.payload()),
       lengthBehindLocation(record.structLength() - static_cast<int>(LocationBlock::size)) {
-  // A payload that a location block would fill up has none.
+  // There is a location block only if something stands behind it.
   if (lengthBehindLocation <= 0) return;
   location = LocationBlock(data);
   data = data.from(LocationBlock::size);
@@ -190,9 +191,10 @@ std::string_view writeText(SafeBody& body, const SccPayload& event) {
 std::string_view writeDump(SafeBody& body, const SccPayload& event) {
   const std::string_view summary = writeTextAt(body, event.data, 0);
   const int behindText = static_cast<int>(event.data.text(0).size()) + 1;
-  // A text that takes up all of the data is dumped itself.
+  // If the text takes up all of the data, it is the text itself that is dumped.
   const int skip = behindText <= event.lengthBehindLocation ? behindText : 0;
-  // A location block is subtracted even if there is none: such a record shows no bytes.
+  // The size of a location block is taken off even if there is none, so that such a record shows
+  // no bytes: the output wants it so.
   const int count = event.lengthBehindLocation - skip;
   configuration::writeDump(body.literals(), event.data, static_cast<std::size_t>(skip), count);
   return summary;

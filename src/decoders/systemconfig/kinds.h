@@ -9,13 +9,14 @@
 
 namespace mpuevent::systemconfig {
 
-/// The payload of a record, taken apart.
+/// The payload of a record: where the event was logged, and its data.
 struct SccPayload {
   explicit SccPayload(const Record& record);
 
   LocationBlock location;
-  RecordView data;  ///< what the kind of event lays out
-  /// The payload's length less that of a location block, whether there is one or not.
+  RecordView data;  ///< laid out by the kind of event
+  /// The length that the record tells of its payload, less the size of a location block, whether
+  /// there is one or not. It may be below 0, and more than what is held.
   int lengthBehindLocation;
 };
 

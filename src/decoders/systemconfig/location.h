@@ -6,7 +6,7 @@
 
 namespace mpuevent::systemconfig {
 
-/// The block that says where an event was logged, as far as it is held.
+/// Where in the sources an event was logged. Of a block that is cut, what is held shows.
 class LocationBlock {
  public:
   static constexpr std::size_t size = 32;
@@ -18,7 +18,7 @@ class LocationBlock {
 
   std::uint16_t line() const { return block_.u16(lineAt); }
   std::string_view fileName() const { return block_.text(fileNameAt, longestFileName); }
-  /// All the bytes that are left in the block for the function name.
+  /// All the bytes that the file name leaves in the block for the function name.
   std::string_view functionField() const { return block_.bytes(functionAt()); }
 
   /// Writes `File`, `Func` and `Line`.

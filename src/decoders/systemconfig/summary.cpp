@@ -16,7 +16,7 @@ constexpr int longestSummary = 62;
 std::size_t summaryLength(RecordView text, int limit) {
   const int longest = limit == 0 ? longestSummary : std::min(limit, longestSummary);
   std::size_t lastBlank = 0;
-  // Character by character: what lies behind the one that ends the summary may not be there.
+  // Character by character: what lies behind the one that ends the summary may not be readable.
   for (std::size_t length = 0; static_cast<int>(length) <= longest; ++length) {
     switch (text.u8(length)) {
       case '\0':

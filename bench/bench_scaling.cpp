@@ -47,6 +47,16 @@ std::string unlikeTags(std::size_t size) {
   return text;
 }
 
+/// Tags of different lengths, then closing tags that begin like those of all and end like none.
+std::string nearMisses(std::size_t size) {
+  std::string text;
+  for (unsigned length = 1; text.size() < size / 2; ++length) {
+    text += '<' + std::string(length, 'a') + "b>";
+  }
+  while (text.size() + 4 <= size) text += "</aa";
+  return text;
+}
+
 /// Tags of different lengths, all open at once, then closing tags that belong to none of them.
 std::string unlikeLengths(std::size_t size) {
   std::string text;
@@ -218,9 +228,10 @@ bool registerAll() {
       {"unclosed",        repeated("<a>")            },
       {"unlike",        unlikeTags  },
       {"unlike_lengths",        unlikeLengths    },
-      {"unopened",        repeated("</a>")        },
-      {"open_marks",        repeated("<")  },
-      {"elements",        repeated("<a>1=2</a>")          },
+      {"near_misses",        nearMisses     },
+      {"unopened",        repeated("</a>")       },
+      {"open_marks",        repeated("<")   },
+      {"elements",        repeated("<a>1=2</a>")         },
   };
 #ifndef __clang_analyzer__  // takes it for a leak that the library keeps what is registered
   for (const auto& [name, make] : texts) {

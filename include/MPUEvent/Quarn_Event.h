@@ -96,7 +96,8 @@ class MPUEVENT_API Quarn_Event {
 
   /// Escapes free text with backslashes, while well-formed elements in it keep their tags and
   /// have only their content escaped; "=" becomes ": ". A length of 0 means up to the NUL, a
-  /// length below 0 is an empty text. Time is linear in the length, whatever the nesting.
+  /// length below 0 is an empty text. Time grows as n log n of the length n at most, whatever the
+  /// nesting.
   static String makeSafeString(const char* text, int length);
 
  private:

@@ -1,0 +1,168 @@
+#include "event/TagFinder.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "event/NameIndex.h"
+
+namespace mpuevent {
+
+namespace {
+
+/// A tag that may turn out to open an element.
+struct OpenTag {
+  Range name;
+  std::size_t tagsBefore;  ///< how many tags had been found when this one was
+};
+
+/// Reads a text from left to right: a closing tag closes the outermost open tag that it fits, and
+/// all tags opened inside that one and still open were plain text.
+class TagFinder {
+ public:
+  explicit TagFinder(std::string_view text) : text_(text) {
+    open_.reserve(8);
+    tags_.reserve(64);
+  }
+
+  std::vector<Range> find() && {
+    for (std::size_t at = nextBracket(0); at < text_.size(); at = nextBracket(at)) at = step(at);
+    dropFrom(0);
+    return std::move(tags_);
+  }
+
+ private:
+  /// A closing tag, and the number of the open tag that it closes.
+  struct Match {
+    std::size_t index;
+    Range closingTag;
+  };
+
+  std::size_t nextBracket(std::size_t at) const {
+    while (at < text_.size() && text_[at] != '<' && text_[at] != '>') ++at;
+    return at;
+  }
+
+  /// Takes in the bracket at `at` and what belongs to it; returns where to go on.
+  std::size_t step(std::size_t at) {
+    if (text_[at] == '>') {
+      // A name has at least one character: "<>" goes on to the next ">".
+      if (tagStart_ && at > *tagStart_ + 1) open({*tagStart_ + 1, at});
+    } else if (const std::optional<Match> match = closingTagAt(at)) {
+      close(*match);
+      return match->closingTag.end;
+    } else if (!tagStart_) {
+      tagStart_ = at;
+    }
+    return at + 1;
+  }
+
+  void open(Range name) {
+    open_.push_back({name, tags_.size()});
+    tags_.push_back({name.begin - 1, name.end + 1});
+    ++openNames_[firstCharacter(name.begin)];
+    if (index_) index_->push(name);
+    tagStart_.reset();
+  }
+
+  void close(const Match& match) {
+    dropFrom(match.index + 1);
+    tags_.push_back(match.closingTag);
+    popFrom(match.index);
+    tagStart_.reset();
+  }
+
+  std::optional<Match> closingTagAt(std::size_t at) {
+    std::optional<Match> match = matchAt(at, open_.size());
+    if (!match) return match;
+    // A name may hold "</": if a tag further out is closed before this closing tag is complete,
+    // then that one counts, and this element was not closed.
+    for (std::size_t inside = text_.find('<', at + 1); inside < match->closingTag.end;
+         inside = text_.find('<', inside + 1)) {
+      if (const std::optional<Match> outer = matchAt(inside, match->index)) match = outer;
+    }
+    return match;
+  }
+
+  /// The outermost of the first `limit` open tags that a closing tag at `at` fits.
+  std::optional<Match> matchAt(std::size_t at, std::size_t limit) {
+    const std::size_t nameStart = at + 2;
+    if (limit == 0 || nameStart >= text_.size() || text_[at + 1] != '/') return std::nullopt;
+    if (text_[nameStart] == '>') {
+      return Match{
+          0, {at, nameStart + 1}
+      };
+    }
+    if (openNames_[firstCharacter(nameStart)] == 0) return std::nullopt;
+    const std::optional<std::size_t> index = nameAt(nameStart, limit);
+    if (!index || *index >= limit) return std::nullopt;
+    // Whatever character follows the name counts as the closing ">".
+    return Match{
+        *index, {at, nameStart + open_[*index].name.size() + 1}
+    };
+  }
+
+  /// The first open tag whose name stands at `at` with a character behind it. Names are compared
+  /// one by one until that has cost as much as an index does.
+  std::optional<std::size_t> nameAt(std::size_t at, std::size_t limit) {
+    constexpr std::size_t indexCost = 8;  // for each character
+    for (std::size_t i = 0; !index_ && i < limit; ++i) {
+      const std::string_view name = text_.substr(open_[i].name.begin, open_[i].name.size());
+      const bool begins = text_[at] == name.front();
+      compared_ += begins ? name.size() : 1;
+      if (compared_ > indexCost * text_.size()) makeIndex();
+      if (begins && name.size() < text_.size() - at && text_.substr(at, name.size()) == name) {
+        return i;
+      }
+    }
+    return index_ ? index_->lowestAt(at) : std::nullopt;
+  }
+
+  /// The last character is left out: a name at the very end closes nothing.
+  void makeIndex() {
+    std::size_t longest = 0;
+    std::size_t last = 0;
+    for (std::size_t at = text_.find('>'); at < text_.size(); at = text_.find('>', at + 1)) {
+      longest = std::max(longest, at - last);
+      last = at;
+    }
+    // Only its first character can be a ">".
+    index_.emplace(text_.substr(0, text_.size() - 1), longest + 1);
+    for (const OpenTag& tag : open_) index_->push(tag.name);
+  }
+
+  /// The open tags from `index` on were plain text, and so was every tag found inside them.
+  void dropFrom(std::size_t index) {
+    if (index >= open_.size()) return;
+    tags_.resize(open_[index].tagsBefore);
+    popFrom(index);
+  }
+
+  void popFrom(std::size_t index) {
+    for (; open_.size() > index; open_.pop_back()) {
+      --openNames_[firstCharacter(open_.back().name.begin)];
+      if (index_) index_->pop();
+    }
+  }
+
+  unsigned char firstCharacter(std::size_t at) const {
+    return static_cast<unsigned char>(text_[at]);
+  }
+
+  std::string_view text_;
+  std::optional<std::size_t> tagStart_;  ///< of a tag whose ">" has not come yet
+  std::vector<OpenTag> open_;
+  std::vector<Range> tags_;
+  std::array<std::uint32_t, 256> openNames_{};  ///< how many begin with each character
+  std::size_t compared_ = 0;
+  std::optional<NameIndex> index_;
+};
+
+}  // namespace
+
+std::vector<Range> findTags(std::string_view text) {
+  if (text.find('<') == std::string_view::npos) return {};
+  return TagFinder(text).find();
+}
+
+}  // namespace mpuevent

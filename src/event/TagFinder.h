@@ -1,0 +1,27 @@
+#ifndef EVENT_TAGFINDER_H
+#define EVENT_TAGFINDER_H
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace mpuevent {
+
+/// A part of a text: from `begin` up to `end`.
+struct Range {
+  std::size_t begin;
+  std::size_t end;
+
+  std::size_t size() const { return end - begin; }
+};
+
+/// The opening and closing tags of all elements of a text, in its order.
+///
+/// An element ends at the first closing tag behind its opening tag that has its name, whatever
+/// lies between; elements inside it are then looked for in what lies between. A tag without an
+/// element is none. Takes n log n time for any text, without recursion.
+std::vector<Range> findTags(std::string_view text);
+
+}  // namespace mpuevent
+
+#endif

@@ -1,0 +1,50 @@
+#include "event/NameIndex.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+namespace mpuevent {
+namespace {
+
+std::optional<std::size_t> lowestByLooking(std::string_view text, const std::vector<Range>& names,
+                                           std::size_t place) {
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const std::string_view name = text.substr(names[i].begin, names[i].size());
+    if (text.substr(place).starts_with(name)) return i;
+  }
+  return std::nullopt;
+}
+
+TEST(NameIndex, FindsTheLowestNameOfTheStack) {
+  std::mt19937 random(1115);
+  for (unsigned round = 0; round < 400; ++round) {
+    const unsigned letters = 1 + round % 3;
+    std::string text;
+    for (auto size = 1 + random() % 90; size > 0; --size) {
+      text += static_cast<char>(0xFF - random() % letters);
+    }
+    const std::size_t longest = 1 + random() % 20;
+    NameIndex index(text, longest);
+    std::vector<Range> names;
+    for (int step = 0; step < 60; ++step) {
+      if (!names.empty() && random() % 3 == 0) {
+        index.pop();
+        names.pop_back();
+      } else {
+        const std::size_t begin = random() % text.size();
+        names.push_back({begin, std::min(text.size(), begin + 1 + random() % longest)});
+        index.push(names.back());
+      }
+      for (std::size_t place = 0; place <= text.size(); ++place) {
+        ASSERT_EQ(index.lowestAt(place), lowestByLooking(text, names, place))
+            << place << " of " << text << ", round " << round;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace mpuevent

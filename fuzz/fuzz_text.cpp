@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "ExpectedText.h"
 #include "FuzzTarget.h"
 #include "support/DecodedEvent.h"
+#include "support/ExpectedText.h"
 
 namespace {
 
@@ -59,7 +59,7 @@ void tryHexified(std::string_view bytes) {
   std::vector<char> digits(2 * source.size() + 1, '~');
   require(Quarn_Event::hexified(digits.data(), source.data(), count) == 2 * count,
           "hexified returns two for each byte");
-  const std::string expected = mpuevent::fuzz::expectedHex(bytes);
+  const std::string expected = mpuevent::support::expectedHex(bytes);
   require(std::equal(digits.begin(), digits.end() - 1, expected.begin()), "hexified digits");
   require(digits.back() == '\0', "hexified ends in NUL");
   require(utf8(Quarn_Event::hexifiedString(source.data(), count)) == expected, "hexifiedString");
@@ -91,7 +91,7 @@ std::string tagged(std::string_view bytes) {
 }
 
 void trySafeString(std::string_view text) {
-  const std::string expected = mpuevent::fuzz::expectedSafeString(text);
+  const std::string expected = mpuevent::support::expectedSafeString(text);
   require(expected.size() <= 2 * text.size(), "two characters for each at most");
   if (!text.empty()) {
     const std::vector<char> source = exactly(text);
@@ -101,7 +101,7 @@ void trySafeString(std::string_view text) {
   }
   const std::vector<char> source = terminated(text);
   require(isTextOf(Quarn_Event::makeSafeString(source.data(), 0),
-                   mpuevent::fuzz::expectedSafeString(source.data())),
+                   mpuevent::support::expectedSafeString(source.data())),
           "makeSafeString to the NUL");
   require(Quarn_Event::makeSafeString(source.data(), -1).size() == 0,
           "makeSafeString of a negative length");
@@ -149,8 +149,9 @@ void tryLong(std::string_view bytes) {
     event = Pegasus::QuarnEvent(nullptr, 0);
     event.addEntry(key, format, value.data());
   });
-  require(utf8(event.getBody()) == "<Key>" + mpuevent::fuzz::withoutLoneBackslash(text) + "</Key>",
-          "addEntry of a long text");
+  require(
+      utf8(event.getBody()) == "<Key>" + mpuevent::support::withoutLoneBackslash(text) + "</Key>",
+      "addEntry of a long text");
 }
 
 void tryElements(std::string_view keyBytes, std::string_view valueBytes) {
@@ -168,10 +169,10 @@ void tryElements(std::string_view keyBytes, std::string_view valueBytes) {
   require(isTextOf(Quarn_Event::xmlizeString(key.data(), hex), element(keyText, utf8(hex))),
           "xmlizeString");
 
-  const std::string repairedKey = mpuevent::fuzz::withoutLoneBackslash(keyText);
-  const std::string repairedValue = mpuevent::fuzz::withoutLoneBackslash(valueText);
+  const std::string repairedKey = mpuevent::support::withoutLoneBackslash(keyText);
+  const std::string repairedValue = mpuevent::support::withoutLoneBackslash(valueText);
   const std::string number =
-      mpuevent::fuzz::withoutLoneBackslash(std::to_string(valueText.size()) + ":" + valueText);
+      mpuevent::support::withoutLoneBackslash(std::to_string(valueText.size()) + ":" + valueText);
   Pegasus::QuarnEvent event(nullptr, 0);
   char stringFormat[] = "%s";
   event.addEntry(key.data(), stringFormat, value.data());

@@ -1,6 +1,7 @@
 // A line for every row of the decoders' tables of codes and events, and for those beside them.
 #include <MPUEvent/IOMGR8P_Event.h>
 #include <MPUEvent/MIP8P_Event.h>
+#include <MPUEvent/STARTUPMP_Event.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -208,6 +209,15 @@ TEST(EveryRow, ISNSC) {
 TEST(EveryRow, STARTUPMP) {
   GoldenRows rows("STARTUPMP");
   addSignals(rows);
+  for (const Pegasus::ArcRegister& row : Pegasus::rtTavo4ArcRegsNames) {
+    std::string told = std::to_string(row.offset) + " " + std::to_string(row.widthInBits) + " x" +
+                       std::to_string(row.instanceCount);
+    for (const auto* field = row.fields; field != nullptr && field->lowestBit >= 0; ++field) {
+      told += std::string(" ") + field->name + "(" + std::to_string(field->lowestBit) + ":" +
+              std::to_string(field->widthInBits) + " " + std::to_string(field->mask) + ")";
+    }
+    rows.add(std::string("register ") + row.name, told);
+  }
   rows.check();
 }
 

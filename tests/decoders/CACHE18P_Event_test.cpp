@@ -26,21 +26,6 @@ RecordBuilder bugcheck(unsigned id, std::size_t payloadSize, std::uint8_t source
   return RecordBuilder().source(source).id(static_cast<std::uint16_t>(id)).payload(payload);
 }
 
-std::string bodyOf(unsigned id, std::size_t payloadSize) {
-  return utf8(decode(bugcheck(id, payloadSize).str())->getBody());
-}
-
-TEST(CacheBugchecks, ShowOnlyElementsThatAreHeldWhole) {
-  EXPECT_EQ(bodyOf(60, 3), "");
-  EXPECT_EQ(bodyOf(35, 7), "<valid_field>0x1020304</valid_field> ");
-  const std::string head =
-      "<CLH_address>0x1020304</CLH_address> <volume_number>0x5060708</volume_number> ";
-  EXPECT_EQ(bodyOf(62, 15), head);
-  EXPECT_EQ(bodyOf(62, 16), head + "<VLBN>0x0d0e0f10  0x090a0b0c</VLBN> ");
-  // The words behind the structure are gone, the structure itself is not.
-  EXPECT_EQ(bodyOf(151, 40), bodyOf(21, 40));
-}
-
 TEST(CacheBugchecks, WithoutAMeaningAreTracedAndShownInHex) {
   for (const std::uint8_t source : {cache1, cache2}) {
     const TraceCapture trace;

@@ -211,33 +211,6 @@ Payload messageData() {
   return data.at(40).u32(0x0C0D0E0F).u32(0x10203040);
 }
 
-TEST(IscsiManagement, LeavesOutWhatARecordDoesNotHold) {
-  const auto check = [](const Payload& payload, std::size_t held, std::string_view summary,
-                        std::string_view body) {
-    const EventFields event = decode(payload, held);
-    EXPECT_EQ(event.summary(), summary);
-    EXPECT_EQ(event.body(), body);
-  };
-  check(messageData(), 1, "", "");
-  check(messageData(), 3, "Radiation leak detected", "");
-  check(messageData(), 17, "Received unexpected message",
-        "<Reason>Received unexpected message</Reason><Protocol>0x00a3</Protocol>"
-        "<Length>0x0102</Length>");
-  check(socketData(6, 0), 15, "Target 0.0.0.0:3260, Initiator 0.0.0.0:51022, Socket 65535",
-        "<Socket>65535</Socket><Target_TCP_Port>3260</Target_TCP_Port>"
-        "<Initiator_TCP_Port>51022</Initiator_TCP_Port>");
-  check(socketData(5, 11), 6, "Unknown, Socket 0", "");
-  check(loginData(), 19, "Invalid, TSIH 16780301, Initiator ID 0, Socket 66051",
-        "<Socket>66051</Socket><InitiatorName></InitiatorName><TSIH>16780301</TSIH>"
-        "<ISID>0x800102030405</ISID>");
-  check(requestData(header(3, 0), 0, 0), 8 + 1, "Initiator does not have access to target",
-        "<Reason>Initiator does not have access to target</Reason><Socket>16909060</Socket>"
-        "<Opcode>Login Request</Opcode><Immediate>No</Immediate>");
-  const EventFields cutInName = decode(loginData(), 72 + 14);
-  EXPECT_TRUE(has(cutInName, "<InitiatorName>iqn.host<&</InitiatorName>"));
-  EXPECT_TRUE(has(cutInName, "<TargetName>iq</TargetName>"));
-}
-
 /// Bytes as a caller of the members holds them.
 template <class Layout>
 Layout* as(const Payload& payload) {

@@ -1,8 +1,6 @@
 #include <MPUEvent/STARTUPMP_Event.h>
 #include <gtest/gtest.h>
 
-#include <iterator>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -155,56 +153,6 @@ TEST(SignalReport, ShowsNoCauseWithoutASignalCode) {
   EXPECT_EQ(bodyOf(4, Payload(start).u16(3)), shown(""));
   EXPECT_EQ(bodyOf(4, Payload(start).u32(0x0001A0B0)),
             shown("<Signal_code>0x0001a0b0</Signal_code> <__Cause>Timer event</__Cause> "));
-}
-
-// The golden text of the samples shows the registers that have a name of their own.
-TEST(RegisterTables, FollowOneAnother) {
-  ASSERT_EQ(std::size(rtTavo4ArcRegsNames), 159U);
-  std::uint32_t word = 0;
-  for (const ArcRegister& row : std::span(rtTavo4ArcRegsNames).first(158)) {
-    const std::string name = row.name;
-    if (name == "ARC_CORE") word = 0x400;  // the instances before it reach into it
-    EXPECT_EQ(row.offset, static_cast<std::int32_t>(4 * word)) << name;
-    EXPECT_EQ(row.widthInBits, 32U) << name;
-    if (name.starts_with("REG_")) {
-      EXPECT_EQ(std::stoul(name.substr(4), nullptr, 16), word);
-    }
-    word += row.instanceCount;
-  }
-  EXPECT_EQ(word, 0x440U);
-  EXPECT_EQ(rtTavo4ArcRegsNames[155].instanceCount, 253U);
-  EXPECT_EQ(rtTavo4ArcRegsNames[158].offset, -1);
-}
-
-TEST(RegisterTables, ListEveryField) {
-  std::string tables;
-  for (const ArcRegister& row : rtTavo4ArcRegsNames) {
-    if (row.fields == nullptr) continue;
-    tables += std::string(row.name) + ":";
-    const ArcRegisterField* field = row.fields;
-    for (; field->lowestBit >= 0; ++field) {
-      tables += std::string(" ") + field->name + "(" + std::to_string(field->lowestBit) + ":" +
-                std::to_string(field->widthInBits) + ")";
-      EXPECT_EQ(field->mask, ((std::uint64_t{1} << field->widthInBits) - 1) << field->lowestBit)
-          << field->name;
-    }
-    EXPECT_EQ(field->widthInBits, 0);
-    tables += '\n';
-  }
-  EXPECT_EQ(tables,
-            "STATUS: Z(31:1) N(30:1) C(29:1) V(28:1) E2(27:1) E1(26:1) H(25:1) R(24:1) PC(0:24)\n"
-            "IDENTITY: MANCODE(24:8) MANVER(16:8) ARCNUM(8:8) ARCVER(0:8)\n"
-            "VECBASEADR: rsvd(24:8) PC(0:24)\n"
-            "IRQ_LEV: rsvd1(9:23) IRQ_6(8:1) IRQ_5(7:1) rsvd2(2:5)\n"
-            "IRQ_HINT: rsvd(5:27) IRQ_NUM(0:5)\n"
-            "ARC_CTL: rsvd(14:18) RC(13:1) IC(12:1) WR(11:1) RR(10:1) INT6(9:1) INT5(8:1) "
-            "L2C_LAST(7:1) FP(6:1) WP(4:2) LI(3:1) PE(2:1) BE(1:1) AD(0:1)\n"
-            "ERR_STA: rsvd(8:24) ID(7:1) II(6:1) SB(5:1) DT(4:1) IT(3:1) SC(2:1) DC(1:1) IC(0:1)\n"
-            "ERR_INT_EN: rsvd(8:24) ID(7:1) II(6:1) SB(5:1) DT(4:1) IT(3:1) SC(2:1) DC(1:1) "
-            "IC(0:1)\n"
-            "SYS_PE_STA: rsvd(5:27) CF(4:1) PTR(0:4)\n");
-  EXPECT_EQ(rtTavo4ArcRegsNames[0].fields, rtTavo4ArcSTATUSFields);
-  EXPECT_NE(rtTavo4ERR_STAFields, rtTavo4ERR_INT_ENFields);
 }
 
 Payload snapshot(std::uint32_t words) {

@@ -271,20 +271,4 @@ TEST(SystemConfig, MakesTheWholeBodySafe) {
       << memory;
 }
 
-TEST(SystemConfig, LeavesOutWhatIsNotHeld) {
-  const auto body = [](std::uint16_t id, const Payload& payload) {
-    return decode(recordOf(id, 1, payload).structLength(700)).body();
-  };
-  EXPECT_EQ(body(2011, words({0xA1B2}).u24(3)),
-            "<Lock_Classes><Read>0x0000A1B2</Read> </Lock_Classes><Object></Object><Text></Text> ");
-  EXPECT_EQ(body(2013, located().u16(0x0708)),
-            "<OpCode_Protocol>7</OpCode_Protocol> <Text></Text> ");
-  const std::string memory = body(2019, words({3, 4}).zeros(28).u32(5).u32(6).u24(7));
-  EXPECT_TRUE(
-      memory.ends_with("<cpmDebug>0</cpmDebug> "
-                       "<cpmClassOffset>\\[1\\], value \\[5\\]</cpmClassOffset> "
-                       "<cpmClassOffset>\\[2\\], value \\[6\\]</cpmClassOffset> "))
-      << memory;
-}
-
 }  // namespace

@@ -4,8 +4,8 @@
 #include <random>
 #include <string>
 
-#include "ExpectedText.h"
 #include "support/DecodedEvent.h"
+#include "support/ExpectedText.h"
 
 namespace {
 
@@ -61,7 +61,8 @@ TEST(SafeText, FollowsTheRuleOnTangledTags) {
       const std::size_t piece = below(12);
       text += piece < std::size(pieces) ? pieces[piece] : name;
     }
-    ASSERT_EQ(safe(text), utf8(Pegasus::String(mpuevent::fuzz::expectedSafeString(text).c_str())))
+    ASSERT_EQ(safe(text),
+              utf8(Pegasus::String(mpuevent::support::expectedSafeString(text).c_str())))
         << text;
   }
 }
@@ -76,10 +77,10 @@ TEST(SafeText, NestsAsDeepAsTheTextIsLong) {
     closing.insert(0, "</" + name + ">");
   }
   EXPECT_EQ(safe(opening + "&" + closing), opening + "\\&" + closing);
-  EXPECT_EQ(safe(opening + "&"), mpuevent::fuzz::expectedSafeString(opening + "&"));
+  EXPECT_EQ(safe(opening + "&"), mpuevent::support::expectedSafeString(opening + "&"));
   const std::string inner = opening + "=" + closing.substr(0, closing.size() / 2);
   EXPECT_EQ(safe("<all>" + inner + "</all>"),
-            "<all>" + mpuevent::fuzz::expectedSafeString(inner) + "</all>");
+            "<all>" + mpuevent::support::expectedSafeString(inner) + "</all>");
 }
 
 TEST(Hex, DumpsBytes) {

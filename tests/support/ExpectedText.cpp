@@ -1,8 +1,8 @@
-#include "ExpectedText.h"
+#include "support/ExpectedText.h"
 
 #include <algorithm>
 
-namespace mpuevent::fuzz {
+namespace mpuevent::support {
 
 namespace {
 
@@ -86,4 +86,4 @@ std::string withoutLoneBackslash(std::string text) {
   return text;
 }
 
-}  // namespace mpuevent::fuzz
+}  // namespace mpuevent::support

@@ -1,11 +1,11 @@
-#ifndef MPUEVENT_FUZZ_EXPECTEDTEXT_H
-#define MPUEVENT_FUZZ_EXPECTEDTEXT_H
+#ifndef MPUEVENT_SUPPORT_EXPECTEDTEXT_H
+#define MPUEVENT_SUPPORT_EXPECTEDTEXT_H
 
 #include <string>
 #include <string_view>
 
 /// What the text helpers must give, worked out in the plainest way, however slow.
-namespace mpuevent::fuzz {
+namespace mpuevent::support {
 
 std::string expectedHex(std::string_view bytes);
 
@@ -15,6 +15,6 @@ std::string expectedSafeString(std::string_view text);
 /// A key or value whose lone backslash at the end became a period.
 std::string withoutLoneBackslash(std::string text);
 
-}  // namespace mpuevent::fuzz
+}  // namespace mpuevent::support
 
 #endif

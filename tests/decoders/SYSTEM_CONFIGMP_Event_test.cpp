@@ -139,6 +139,12 @@ TEST(SystemConfig, UnpacksALocationBlock) {
   SCC_fetch_event_location_information(locinfo, &line, function, file);
   EXPECT_EQ(function, std::string(23, 'f'));
   EXPECT_EQ(function[24], '.');
+  // A file name without a NUL: 29 characters and one, in room for 30.
+  block.replace(2, 30, 30, 'f');
+  char fullFile[31] = "..............................";
+  SCC_fetch_event_location_information(locinfo, nullptr, nullptr, fullFile);
+  EXPECT_EQ(fullFile, std::string(29, 'f'));
+  EXPECT_EQ(fullFile[30], '\0');
   SCC_fetch_event_location_information(locinfo, nullptr, nullptr, nullptr);
   SCC_fetch_event_location_information(nullptr, &line, function, file);
   EXPECT_EQ(line, 0);

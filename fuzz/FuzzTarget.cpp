@@ -31,6 +31,15 @@ void require(bool holds, const char* property) {
   }
 }
 
+bool isReplay = false;
+
+bool isThorough(std::string_view input) {
+  constexpr std::uint32_t share = 64;
+  std::uint32_t mixed = 0;
+  for (const char byte : input) mixed = (mixed ^ static_cast<unsigned char>(byte)) * 0x9E3779B1U;
+  return isReplay || (mixed >> 16) % share == 0;
+}
+
 void inLinearTime(std::size_t bytes, const std::function<void()>& work) {
   const double bound = kSecondsOfAnyWork + kSecondsPerByte * static_cast<double>(bytes);
   bool held = false;

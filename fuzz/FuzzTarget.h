@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <string_view>
 
 /// A target tries one input, and aborts when one of its properties does not hold. libFuzzer calls
 /// it, or replay_main.cpp with the bytes of files.
@@ -13,6 +14,11 @@ namespace mpuevent::fuzz {
 
 /// Aborts, naming the property, if it does not hold.
 void require(bool holds, const char* property);
+
+/// Whether properties are checked of this input that cost far more than what is tried: of one in
+/// 64, told by its bytes, so that an input found to fail fails again; of each if it is replayed.
+bool isThorough(std::string_view input);
+extern bool isReplay;
 
 /// Runs `work`, which reads `bytes` bytes of input, and aborts if its time is out of proportion to
 /// them. Work that took too long is tried again, so it must give the same each time.

@@ -62,7 +62,11 @@ void writeRecordSeeds(const fs::path& top) {
       const fs::path directory = top / ("fuzz_" + std::string(module.name));
       fs::create_directories(directory);
       write(directory / name, decoderInput(sample, 0, sample.payload));
-      if (index == 1) writeVariants(directory / name, sample);
+      if (index != 1) continue;
+      writeVariants(directory / name, sample);
+      const char number = static_cast<char>(&module - mpuevent::samples::modules().data());
+      write(top / "fuzz_large" / module.name,
+            std::string{number, '\xFF'} + decoderInput(sample, 0, sample.payload));
     }
   }
 }
@@ -116,10 +120,13 @@ int main(int argc, char** argv) {
   }
   try {
     const fs::path top = argv[1];
-    for (const char* target : {"fuzz_envelope", "fuzz_text", "fuzz_reader"}) {
+    for (const char* target : {"fuzz_envelope", "fuzz_large", "fuzz_text", "fuzz_reader"}) {
       fs::create_directories(top / target);
     }
     writeRecordSeeds(top);
+    const auto aText = static_cast<char>(mpuevent::samples::modules().size());
+    write(top / "fuzz_large" / "text-of-tags", std::string{aText, '\xFF'} + "\x02\x10\x11");
+    write(top / "fuzz_large" / "text-of-many-lengths", std::string{aText, '\xFF'} + "\x0B\x0E");
     writeTextSeeds(top / "fuzz_text");
     writeReaderSeeds(top / "fuzz_reader");
   } catch (const std::exception& failure) {

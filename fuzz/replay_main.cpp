@@ -41,6 +41,7 @@ bool replay(const fs::path& file) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  mpuevent::fuzz::isReplay = true;
   std::size_t replayed = 0;
   for (int i = 1; i < argc; ++i) {
     for (const fs::path& file : filesOf(argv[i])) {

@@ -1,6 +1,7 @@
 #include "support/ExpectedText.h"
 
 #include <algorithm>
+#include <array>
 
 namespace mpuevent::support {
 
@@ -77,6 +78,30 @@ std::string expectedSafeString(std::string_view text) {
     out += expectedSafeString(text.substr(openEnd + 1, close - openEnd - 1));
     out += text.substr(close, closeEnd - close);
     at = closeEnd;
+  }
+  return out;
+}
+
+std::string taggedText(std::string_view bytes) {
+  constexpr std::array<std::string_view, 16> pieces = {
+      "<a>", "</a>", "<b>", "</b>", "<ab>", "</ab>", "<c/>", "</c",
+      "<",   ">",    "/",   "</>",  "=",    "\\",    "a",    "b"};
+  // The names of these tags differ, so that many can be open at once.
+  constexpr std::string_view names = "defghijklmnopqrs";
+  std::string out;
+  for (const char byte : bytes.substr(0, 512)) {
+    const auto value = static_cast<unsigned char>(byte);
+    const char name = names[value % names.size()];
+    switch (value / 16) {
+      case 14:
+        out.append({'<', name, '>'});
+        break;
+      case 15:
+        out.append({'<', '/', name, '>'});
+        break;
+      default:
+        out.append(pieces[value % pieces.size()]);
+    }
   }
   return out;
 }

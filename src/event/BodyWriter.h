@@ -3,6 +3,7 @@
 
 #include <Pegasus/Common/String.h>
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -66,6 +67,7 @@ class BodyWriter {
   void takeMarks(BodyWriter& other, std::span<const Pegasus::Uint32> positions);
   /// Drops what was written behind the first `size` bytes: whole elements, or a part of a value.
   void cut(std::size_t size) {
+    assert(size <= size_);
     size_ = size;
     if (marks_ != nullptr) marks_->cut(size);
   }
@@ -98,6 +100,7 @@ class BodyWriter {
 
   /// Room for `count` more bytes, which count as written: the caller fills them.
   char* claim(std::size_t count) {
+    assert(count <= SIZE_MAX - size_);
     if (count > capacity_ - size_) grow(count);
     char* place = buffer_.get() + size_;
     size_ += count;
@@ -111,7 +114,10 @@ class BodyWriter {
   template <class Write>
   void markElement(std::string_view key, Write write);
   /// The bytes claimed last end here.
-  void endAt(const char* end) { size_ = static_cast<std::size_t>(end - buffer_.get()); }
+  void endAt(const char* end) {
+    assert(end >= buffer_.get() && end <= buffer_.get() + size_);
+    size_ = static_cast<std::size_t>(end - buffer_.get());
+  }
   void openTag(std::string_view key);
   void closeTag(std::string_view key, Separator behind);
 

@@ -1,21 +1,18 @@
 #include "event/Entry.h"
 
 #include "event/Text.h"
+#include "event/Utf8.h"
 
 namespace mpuevent {
 
 namespace {
 
 void writeLatin1(BodyWriter& entries, std::string_view bytes) {
-  for (const char byte : bytes) {
-    const auto character = static_cast<unsigned char>(byte);
-    if (character < 0x80) {
-      entries.character(byte);
-    } else {
-      entries.character(static_cast<char>(0xC0 | character >> 6));
-      entries.character(static_cast<char>(0x80 | (character & 0x3F)));
-    }
-  }
+  const std::size_t before = entries.size();
+  char* const start = entries.claim(2 * bytes.size());
+  char* end = start;
+  for (const char byte : bytes) end = writeUtf8(end, static_cast<unsigned char>(byte));
+  entries.cut(before + static_cast<std::size_t>(end - start));
 }
 
 }  // namespace

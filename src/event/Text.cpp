@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "event/Utf8.h"
+
 namespace mpuevent {
 
 namespace {
@@ -28,41 +30,10 @@ bool isAscii(std::string_view bytes) {
 
 Char16 unit(std::uint32_t value) { return Char16(static_cast<Pegasus::Uint16>(value)); }
 
-/// The character that starts at `at`, which steps behind it; false if the bytes there are not
-/// one character of UTF-8 in its shortest form.
-bool nextCharacter(std::string_view bytes, std::size_t& at, std::uint32_t& character) {
-  const auto byteAt = [bytes](std::size_t i) -> std::uint32_t {
-    return static_cast<unsigned char>(bytes[i]);
-  };
-  const std::uint32_t lead = byteAt(at);
-  if (lead < 0x80) {
-    character = lead;
-    ++at;
-    return true;
-  }
-  const std::size_t length = lead < 0xC2   ? 0
-                             : lead < 0xE0 ? 2
-                             : lead < 0xF0 ? 3
-                             : lead < 0xF5 ? 4
-                                           : 0;
-  if (length == 0 || length > bytes.size() - at) return false;
-  character = lead & (0x7FU >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    const std::uint32_t next = byteAt(at + i);
-    if ((next & 0xC0) != 0x80) return false;
-    character = character << 6 | (next & 0x3F);
-  }
-  const bool shortest = length == 2 || character >= (length == 3 ? 0x800U : 0x10000U);
-  const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
-  if (!shortest || surrogate || character > 0x10FFFF) return false;
-  at += length;
-  return true;
-}
-
 bool fromUtf8(std::string_view bytes, Units& units) {
   for (std::size_t at = 0; at < bytes.size();) {
     std::uint32_t character = 0;
-    if (!nextCharacter(bytes, at, character)) return false;
+    if (!readUtf8(bytes, at, character)) return false;
     if (character >= 0x10000) {
       units.push_back(unit(0xD800 + ((character - 0x10000) >> 10)));
       units.push_back(unit(0xDC00 + (character & 0x3FF)));
@@ -92,7 +63,7 @@ bool isUtf8(std::string_view bytes) {
   if (isAscii(bytes)) return true;
   std::uint32_t character = 0;
   for (std::size_t at = 0; at < bytes.size();) {
-    if (!nextCharacter(bytes, at, character)) return false;
+    if (!readUtf8(bytes, at, character)) return false;
   }
   return true;
 }

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+// The stand-in has code of its own for this: it is built and installed as a library by itself, and
+// what it makes of bytes and units that are no text is what OpenPegasus makes of them.
 namespace Pegasus::utf8 {
 
 /// Writes the text of `count` bytes to `units`, which has room for `count`; returns how many units

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Numbers.h"
+#include "event/Utf8.h"
 
 namespace mpuevent::tool {
 
@@ -22,26 +23,6 @@ constexpr char32_t kReplacement = 0xFFFD;
 
 constexpr bool isHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 constexpr bool isLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
-
-char* put(char* to, char32_t code) {
-  const auto tail = [code](int shift) { return static_cast<char>(0x80 | (code >> shift & 0x3F)); };
-  if (code < 0x80) {
-    *to++ = static_cast<char>(code);
-  } else if (code < 0x800) {
-    *to++ = static_cast<char>(0xC0 | code >> 6);
-    *to++ = tail(0);
-  } else if (code < 0x10000) {
-    *to++ = static_cast<char>(0xE0 | code >> 12);
-    *to++ = tail(6);
-    *to++ = tail(0);
-  } else {
-    *to++ = static_cast<char>(0xF0 | code >> 18);
-    *to++ = tail(12);
-    *to++ = tail(6);
-    *to++ = tail(0);
-  }
-  return to;
-}
 
 constexpr int kBlock = 16;
 
@@ -79,9 +60,9 @@ PaddedView Utf8Text::assign(const Pegasus::String& text) {
     if (from == end) break;
     const char32_t unit = std::uint16_t{*from++};
     if (isHighSurrogate(unit) && from != end && isLowSurrogate(std::uint16_t{*from})) {
-      to = put(to, 0x10000 + ((unit - 0xD800) << 10) + (std::uint16_t{*from++} - 0xDC00U));
+      to = writeUtf8(to, 0x10000 + ((unit - 0xD800) << 10) + (std::uint16_t{*from++} - 0xDC00U));
     } else {
-      to = put(to, isHighSurrogate(unit) || isLowSurrogate(unit) ? kReplacement : unit);
+      to = writeUtf8(to, isHighSurrogate(unit) || isLowSurrogate(unit) ? kReplacement : unit);
     }
   }
   return PaddedView({room_.data(), static_cast<std::size_t>(to - room_.data())});

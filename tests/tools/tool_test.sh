@@ -198,6 +198,40 @@ same 'trace' "$(lines out) $(grep -c 'has no case for source # 32$' err)" '1 1'
 expect 0 decode -o line odd
 same 'no trace' "$(lines err)" 0
 
+# Explain
+expect 0 explain log --index 1 -o json
+same 'explain: all bytes of the record' "$(grep -o '"offset":[0-9]*,"length":[0-9]*' out |
+  awk -F '[:,]' '$2 != end + 0 { print "gap at " $2 } { end = $2 + $4 } END { print end }')" 157
+same 'explain: the payload' "$(grep payload out)" \
+  '{"offset":152,"length":5,"bytes":"68656C6C6F","part":"payload","field":"Hex"}'
+mv out explained
+for choice in '--at 221' '--at 441' '--at 0xdd' '--sequence 2'; do
+  read -ra arguments <<<"$choice"
+  expect 0 explain log "${arguments[@]}" -o json
+  cmp -s out explained || fail "explain $choice"
+done
+expect 0 explain records --index 0
+same 'explain: text' "$(grep -c '^  0098  68 65 6C 6C 6F           |hello|     Hex$' out) \
+$(grep -c '^Sequence id:       1$' out) $(grep -c '^Message header' out)" '1 1 0'
+tail -c 221 log | od -A x -t x1 | sed 's/^/> /' | "${tool[@]}" explain --hex -o json - >out 2>err
+cmp -s out explained || fail "explain --hex: $(cat err)"
+for missing in '--index 2' '--at 442' '--sequence 3'; do
+  read -ra arguments <<<"$missing"
+  expect 1 explain log "${arguments[@]}"
+  same "explain $missing" "$(lines out) $(grep -c 'log: no event .*; it has 2 events$' err)" '0 1'
+done
+cat log log >doubled
+expect 0 explain doubled --sequence 1
+same 'explain: which of several' "$(cat err)" \
+  'mpuevent: doubled: the sequence id is also that of --index 2'
+expect 2 explain log
+expect 2 explain log --index 1 --at 1
+expect 2 explain missing --index 0
+expect 2 explain --hex empty
+record 1 | head -c 154 | od -An -v -t x1 >part
+expect 3 explain --hex part
+same 'explain: a part of a record' "$(grep -c '^  0098  68 65 .*Hex$' out)" 1
+
 # Output that fails
 cp log many
 for _ in {1..11}; do cat many many >twice && mv twice many; done

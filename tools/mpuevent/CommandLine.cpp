@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "DecodeCommand.h"
+#include "explain/ExplainCommand.h"
 
 namespace mpuevent::tool {
 
@@ -30,6 +31,8 @@ class CommandLine {
     app_.footer(kFooter);
     addHelpFlags(app_);
     add("decode", "Write the events of logs in readable form", decode_, addDecodeOptions, decode);
+    add("explain", "Show which bytes of an event make which of its fields", explain_,
+        addExplainOptions, explain);
     CLI::App* help = add("help", "Tell of the program, or of a command");
     help->add_option("COMMAND", helpTopic_, "The command to tell of")->type_name("");
     help->callback([this] { answerHelp(); });
@@ -119,6 +122,7 @@ class CommandLine {
 
   CLI::App app_{"Decodes the event logs of a storage controller.", "mpuevent"};
   DecodeOptions decode_;
+  ExplainOptions explain_;
   std::string helpTopic_;
   Command command_;
   std::optional<Answer> answer_;

@@ -1,11 +1,9 @@
 #include "EventDecoder.h"
 
-#include <CMAP/CMAPMessageHeader.h>
 #include <CMAP/Quarn_istream.h>
 #include <MPUEvent/MPUEvent.h>
 
 #include <algorithm>
-#include <array>
 #include <typeindex>
 #include <unordered_map>
 
@@ -13,18 +11,22 @@
 
 namespace mpuevent::tool {
 
-std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const log::LogUnit& unit) {
-  std::array<unsigned char, Pegasus::CMAPMessageHeader::wireSize> wire{};
-  if (unit.header != nullptr) std::copy_n(unit.header, wire.size(), wire.begin());
+EventDecoder::MessageHeader EventDecoder::messageHeader(const log::LogUnit& unit) {
+  MessageHeader header{};
+  if (unit.header != nullptr) std::copy_n(unit.header, header.size(), header.begin());
   // An envelope reads (total length - 64) bytes modulo 2^16: a total length that wraps below 64
   // stands for the records that are too long for a message.
-  const std::size_t length = std::min(unit.record.size(), longestRecord);
-  const std::size_t totalLength = wire.size() + length;
-  wire[10] = static_cast<unsigned char>(totalLength >> 8 & 0xFF);
-  wire[11] = static_cast<unsigned char>(totalLength & 0xFF);
+  const std::size_t total = header.size() + std::min(unit.record.size(), longestRecord);
+  header[10] = static_cast<unsigned char>(total >> 8 & 0xFF);
+  header[11] = static_cast<unsigned char>(total & 0xFF);
+  return header;
+}
 
-  Pegasus::Quarn_imemstream stream(unit.record.data(), static_cast<int>(length));
-  const Pegasus::MPUEvent envelope(Pegasus::CMAPMessageHeader(wire.data()), stream);
+std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const MessageHeader& header,
+                                                           std::span<const unsigned char> record) {
+  Pegasus::Quarn_imemstream stream(record.data(),
+                                   static_cast<int>(std::min(record.size(), longestRecord)));
+  const Pegasus::MPUEvent envelope(Pegasus::CMAPMessageHeader(header.data()), stream);
   return std::unique_ptr<Pegasus::Quarn_Event>(envelope.create_Quarn_Event());
 }
 

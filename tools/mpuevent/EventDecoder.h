@@ -1,11 +1,14 @@
 #ifndef MPUEVENT_TOOL_EVENTDECODER_H
 #define MPUEVENT_TOOL_EVENTDECODER_H
 
+#include <CMAP/CMAPMessageHeader.h>
 #include <MPUEvent/Quarn_Event.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string_view>
 
 #include "log/framing/LogReader.h"
@@ -15,11 +18,23 @@ namespace mpuevent::tool {
 /// Decodes records as an agent would that received them in messages.
 class EventDecoder {
  public:
+  /// The bytes of a CMAP message header.
+  using MessageHeader = std::array<unsigned char, Pegasus::CMAPMessageHeader::wireSize>;
+
   /// The longest record that an envelope reads: one byte below the wrap of its 16-bit length.
   static constexpr std::size_t longestRecord = 0xFFFF;
 
   /// Of a longer record the first `longestRecord` bytes are decoded.
-  std::unique_ptr<Pegasus::Quarn_Event> decode(const log::LogUnit& unit);
+  std::unique_ptr<Pegasus::Quarn_Event> decode(const log::LogUnit& unit) {
+    return decode(messageHeader(unit), unit.record);
+  }
+  /// The header says how many bytes of the record are read. Null if that is less than a record
+  /// has; throws `CMAPOperationFailedException` if it is more than there are.
+  static std::unique_ptr<Pegasus::Quarn_Event> decode(const MessageHeader& header,
+                                                      std::span<const unsigned char> record);
+
+  /// The header that the record came with, or zeros, but with the record's true length.
+  static MessageHeader messageHeader(const log::LogUnit& unit);
 
   /// The class of the event without its namespace. Valid for good.
   static std::string_view className(const Pegasus::Quarn_Event& event);

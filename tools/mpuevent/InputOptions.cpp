@@ -5,17 +5,9 @@
 
 namespace mpuevent::tool {
 
-void addInputOptions(CLI::App& command, InputOptions& options) {
+void addInputForm(CLI::App& command, log::LogForm& form) {
   using log::LogForm;
-  command
-      .add_option("FILE", options.selection.names,
-                  log::unpacks ? "Logs, directories of logs, compressed logs,\n"
-                                 "archives; - or none is standard input"
-                               : "Logs, directories of logs; - or none is standard\n"
-                                 "input (this build does not unpack anything)")
-      ->type_name("")
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  addChoice<LogForm>(command, "--input", options.form,
+  addChoice<LogForm>(command, "--input", form,
                      {
                          {"auto",     LogForm::automatic},
                          {"messages", LogForm::messages },
@@ -24,6 +16,18 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
                      "auto (default), messages or records")
       ->type_name("FORM")
       ->group("Input");
+}
+
+void addInputOptions(CLI::App& command, InputOptions& options) {
+  command
+      .add_option("FILE", options.selection.names,
+                  log::unpacks ? "Logs, directories of logs, compressed logs,\n"
+                                 "archives; - or none is standard input"
+                               : "Logs, directories of logs; - or none is standard\n"
+                                 "input (this build does not unpack anything)")
+      ->type_name("")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  addInputForm(command, options.form);
   command
       .add_flag("-r,--recursive", options.selection.recursive,
                 "Directories with those in them; files that\n"

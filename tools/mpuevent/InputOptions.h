@@ -16,7 +16,11 @@ struct InputOptions {
   log::LogForm form = log::LogForm::automatic;
 };
 
-/// The options must last until the command has been parsed.
+// What these fill in must last until the command has been parsed.
+
+/// `--input`.
+void addInputForm(CLI::App& command, log::LogForm& form);
+/// `--input`, and files by name.
 void addInputOptions(CLI::App& command, InputOptions& options);
 
 }  // namespace mpuevent::tool

@@ -37,6 +37,13 @@ class JsonWriter {
     separate();
     appendDecimal(*to_, number);
   }
+  void signedNumber(std::int64_t number) {
+    separate();
+    if (number < 0) *to_ += '-';
+    const auto bits = static_cast<std::uint64_t>(number);
+    appendDecimal(*to_, number < 0 ? 0 - bits : bits);
+  }
+  void boolean(bool boolean) { value(boolean ? "true" : "false"); }
   /// `Text` is a PaddedView or, slower, any view.
   template <typename Text>
   void text(Text utf8) {

@@ -1,8 +1,7 @@
-// Arbitrary bytes as a log file, taken apart by the tool's reader.
+// Arbitrary bytes as a log file, taken apart by the reader.
 #include <log/framing/LogReader.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -13,6 +12,7 @@
 namespace {
 
 using mpuevent::fuzz::require;
+using mpuevent::log::Finding;
 using mpuevent::log::LogForm;
 using mpuevent::log::LogReader;
 using mpuevent::log::LogUnit;
@@ -21,34 +21,30 @@ using mpuevent::log::LogUnit;
 constexpr std::size_t kWindow = std::size_t{512} << 10;
 constexpr std::size_t kRepeatedSizes = 64;  // seldom: it takes far longer
 
-/// What the reader gave: a unit or a report, and how many bytes of the log that accounts for.
+/// What the reader gave: a unit, or a finding.
 struct Step {
-  std::uint64_t offset;
-  std::size_t length;
-  std::string reason;  // empty for a unit
+  bool isUnit;
+  Finding finding;  // of a unit only offset and length
 
   bool operator==(const Step&) const = default;
+  bool accountsForBytes() const {
+    return isUnit || finding.passesOver() || finding.kind == Finding::Kind::padding;
+  }
 };
 
-std::size_t numberBehind(std::string_view text, std::string_view mark) {
-  const std::size_t at = text.find(mark);
-  require(at != std::string_view::npos, "a report says how much is passed");
-  std::size_t number = 0;
-  std::from_chars(text.data() + at + mark.size(), text.data() + text.size(), number);
-  return number;
+void requireUnit(const LogUnit& unit, std::string_view log) {
+  const std::size_t header = unit.header == nullptr ? 0 : 64;
+  const unsigned char* begin = unit.record.data() - header;
+  const std::size_t length = unit.record.size() + header;
+  require(unit.record.size() >= 152, "a record has a header");
+  require(header == 0 || unit.header == begin, "a message is one piece");
+  require(unit.offset <= log.size() && length <= log.size() - unit.offset, "units in the log");
+  require(std::memcmp(begin, log.data() + unit.offset, length) == 0, "units as in the log");
 }
 
-std::size_t lengthPassed(std::string_view reason) {
-  if (reason.find("the record's own") != std::string_view::npos) return 0;
-  if (reason.find("is shorter") != std::string_view::npos) {
-    return 64 + numberBehind(reason, "record of ");
-  }
-  return numberBehind(reason,
-                      reason.find(" skipped") == std::string_view::npos ? "cut off after " : "; ");
-}
-
-/// Reads a log that comes in pieces of sizes from `sizes`, over and over.
-std::vector<Step> read(std::string_view log, LogForm form, std::string_view sizes) {
+/// Reads a log that comes in pieces of sizes from `sizes`, over and over; between them the source
+/// is idle if `pauses`.
+std::vector<Step> read(std::string_view log, LogForm form, std::string_view sizes, bool pauses) {
   std::vector<Step> steps;
   std::size_t at = 0;
   std::size_t piece = 0;
@@ -62,22 +58,34 @@ std::vector<Step> read(std::string_view log, LogForm form, std::string_view size
     at += count;
     return static_cast<long>(count);
   };
-  LogReader reader(next, form, [&steps](std::uint64_t offset, std::string_view reason) {
-    steps.push_back({offset, lengthPassed(reason), std::string(reason)});
-  });
-  LogUnit unit;
-  while (reader.next(unit)) {
+  LogReader reader(
+      next, form,
+      [&steps](const Finding& finding) {
+        steps.push_back({false, finding});
+      },
+      [pauses] { return pauses; });
+  std::uint64_t events = 0;
+  for (LogUnit unit; reader.next(unit); ++events) {
+    requireUnit(unit, log);
     const std::size_t header = unit.header == nullptr ? 0 : 64;
-    const unsigned char* begin = unit.record.data() - header;
-    const std::size_t length = unit.record.size() + header;
-    require(unit.record.size() >= 152, "a record has a header");
-    require(header == 0 || unit.header == begin, "a message is one piece");
-    require(unit.offset <= log.size() && length <= log.size() - unit.offset, "units in the log");
-    require(std::memcmp(begin, log.data() + unit.offset, length) == 0, "units as in the log");
-    steps.push_back({unit.offset, length, {}});
+    steps.push_back({
+        true, {Finding::Kind::skipped, unit.offset, unit.record.size() + header}
+    });
   }
-  require(reader.offset() == log.size() && reader.readError() == 0, "all of the log is passed");
+  require(reader.accounting().events == events, "every event counted");
+  require(reader.accounting().bytes() == log.size(), "events, skipped and padding are all bytes");
+  require(reader.readError() == 0, "no error");
   return steps;
+}
+
+void requireNoGap(const std::vector<Step>& steps, std::size_t size) {
+  std::uint64_t passed = 0;
+  for (const Step& step : steps) {
+    require(step.finding.offset == passed, "units and findings in order, without a gap");
+    if (step.accountsForBytes()) passed += step.finding.length;
+    require(!describe(step.finding).empty(), "findings have words");
+  }
+  require(passed == size, "units and findings account for the log");
 }
 
 }  // namespace
@@ -92,14 +100,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   while (size % kRepeatedSizes == 0 && !log.empty() && log.size() <= kWindow) log += log;
 
   std::vector<Step> steps;
-  mpuevent::fuzz::inLinearTime(log.size(), [&] { steps = read(log, form, "\xFF"); });
-  std::uint64_t passed = 0;
-  for (const Step& step : steps) {
-    require(step.offset == passed, "units and reports follow one another without a gap");
-    passed += step.length;
-  }
-  require(passed == log.size(), "units and reports account for the log");
-  require(read(log, form, std::string_view(input).substr(1, 3)) == steps,
-          "the same whatever the pieces");
+  mpuevent::fuzz::inLinearTime(log.size(), [&] { steps = read(log, form, "\xFF", false); });
+  requireNoGap(steps, log.size());
+  const std::string_view sizes = std::string_view(input).substr(1, 3);
+  require(read(log, form, sizes, false) == steps, "the same whatever the pieces");
+  requireNoGap(read(log, form, sizes, true), log.size());
   return 0;
 }

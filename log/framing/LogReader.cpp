@@ -1,7 +1,7 @@
-#include "LogReader.h"
+#include "log/framing/LogReader.h"
 
 #include <algorithm>
-#include <string>
+#include <string_view>
 #include <utility>
 
 namespace mpuevent::log {
@@ -9,190 +9,221 @@ namespace mpuevent::log {
 namespace {
 
 constexpr std::size_t kMessageHeader = 64;
-constexpr std::size_t kTotalLengthAt = 10;
-constexpr std::size_t kRecordHeader = 152;
-constexpr std::size_t kStructLengthAt = 144;
-constexpr std::size_t kNumberWidth = 2;
-constexpr std::size_t kLargestNumber = 0xFFFF;
-constexpr std::size_t kSmallestMessage = kMessageHeader + kRecordHeader;
-// What must be in view to tell whether a message agrees.
-constexpr std::size_t kAgreementSpan = kMessageHeader + kStructLengthAt + kNumberWidth;
+constexpr std::size_t kSmallestMessage = kMessageHeader + Record::headerSize;
 
-constexpr std::size_t kSearchStep = kLargestNumber + 1;
-constexpr std::size_t kRecogniseSpan = 2 * kLargestNumber;
-// The farthest look: at the second message after one found in a search or by its own length.
-constexpr std::size_t kLongestOwn = kSmallestMessage + kLargestNumber;
-static_assert(kLongestOwn + kLargestNumber + kLongestOwn + kAgreementSpan <= InputWindow::farthest);
-static_assert(kSearchStep < kLongestOwn);
-
-// Neither text nor zeros chain for so long within the span looked at.
-constexpr int kConvincingChain = 64;
-
-std::string bytesText(std::uint64_t count) {
-  return std::to_string(count) + (count == 1 ? " byte" : " bytes");
-}
+// The farthest look: behind a unit that begins within the one that begins at the last place.
+static_assert(Lookahead::farthest + Lookahead::longestUnit + Lookahead::longestLook <=
+              InputWindow::farthest);
+static_assert(2 * Lookahead::longestUnit + Lookahead::longestLook <= InputWindow::farthest);
 
 }  // namespace
 
-LogReader::LogReader(ReadBytes read, LogForm form, ReportDamage report)
-    : window_(std::move(read)), form_(form), report_(std::move(report)) {}
+LogReader::LogReader(ReadBytes read, LogForm form, Report report, IsIdle isIdle)
+    : window_(std::move(read), std::move(isIdle)),
+      wanted_(form),
+      ahead_(window_, form),
+      report_(std::move(report)) {}
 
 bool LogReader::next(LogUnit& unit) {
   window_.advance(std::exchange(taken_, 0));
-  if (form_ == LogForm::automatic) {
-    form_ = recognise();
-  }
-  return form_ == LogForm::messages ? nextMessage(unit) : nextRecord(unit);
-}
-
-LogForm LogReader::recognise() {
-  int chained = 0;
-  for (std::size_t at = 0; at <= kRecogniseSpan; ++chained) {
-    if (agreesAt(at) || chained == kConvincingChain || (at != 0 && endsAt(at))) {
-      return LogForm::messages;
+  while (window_.hold(1) > 0) {
+    if (window_.offset() == 0) {
+      const std::size_t held = std::min(window_.hold(compressionMagicSize), compressionMagicSize);
+      compression_ = compressionOf({reinterpret_cast<const char*>(window_.at(0)), held});
     }
-    const bool held = window_.hold(at + kMessageHeader) >= at + kMessageHeader;
-    const std::size_t length = held ? numberAt(at + kTotalLengthAt) : 0;
-    if (length < kMessageHeader) break;
-    at += length;
-  }
-  // The total lengths do not chain from the start: these are records, or messages of which the
-  // first is damaged.
-  if (const std::size_t own = ownLengthAt(0); own != 0 && (endsAt(own) || soundAt(own))) {
-    return LogForm::messages;
-  }
-  for (std::size_t at = 0;
-       at <= kRecogniseSpan && window_.hold(at + kRecordHeader) >= at + kRecordHeader;) {
-    at += kRecordHeader + numberAt(at + kStructLengthAt);
-    if (at <= kRecogniseSpan && endsAt(at)) return LogForm::records;
-  }
-  return findSound(0, kSearchStep) ? LogForm::messages : LogForm::records;
-}
-
-bool LogReader::nextRecord(LogUnit& unit) {
-  if (!passTail(kRecordHeader, "record header")) return false;
-  const std::size_t length = kRecordHeader + numberAt(kStructLengthAt);
-  if (!passTail(length, "record")) return false;
-  take(unit, 0, length);
-  return true;
-}
-
-bool LogReader::nextMessage(LogUnit& unit) {
-  while (passTail(kMessageHeader, "message header")) {
-    const std::size_t length = numberAt(kTotalLengthAt);
-    if (const std::size_t own = ownLengthAt(0); recordLengthIsBetter(length, own)) {
-      report_(window_.offset(), "total length " + std::to_string(length) +
-                                    " does not lead to the next message, but " +
-                                    std::to_string(own) + ", the record's own, does");
-      take(unit, kMessageHeader, own);
+    if (const std::optional<Candidate> candidate = peekUnitHere()) {
+      closeGap(false);
+      take(unit, *candidate);
       return true;
     }
-    if (passBrokenMessage(length)) continue;
-    if (length >= kSmallestMessage) {
-      take(unit, kMessageHeader, length);
-      return true;
-    }
-    report_(window_.offset(), "record of " + bytesText(length - kMessageHeader) +
-                                  " is shorter than its 152-byte header");
-    window_.advance(length);
+    resynchronise();
   }
+  closeGap(true);
   return false;
 }
 
-void LogReader::take(LogUnit& unit, std::size_t headerLength, std::size_t length) {
-  unit.offset = window_.offset();
-  unit.header = headerLength == 0 ? nullptr : window_.at(0);
-  unit.record = {window_.at(headerLength), length - headerLength};
-  taken_ = length;
-}
-
-// Whether `needed` bytes are there; if not, what is left is passed, and reported unless nothing is.
-bool LogReader::passTail(std::size_t needed, std::string_view what) {
-  const std::size_t left = window_.hold(needed);
-  if (left >= needed) return true;
-  if (left != 0) {
-    std::string reason(what);
-    reason += " of " + bytesText(needed) + " is cut off after " + std::to_string(left);
-    report_(window_.offset(), reason);
-    window_.advance(left);
+std::optional<Candidate> LogReader::peekUnitHere() {
+  cutAt_.reset();
+  if (const std::optional<Candidate> unit = std::exchange(upcoming_, std::nullopt)) {
+    if (peekMayBeTaken(*unit)) return unit;
+    cutAt_.reset();
   }
-  return false;
-}
-
-// Whether the message must not be taken; it has then been reported, and the position is at the
-// next sound message or at the end of the input.
-bool LogReader::passBrokenMessage(std::size_t length) {
-  const std::uint64_t offset = window_.offset();
-  std::string reason;
-  if (length < kMessageHeader) {
-    reason = "total length " + std::to_string(length) + " is less than the 64-byte message header";
-  } else if (const std::size_t left = window_.hold(length); left < length) {
-    reason = "message of " + bytesText(length) + " is cut off after " + std::to_string(left);
-  } else {
-    if (leadsOnAt(length)) return false;
-    // Bytes may be missing from this message, so that its length leads into a later one.
-    const std::optional<std::size_t> found = findSound(1, length);
-    if (found) {
-      report_(offset, "message of " + bytesText(length) + " is cut off after " +
-                          std::to_string(*found) + ", where another begins");
-      window_.advance(*found);
-    }
-    return found.has_value();
+  if (window_.offset() < trustedTo_) return peekUnitByLength(trusted_);
+  if (wanted_ != LogForm::automatic) return peekUnitHere(wanted_);
+  window_.hold(Record::headerSize);
+  if (window_.holdUnlessIdle(kSmallestMessage) < kSmallestMessage && !window_.ended()) {
+    // A short record may be all that comes for now.
+    if (const std::optional<Candidate> unit = peekUnitHere(LogForm::records)) return unit;
   }
-  std::optional<std::size_t> found = findSound(1, kSearchStep);
-  while (!found && window_.hold(kSearchStep) >= kSearchStep) {
-    window_.advance(kSearchStep);
-    found = findSound(0, kSearchStep);
-  }
-  window_.advance(found ? *found : window_.hold(1));
-  report_(offset, reason + "; " + bytesText(window_.offset() - offset) + " skipped" +
-                      (found ? "" : ", up to the end"));
-  return true;
+  const bool recordsFirst = ahead_.form() == LogForm::records;
+  const LogForm first = recordsFirst ? LogForm::records : LogForm::messages;
+  if (const std::optional<Candidate> unit = peekUnitHere(first)) return unit;
+  return peekUnitHere(recordsFirst ? LogForm::messages : LogForm::records);
 }
 
-// Whether `own`, the length that the record gives for the message, is better founded than the
-// total length `length`.
-bool LogReader::recordLengthIsBetter(std::size_t length, std::size_t own) {
-  if (own == 0 || own == length) return false;
-  const bool leadsOn = length >= kMessageHeader && leadsOnAt(length);
-  // Inside the total length a sound message is no accident, so the length covers two messages.
-  return leadsOn ? own < length && soundAt(own) : leadsOnAt(own);
-}
-
-std::size_t LogReader::numberAt(std::size_t distance) const {
-  const unsigned char* bytes = window_.at(distance);
-  return std::size_t{bytes[0]} << 8 | bytes[1];
-}
-
-// The length of the message there by its record; 0 if the input ends before the record tells.
-std::size_t LogReader::ownLengthAt(std::size_t distance) {
-  return window_.hold(distance + kAgreementSpan) < distance + kAgreementSpan
-             ? 0
-             : kSmallestMessage + numberAt(distance + kMessageHeader + kStructLengthAt);
-}
-
-bool LogReader::agreesAt(std::size_t distance) {
-  const std::size_t own = ownLengthAt(distance);
-  return own != 0 && numberAt(distance + kTotalLengthAt) == own;
-}
-
-bool LogReader::endsAt(std::size_t distance) { return window_.hold(distance + 1) == distance; }
-
-// Whether a message there agrees and so does what it leads to: both by accident is all but
-// impossible. That the next one's total length is damaged does not count against this one.
-bool LogReader::soundAt(std::size_t distance) {
-  if (!agreesAt(distance)) return false;
-  const std::size_t next = distance + numberAt(distance + kTotalLengthAt);
-  if (leadsOnAt(next)) return true;
-  const std::size_t own = ownLengthAt(next);
-  return own != 0 && agreesAt(next + own);
-}
-
-std::optional<std::size_t> LogReader::findSound(std::size_t begin, std::size_t end) {
-  for (std::size_t distance = begin; distance < end; ++distance) {
-    if (soundAt(distance)) return distance;
+std::optional<Candidate> LogReader::peekUnitHere(LogForm form) {
+  const Candidate unit = ahead_.peekUnit(0, form);
+  if (unit.verdict < Verdict::possible) return std::nullopt;
+  if (unit.agrees()) {
+    if (peekMayBeTaken(unit)) return unit;
+  } else if (const std::optional<Candidate> settled = ahead_.peekSettled(unit, false)) {
+    return settled;
   }
   return std::nullopt;
+}
+
+bool LogReader::peekIsWhole(const Candidate& unit) {
+  if (ahead_.peekWhole(unit.end())) return true;
+  if (unit.verdict >= Verdict::byText && gap_.length == 0) gap_.statedLength = unit.length;
+  return false;
+}
+
+bool LogReader::peekMayBeTaken(const Candidate& unit) {
+  if (!peekIsWhole(unit)) return false;
+  const bool first = accounting_.events == 0;
+  const Follower follower = ahead_.peekFollower(unit, unit.verdict < Verdict::byCodes);
+  switch (follower.kind) {
+    case Follower::Kind::notThere:
+    case Follower::Kind::end:
+      return unit.verdict >= Verdict::byCodes;
+    case Follower::Kind::unit:
+      // To lead to the next unit is one chance in the few hundred bytes that a unit has.
+      if (unit.verdict < Verdict::byCodes && !ahead_.haveSameSerials(unit, follower.unit)) {
+        return false;
+      }
+      if (unit.verdict == Verdict::byCodes && first && !ahead_.peekConfirmed(unit, gap_.length)) {
+        return false;
+      }
+      cutAt_ = ahead_.peekUnitSwallowed(unit, follower.unit);
+      if (follower.unit.agrees() && !cutAt_) {
+        upcoming_ = follower.unit;
+        upcoming_->at = 0;
+      }
+      break;
+    case Follower::Kind::blank:
+      if (unit.verdict < Verdict::byCodes) return false;
+      cutAt_ = ahead_.peekUnitAcross(unit);
+      break;
+    case Follower::Kind::nothing:
+      if (unit.verdict < Verdict::sound) return false;
+      cutAt_ = ahead_.peekUnitAcross(unit);
+      break;
+  }
+  if (cutAt_ && gap_.length == 0) gap_.statedLength = unit.length;
+  return !cutAt_;
+}
+
+std::optional<Candidate> LogReader::peekUnitByLength(LogForm form) {
+  Candidate unit = ahead_.peekUnit(0, form);
+  const bool complete =
+      unit.length >= Record::headerSize + (form == LogForm::messages ? kMessageHeader : 0);
+  if (!complete || !ahead_.peekWhole(unit.length)) return std::nullopt;
+  return unit;
+}
+
+void LogReader::resynchronise() {
+  constexpr std::size_t step = Lookahead::farthest;
+  std::optional<std::size_t> next = cutAt_;
+  if (!next) {
+    const std::uint64_t done = searchedTo_ > window_.offset() ? searchedTo_ - window_.offset() : 0;
+    const std::size_t from = std::max<std::size_t>(1, static_cast<std::size_t>(done));
+    next = ahead_.peekNext(from, step, gap_.length);
+    searchedTo_ = window_.offset() + (next ? *next : step);
+    const std::size_t end = next ? *next : window_.hold(step);
+    if (canTrustLengths(end, next)) return;
+  }
+  while (!next && window_.hold(step) >= step) {
+    pass(step);
+    next = ahead_.peekNext(0, step, gap_.length);
+  }
+  pass(next ? *next : window_.hold(1));
+}
+
+bool LogReader::canTrustLengths(std::size_t end, std::optional<std::size_t> next) {
+  if (window_.offset() < trustedTo_) return false;  // the trust was in vain
+  const bool known = next || end < Lookahead::farthest;
+  const auto trust = [&](LogForm form, std::size_t length) {
+    trusted_ = form;
+    trustedTo_ = window_.offset() + length;
+    return true;
+  };
+  if (known && gap_.length == 0) {
+    const LogForm forms[] = {LogForm::messages, LogForm::records};
+    for (const LogForm form : forms) {
+      const bool wanted = wanted_ == LogForm::automatic || wanted_ == form;
+      const bool fits = !next || ahead_.peekUnit(*next, form).verdict >= Verdict::byCodes;
+      if (wanted && fits && ahead_.peekChain(end, form)) return trust(form, end);
+    }
+  }
+  // Whoever names the form of what is not recognised knows better.
+  if (next || wanted_ == LogForm::automatic || ahead_.form() != LogForm::automatic) return false;
+  const std::optional<Candidate> unit = peekUnitByLength(wanted_);
+  return unit && trust(wanted_, unit->length);
+}
+
+void LogReader::take(LogUnit& unit, const Candidate& candidate) {
+  const std::size_t header = candidate.form == LogForm::messages ? kMessageHeader : 0;
+  const std::uint64_t offset = window_.offset();
+  if (candidate.form != ahead_.form() && ahead_.form() != LogForm::automatic && !changed_) {
+    changed_ = true;
+    const bool toMessages = candidate.form == LogForm::messages;
+    tell({toMessages ? Finding::Kind::nowMessages : Finding::Kind::nowRecords, offset});
+  }
+  const std::size_t total = RecordView(window_.at(0), kMessageHeader).u16(10);
+  if (!candidate.agrees() || (header != 0 && candidate.length % 0x10000 != total)) {
+    tell({Finding::Kind::lengthsDisagree, offset, candidate.length, total,
+          candidate.lengthFromRecord});
+  }
+  if (window_.offset() >= trustedTo_) ahead_.remember(candidate);
+  accounting_.countEvent(candidate.length);
+  unit.offset = offset;
+  unit.header = header == 0 ? nullptr : window_.at(0);
+  unit.record = {window_.at(header), candidate.length - header};
+  taken_ = candidate.length;
+}
+
+void LogReader::pass(std::size_t count) {
+  const unsigned char* bytes = window_.at(0);
+  std::size_t blank = 0;
+  while (blank < count && (bytes[count - 1 - blank] == 0 || bytes[count - 1 - blank] == 0xFF)) {
+    ++blank;
+  }
+  if (gap_.length == 0 && wanted_ != LogForm::records && count >= 12 && count < kSmallestMessage) {
+    gap_.endsShort = RecordView(bytes, count).u16(10) == count;
+  } else {
+    gap_.endsShort = false;
+  }
+  gap_.blankAtEnd = blank == count ? gap_.blankAtEnd + blank : blank;
+  gap_.length += count;
+  window_.advance(count);
+}
+
+void LogReader::closeGap(bool atEnd) {
+  const Gap gap = std::exchange(gap_, {});
+  if (gap.length == 0) return;
+  const std::uint64_t begin = window_.offset() - gap.length;
+  if (accounting_.events == 0 && atEnd && gap.statedLength == 0) {
+    tell({Finding::Kind::notALog, begin, gap.length, 0, 0, true});
+    return;
+  }
+  std::uint64_t padding = 0;
+  if (atEnd && gap.statedLength <= gap.length &&
+      (gap.blankAtEnd == gap.length || gap.blankAtEnd >= Record::headerSize)) {
+    padding = gap.blankAtEnd;
+  }
+  if (const std::uint64_t skipped = gap.length - padding; skipped != 0) {
+    const auto kind = gap.statedLength > skipped ? Finding::Kind::cutOff
+                      : gap.endsShort            ? Finding::Kind::tooShort
+                                                 : Finding::Kind::skipped;
+    tell({kind, begin, skipped, gap.statedLength, 0, atEnd && padding == 0});
+  }
+  if (padding != 0)
+    tell({Finding::Kind::padding, begin + gap.length - padding, padding, 0, 0, true});
+}
+
+void LogReader::tell(const Finding& finding) {
+  accounting_.count(finding);
+  report_(finding);
 }
 
 }  // namespace mpuevent::log

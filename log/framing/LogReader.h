@@ -5,69 +5,81 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <span>
-#include <string_view>
 
+#include "log/accounting/Accounting.h"
+#include "log/accounting/Finding.h"
+#include "log/framing/LogUnit.h"
+#include "log/framing/Lookahead.h"
 #include "log/input/InputWindow.h"
+#include "log/recognition/Compression.h"
 
 namespace mpuevent::log {
 
-/// How a log file is laid out.
-enum class LogForm {
-  automatic,  ///< one of the two below, told apart by whether the lengths chain
-  messages,   ///< back to back: a 64-byte CMAP header and the record that it carries
-  records,    ///< back to back: raw records, each of 152 + `evStructLength` bytes
-};
-
-/// One record of a log. The bytes are the reader's and valid until it is asked for the next one.
-struct LogUnit {
-  std::uint64_t offset = 0;  ///< of the message or record in the input
-  const unsigned char* header =
-      nullptr;  ///< the 64 bytes before the record; null if there are none
-  std::span<const unsigned char> record;  ///< 152 bytes or more
-};
-
 /// Takes a log apart into records, in one pass, in constant memory and in linear time whatever the
-/// bytes. Damage is reported and passed over.
+/// bytes. What is no record is told and passed over; what follows is found again.
 ///
-/// A message "agrees" if its total length is the one that its record's `evStructLength` gives. One
-/// that does not agree is still a message: agreement only serves to find the next good message
-/// where the lengths do not lead to one.
+/// A unit that is sound by itself is given out when all of it is there and the source is idle;
+/// while there is more to read, what follows it counts, too.
 class LogReader {
  public:
-  using ReportDamage = std::function<void(std::uint64_t offset, std::string_view reason)>;
+  using Report = std::function<void(const Finding&)>;
 
-  LogReader(ReadBytes read, LogForm form, ReportDamage report);
+  /// With a form other than automatic only that one is looked for, and an input that is not
+  /// recognised is taken apart by the lengths in it. Findings are reported in the order of their
+  /// offsets, before the unit that follows them; their bytes and the units' don't overlap, but for
+  /// those of Kind::lengthsDisagree. Without `isIdle` all of the input counts at once.
+  LogReader(ReadBytes read, LogForm form, Report report, IsIdle isIdle = {});
+  LogReader(const LogReader&) = delete;
+  LogReader& operator=(const LogReader&) = delete;
 
   /// False when there is no further record.
   bool next(LogUnit& unit);
 
-  /// Bytes passed so far; after the last record, the size of the input.
-  std::uint64_t offset() const { return window_.offset(); }
+  /// What the bytes were up to the unit given out last, that included.
+  const Accounting& accounting() const { return accounting_; }
   /// The errno value of the read that failed and so ended the input, or 0.
   int readError() const { return window_.error(); }
+  /// What the input is packed with, if it was found to be no log; null if with nothing known.
+  const Compression* compression() const { return compression_; }
 
  private:
-  LogForm recognise();
-  bool nextRecord(LogUnit& unit);
-  bool nextMessage(LogUnit& unit);
-  void take(LogUnit& unit, std::size_t headerLength, std::size_t length);
-  bool passTail(std::size_t needed, std::string_view what);
-  bool passBrokenMessage(std::size_t length);
-  bool recordLengthIsBetter(std::size_t length, std::size_t own);
+  /// Bytes since the last unit that are no unit's.
+  struct Gap {
+    std::uint64_t length = 0;
+    std::uint64_t blankAtEnd = 0;  // how many at its end are 0 or 0xFF
+    std::size_t statedLength = 0;  // of the unit that it seems to begin with, or 0
+    bool endsShort = false;        // that unit's record is shorter than a header
+  };
 
-  // These look at what begins `distance` bytes after the position.
-  std::size_t numberAt(std::size_t distance) const;
-  std::size_t ownLengthAt(std::size_t distance);
-  bool agreesAt(std::size_t distance);
-  bool endsAt(std::size_t distance);
-  bool leadsOnAt(std::size_t distance) { return endsAt(distance) || agreesAt(distance); }
-  bool soundAt(std::size_t distance);
-  std::optional<std::size_t> findSound(std::size_t begin, std::size_t end);
+  // These decide on the unit at the position, and take nothing.
+  std::optional<Candidate> peekUnitHere();
+  std::optional<Candidate> peekUnitHere(LogForm form);
+  bool peekIsWhole(const Candidate& unit);
+  bool peekMayBeTaken(const Candidate& unit);
+  std::optional<Candidate> peekUnitByLength(LogForm form);
+
+  // Moves on to the next unit or the end of the input, or finds that what is here can be taken by
+  // its lengths up to there: then nothing moves.
+  void resynchronise();
+  bool canTrustLengths(std::size_t end, std::optional<std::size_t> next);
+  void pass(std::size_t count);
+  void take(LogUnit& unit, const Candidate& candidate);
+  void closeGap(bool atEnd);
+  void tell(const Finding& finding);
 
   InputWindow window_;
-  LogForm form_;
-  ReportDamage report_;
+  const LogForm wanted_;
+  Lookahead ahead_;
+  Report report_;
+  Accounting accounting_;
+  Gap gap_;
+  const Compression* compression_ = nullptr;
+  std::optional<Candidate> upcoming_;     // what follows the unit given out last, if known
+  std::optional<std::size_t> cutAt_;      // where a unit begins that the one here runs into
+  LogForm trusted_ = LogForm::automatic;  // the form of what is taken by its lengths,
+  std::uint64_t trustedTo_ = 0;           // up to this offset
+  std::uint64_t searchedTo_ = 0;          // no unit begins before this offset
+  bool changed_ = false;                  // the form has, which is told once
   std::size_t taken_ = 0;  // length of the unit given out last, which is still in view
 };
 

@@ -30,4 +30,10 @@ long InputFile::read(unsigned char* to, std::size_t room) const {
   }
 }
 
+bool InputFile::idle() const {
+  constexpr int momentInMilliseconds = 10;
+  pollfd waiting{descriptor_, POLLIN, 0};
+  return error_ == 0 && ::poll(&waiting, 1, momentInMilliseconds) == 0;
+}
+
 }  // namespace mpuevent::log

@@ -18,6 +18,10 @@ class InputFile {
   /// As ReadBytes wants it.
   long read(unsigned char* to, std::size_t room) const;
 
+  /// Whether nothing comes for now, as IsIdle wants it: waits a moment, so that a program that is
+  /// writing is not taken for one that has stopped.
+  bool idle() const;
+
  private:
   int descriptor_;
   int error_;

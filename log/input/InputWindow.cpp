@@ -1,21 +1,26 @@
-#include "InputWindow.h"
+#include "log/input/InputWindow.h"
 
+#include <cassert>
 #include <cstring>
 #include <utility>
 
 namespace mpuevent::log {
 
-InputWindow::InputWindow(ReadBytes read)
-    : read_(std::move(read)), bytes_(std::make_unique_for_overwrite<unsigned char[]>(size)) {}
+InputWindow::InputWindow(ReadBytes read, IsIdle isIdle)
+    : read_(std::move(read)),
+      isIdle_(std::move(isIdle)),
+      bytes_(std::make_unique_for_overwrite<unsigned char[]>(size)) {}
 
-std::size_t InputWindow::readUntil(std::size_t count) {
+std::size_t InputWindow::readUntil(std::size_t count, bool unlessIdle) {
+  assert(count <= farthest);
   // Moving only when there is no room keeps the bytes moved below the bytes passed.
   if (size - position_ < count) {
-    std::memmove(bytes_.get(), at(0), end_ - position_);
-    end_ -= position_;
+    std::memmove(bytes_.get(), at(0), inView());
+    end_ = inView();
     position_ = 0;
   }
-  while (!ended_ && end_ - position_ < count) {
+  while (!ended_ && inView() < count) {
+    if (unlessIdle && isIdle_ && isIdle_()) break;
     const long got = read_(&bytes_[end_], size - end_);
     if (got > 0) {
       end_ += static_cast<std::size_t>(got);
@@ -24,7 +29,7 @@ std::size_t InputWindow::readUntil(std::size_t count) {
       error_ = static_cast<int>(-got);
     }
   }
-  return end_ - position_;
+  return inView();
 }
 
 }  // namespace mpuevent::log

@@ -12,21 +12,33 @@ namespace mpuevent::log {
 /// input, or an errno value negated when reading failed.
 using ReadBytes = std::function<long(unsigned char* to, std::size_t room)>;
 
+/// Whether the source has nothing to give for now, so that reading would wait.
+using IsIdle = std::function<bool()>;
+
 /// A view of the input that only ever moves forward, of constant size whatever the input's. A
 /// failed read counts as the end of the input; error() tells.
 class InputWindow {
  public:
   /// The most that hold() can be asked for.
-  static constexpr std::size_t farthest = std::size_t{200} << 10;
+  static constexpr std::size_t farthest = std::size_t{256} << 10;
 
-  explicit InputWindow(ReadBytes read);
+  /// Without `isIdle` the source is never taken for idle.
+  InputWindow(ReadBytes read, IsIdle isIdle);
 
   /// Reads until `count` bytes from the position on are in view or the input ends. Returns how
   /// many are in view, which may be more; fewer than `count` means that the input ends there.
   /// Pointers from at() are invalid afterwards.
   std::size_t hold(std::size_t count) {
-    return end_ - position_ >= count ? end_ - position_ : readUntil(count);
+    return inView() >= count ? inView() : readUntil(count, false);
   }
+
+  /// The same, but gives up when the source is idle: with fewer bytes in view ended() tells which.
+  std::size_t holdUnlessIdle(std::size_t count) {
+    return inView() >= count ? inView() : readUntil(count, true);
+  }
+
+  /// Whether the last byte of the input is in view, or passed.
+  bool ended() const { return ended_; }
 
   /// The byte at `distance` from the position; it must be in view.
   const unsigned char* at(std::size_t distance) const { return &bytes_[position_ + distance]; }
@@ -46,9 +58,11 @@ class InputWindow {
  private:
   static constexpr std::size_t size = std::size_t{512} << 10;
 
-  std::size_t readUntil(std::size_t count);
+  std::size_t inView() const { return end_ - position_; }
+  std::size_t readUntil(std::size_t count, bool unlessIdle);
 
   ReadBytes read_;
+  IsIdle isIdle_;
   std::unique_ptr<unsigned char[]> bytes_;
   std::size_t position_ = 0;
   std::size_t end_ = 0;

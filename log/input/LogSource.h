@@ -12,6 +12,7 @@ namespace mpuevent::log {
 struct LogSource {
   std::string name;
   ReadBytes read;
+  IsIdle isIdle = {};  ///< none: never idle
 };
 
 /// What becomes of the logs in a source, and of what is wrong with it.

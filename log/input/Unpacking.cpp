@@ -39,6 +39,9 @@ class Peeked {
     }
   }
 
+  /// Whether all that has been looked at has been given.
+  bool isGiven() const { return at_ == bytes_.size() && !ended_; }
+
   /// As ReadBytes.
   long read(unsigned char* to, std::size_t room) {
     if (at_ == bytes_.size()) return ended_ ? end_ : read_(to, room);
@@ -175,7 +178,8 @@ void forEachFile(const LogSource& packed, const LogVisitor& visitor, int depth) 
   while (archive.next()) {
     const LogSource file{
         packed.name + ":" + archive.path(),
-        [&](unsigned char* to, std::size_t room) { return archive.read(to, room); }};
+        [&](unsigned char* to, std::size_t room) { return archive.read(to, room); },
+        {}};
     forEachLog(file, visitor, depth);
     tellError(file.name);
   }
@@ -185,7 +189,8 @@ void forEachFile(const LogSource& packed, const LogVisitor& visitor, int depth) 
 void forEachLog(const LogSource& source, const LogVisitor& visitor, int depth) {
   Peeked peeked(source.read);
   const LogSource whole{source.name,
-                        [&](unsigned char* to, std::size_t room) { return peeked.read(to, room); }};
+                        [&](unsigned char* to, std::size_t room) { return peeked.read(to, room); },
+                        [&] { return peeked.isGiven() && source.isIdle && source.isIdle(); }};
   const Packing packing = peeked.packing();
   if (packing == Packing::none) {
     visitor.visit(whole);
@@ -196,7 +201,9 @@ void forEachLog(const LogSource& source, const LogVisitor& visitor, int depth) {
   } else {
     Decompression unpacked(packing, whole.read);
     const LogSource inner{
-        source.name, [&](unsigned char* to, std::size_t room) { return unpacked.read(to, room); }};
+        source.name,
+        [&](unsigned char* to, std::size_t room) { return unpacked.read(to, room); },
+        {}};
     forEachLog(inner, visitor, depth + 1);
     if (!unpacked.error().empty()) visitor.broken(source.name, unpacked.error());
   }

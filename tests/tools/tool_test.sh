@@ -127,18 +127,36 @@ done
 
 # Bad input
 expect 3 decode -o jsonl truncated
-same 'truncated' "$(lines out) $(cat err)" "1 mpuevent: truncated: offset 0xdd: message of 221 bytes is cut off \
-after 220; 220 bytes skipped, up to the end"
+same 'truncated' "$(lines out) $(cat err)" "1 mpuevent: truncated: offset 0xdd: cut off: 220 bytes of \
+221, up to the end; skipped
+mpuevent: truncated: 1 event, 221 bytes decoded, 220 skipped, 0 padding"
 expect 1 decode empty
 same 'empty' "$(lines out) $(cat err)" '0 mpuevent: empty: no events, the input is empty'
 expect 0 decode -o line empty log
 expect 2 decode -o line missing directory truncated log
-same 'the rest is decoded' "$(lines out) $(grep -c '^mpuevent: [a-z]*: ' err) $(lines err)" '3 2 2'
+same 'the rest is decoded' "$(lines out) $(grep -c '^mpuevent: [a-z]*: ' err) $(lines err)" '3 3 3'
 zeros 100000 >nothing
 expect 3 decode -o line nothing
-same 'zeros' "$(lines out)" 657
+same 'zeros' "$(lines out) $(cat err)" '0 mpuevent: nothing: not recognised as an event log'
+expect 0 decode -o line --input records nothing
+same 'zeros, as asked for' "$(lines out)" 657
+{ cat log nothing; } >padded
+expect 0 decode -v -o line padded
+same 'padding' "$(lines out) $(cat err)" "2 mpuevent: padded: offset 0x1ba: 100000 bytes of padding, up \
+to the end
+mpuevent: padded: 2 events, 442 bytes decoded, 0 skipped, 100000 padding"
+if "${tool[@]}" help decode | grep -q 'does not unpack'; then
+  gzip -c log >packed
+  expect 3 decode packed
+  grep -q 'packed with gzip; try: gzip -dc' err || fail "packed: $(cat err)"
+fi
+# What comes is given out when it comes.
+for form in message record; do
+  { $form 1 && sleep 2 && $form 2; } | "${tool[@]}" decode -o line - | { read -r -t 1 && lines /dev/stdin >out; }
+  same "a growing log of ${form}s" "$? $(cat out)" '0 1'
+done
 { zeros 144 && u16 65535 && zeros 65541; } >long
-expect 3 decode -o line long
+expect 3 decode -o line --input records long
 same 'longest record' "$(lines out) $(grep -c 'record of 65687 bytes is longer' err)" '1 1'
 
 # Many files

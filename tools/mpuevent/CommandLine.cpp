@@ -19,7 +19,7 @@ Exit codes:
   0  everything was decoded
   1  there was nothing to decode
   2  wrong usage, or a file could not be read or the output not be written
-  3  damage in a file; all that could be decoded was written
+  3  damage in a file, or no log; all that could be decoded was written
 )";
 
 constexpr std::size_t kHelpColumn = 26;

@@ -8,7 +8,7 @@ namespace {
 constexpr char kFooter[] = R"(Input forms:
   messages   64-byte CMAP header and record, back to back
   records    raw records of 152 + evStructLength bytes, back to back
-  auto       what the bytes look like
+  auto       either, or one after the other, as recognised
 
 Output forms:
   text       one block of labelled lines an event

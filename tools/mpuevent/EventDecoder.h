@@ -11,7 +11,7 @@
 #include <span>
 #include <string_view>
 
-#include "log/framing/LogReader.h"
+#include "log/framing/LogUnit.h"
 
 namespace mpuevent::tool {
 

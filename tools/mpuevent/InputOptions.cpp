@@ -45,6 +45,11 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
           "The names in LIST end with NUL, as find -print0\nwrites them")
       ->needs(names)
       ->group("Input");
+  command
+      .add_flag("-v,--verbose", options.verbose,
+                "Of each file how many bytes were decoded,\n"
+                "skipped and padding")
+      ->group("Input");
 }
 
 }  // namespace mpuevent::tool

@@ -1,7 +1,7 @@
 #ifndef MPUEVENT_TOOL_INPUTOPTIONS_H
 #define MPUEVENT_TOOL_INPUTOPTIONS_H
 
-#include "log/framing/LogReader.h"
+#include "log/framing/LogUnit.h"
 #include "log/input/InputNames.h"
 
 namespace CLI {
@@ -14,6 +14,7 @@ namespace mpuevent::tool {
 struct InputOptions {
   log::InputSelection selection;
   log::LogForm form = log::LogForm::automatic;
+  bool verbose = false;  ///< a line a file on its bytes also where nothing is wrong
 };
 
 // What these fill in must last until the command has been parsed.

@@ -46,18 +46,20 @@ void LogRun::readInput(const std::string& input, bool several, const VisitUnit& 
     report(shownName(input), "reads a terminal; --help tells of files");
   }
   const log::InputFile file(input);
-  const log::LogSource source{input, [&](unsigned char* to, std::size_t room) {
+  const log::LogSource source{input,
+                              [&](unsigned char* to, std::size_t room) {
                                 // What is done is not held back while more input is awaited.
                                 output_.flush();
                                 return file.read(to, room);
-                              }};
+                              },
+                              [&] { return file.idle(); }};
   log::LogVisitor visitor;
   visitor.visit = [&](const log::LogSource& log) {
     const bool packed = log.name != input;
     const bool named = log.name != kStandardInput;
     readLog({named ? std::optional<std::string_view>(log.name) : std::nullopt, shownName(log.name),
              several || packed},
-            log.read, visit);
+            log, visit);
   };
   visitor.broken = [&](const std::string& name, const std::string& reason) {
     damaged_ = true;
@@ -66,32 +68,52 @@ void LogRun::readInput(const std::string& input, bool several, const VisitUnit& 
   forEachLog(source, visitor);
 }
 
-void LogRun::readLog(const LogFile& file, const log::ReadBytes& read, const VisitUnit& visit) {
-  log::LogReader reader(read, options_.form, [&](std::uint64_t offset, std::string_view reason) {
-    damage(file.shownName, offset, reason);
-  });
+void LogRun::readLog(const LogFile& file, const log::LogSource& source, const VisitUnit& visit) {
+  log::LogReader reader(
+      source.read, options_.form,
+      [&](const log::Finding& finding) { tell(file.shownName, finding); }, source.isIdle);
   log::LogUnit unit;
   std::uint64_t index = 0;
   for (; reader.next(unit); ++index) {
     if (unit.record.size() > EventDecoder::longestRecord) {
-      damage(file.shownName, unit.offset,
-             "record of " + std::to_string(unit.record.size()) +
-                 " bytes is longer than an envelope holds, the bytes after the first " +
-                 std::to_string(EventDecoder::longestRecord) + " are left out");
+      damaged_ = true;
+      reportAt(file.shownName, unit.offset,
+               "record of " + std::to_string(unit.record.size()) +
+                   " bytes is longer than an envelope holds, the bytes after the first " +
+                   std::to_string(EventDecoder::longestRecord) + " are left out");
     }
     visit(file, unit, index);
   }
   anyUnit_ = anyUnit_ || index != 0;
-  if (reader.readError() != 0) {
-    failed_ = true;
-    report(file.shownName, std::generic_category().message(reader.readError()));
-  } else if (reader.offset() == 0) {
-    report(file.shownName, "no events, the input is empty");
+  sumUp(file, reader);
+}
+
+void LogRun::tell(std::string_view name, const log::Finding& finding) {
+  damaged_ = damaged_ || finding.isDamage();
+  if (finding.kind == log::Finding::Kind::notALog) {
+    report(name, describe(finding));
+  } else {
+    reportAt(name, finding.offset, describe(finding));
   }
 }
 
-void LogRun::damage(std::string_view name, std::uint64_t offset, std::string_view reason) {
-  damaged_ = true;
+void LogRun::sumUp(const LogFile& file, const log::LogReader& reader) {
+  const std::string_view name = file.shownName;
+  if (reader.readError() != 0) {
+    failed_ = true;
+    report(name, std::generic_category().message(reader.readError()));
+  }
+  const log::Accounting& accounting = reader.accounting();
+  if (accounting.bytes() == 0) {
+    if (reader.readError() == 0) report(name, "no events, the input is empty");
+  } else if (accounting.events != 0 && (options_.verbose || accounting.skippedBytes != 0)) {
+    report(name, describe(accounting));
+  } else if (accounting.events == 0 && reader.compression() != nullptr) {
+    report(name, describe(*reader.compression(), file.name.value_or("")));
+  }
+}
+
+void LogRun::reportAt(std::string_view name, std::uint64_t offset, std::string_view reason) {
   TextBuffer message;
   message += "offset ";
   appendHex(message, offset);

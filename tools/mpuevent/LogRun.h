@@ -38,8 +38,10 @@ class LogRun {
 
  private:
   void readInput(const std::string& input, bool several, const VisitUnit& visit);
-  void readLog(const LogFile& file, const log::ReadBytes& read, const VisitUnit& visit);
-  void damage(std::string_view name, std::uint64_t offset, std::string_view reason);
+  void readLog(const LogFile& file, const log::LogSource& source, const VisitUnit& visit);
+  void tell(std::string_view name, const log::Finding& finding);
+  void sumUp(const LogFile& file, const log::LogReader& reader);
+  void reportAt(std::string_view name, std::uint64_t offset, std::string_view reason);
   void report(std::string_view name, std::string_view reason);
 
   const InputOptions& options_;

@@ -1,0 +1,237 @@
+#include "log/framing/Lookahead.h"
+
+#include "log/framing/Confirmation.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace mpuevent::log {
+
+namespace {
+
+constexpr std::size_t kMessageHeader = 64;
+constexpr std::size_t kTotalLengthAt = 10;
+constexpr std::size_t kSmallestMessage = kMessageHeader + Record::headerSize;
+// A total length counts modulo this.
+constexpr std::size_t kTotalLengths = 0x10000;
+// So many zeros behind a unit are no accident.
+constexpr std::size_t kBlank = Lookahead::longestLook;
+// Where units follow one another for so long, the first one is no accident.
+constexpr int kLongChain = 8;
+
+Record recordAt(const unsigned char* bytes) {
+  return {reinterpret_cast<const Pegasus::EmpEvLogMsg_s*>(bytes), 0};
+}
+
+// Whether, by the sequence ids, `to` may be the next of `from`'s log.
+bool mayComeNext(const Record& from, const Record& to) {
+  return from.logInstance() == to.logInstance() && movesOn(from.sequenceId(), to.sequenceId());
+}
+
+}  // namespace
+
+Record Lookahead::recordOf(const Candidate& unit) const {
+  return recordAt(window_.at(unit.at + (unit.form == LogForm::messages ? kMessageHeader : 0)));
+}
+
+void Lookahead::remember(const Candidate& unit) {
+  form_ = unit.form;
+  if (unit.verdict > Verdict::possible) profile_.remember(recordOf(unit));
+}
+
+Candidate Lookahead::message(std::size_t at) {
+  const unsigned char* bytes = window_.at(at);
+  const Record record = recordAt(bytes + kMessageHeader);
+  const std::size_t total = RecordView(bytes, kMessageHeader).u16(kTotalLengthAt);
+  Candidate unit{Verdict::none, LogForm::messages, at, total,
+                 kSmallestMessage + record.structLength()};
+  if (total < kMessageHeader && total + kTotalLengths == unit.lengthFromRecord) {
+    unit.length = unit.lengthFromRecord;
+  }
+  if (unit.agrees()) {
+    const Verdict header = judgeHeader(record, profile_);
+    unit.verdict = header >= Verdict::byText    ? Verdict::sound
+                   : header == Verdict::byCodes ? Verdict::byText
+                                                : Verdict::byCodes;
+  } else if (form_ != LogForm::records && mayBeHeader(record.data(), profile_)) {
+    if (judgeHeader(record, profile_) == Verdict::sound) unit.verdict = Verdict::byCodes;
+  }
+  return unit;
+}
+
+Candidate Lookahead::record(std::size_t at) const {
+  const Record record = recordAt(window_.at(at));
+  const std::size_t length = Record::headerSize + record.structLength();
+  return {judgeHeader(record, profile_), LogForm::records, at, length, length};
+}
+
+Candidate Lookahead::peekUnit(std::size_t at, LogForm form) {
+  const std::size_t needed =
+      at + (form == LogForm::messages ? kSmallestMessage : Record::headerSize);
+  if (window_.hold(needed) < needed) return {};
+  return form == LogForm::messages ? message(at) : record(at);
+}
+
+Candidate Lookahead::peekUnit(std::size_t at) {
+  if (wanted_ != LogForm::automatic) return peekUnit(at, wanted_);
+  const LogForm first = form_ == LogForm::records ? LogForm::records : LogForm::messages;
+  const LogForm second = first == LogForm::records ? LogForm::messages : LogForm::records;
+  const Candidate one = peekUnit(at, first);
+  if (one.verdict == Verdict::sound) return one;
+  const Candidate other = peekUnit(at, second);
+  return other.verdict > one.verdict ? other : one;
+}
+
+bool Lookahead::follows(const Candidate& unit, const Candidate& next) const {
+  if (next.form != unit.form) {
+    return next.form == LogForm::messages ? next.agrees() && next.verdict >= Verdict::byText
+                                          : next.verdict == Verdict::sound;
+  }
+  if (next.verdict >= Verdict::byText) return true;
+  if (next.verdict == Verdict::byCodes) {
+    return next.form == LogForm::messages || mayComeNext(recordOf(unit), recordOf(next));
+  }
+  return next.verdict == Verdict::possible && haveSameSerials(unit, next);
+}
+
+bool Lookahead::haveSameSerials(const Candidate& one, const Candidate& other) const {
+  return sameSerials(recordOf(one), recordOf(other)) && !serialsAreAPattern(recordOf(other));
+}
+
+Follower Lookahead::peekFollower(const Candidate& unit, bool waits) {
+  const auto hold = [&](std::size_t count) {
+    return waits ? window_.hold(count) : window_.holdUnlessIdle(count);
+  };
+  const std::size_t held = hold(unit.end() + kSmallestMessage);
+  if (held < unit.end() + kSmallestMessage && !window_.ended())
+    return {Follower::Kind::notThere, {}};
+  if (held <= unit.end()) return {Follower::Kind::end, {}};
+  const Candidate next = peekUnit(unit.end());
+  if (next.verdict != Verdict::none && follows(unit, next)) return {Follower::Kind::unit, next};
+  const std::size_t blank = std::min(hold(unit.end() + kBlank) - unit.end(), kBlank);
+  if (isBlank(window_.at(unit.end()), blank)) return {Follower::Kind::blank, {}};
+  return {Follower::Kind::nothing, {}};
+}
+
+std::optional<Candidate> Lookahead::peekSettled(const Candidate& unit, bool waits) {
+  if (unit.agrees()) return unit;
+  std::array<std::size_t, 2> lengths = {unit.length, unit.lengthFromRecord};
+  std::sort(lengths.begin(), lengths.end());
+  for (const std::size_t length : lengths) {
+    Candidate settled = unit;
+    settled.length = length;
+    if (length < kSmallestMessage || window_.hold(settled.end()) < settled.end()) continue;
+    const Follower follower = peekFollower(settled, waits);
+    const bool leadsOn = follower.kind == Follower::Kind::end ||
+                         (follower.kind == Follower::Kind::unit &&
+                          (form_ == LogForm::messages || follower.unit.form == LogForm::messages));
+    if (leadsOn) return settled;
+  }
+  return std::nullopt;
+}
+
+bool Lookahead::peekConfirmed(const Candidate& found, std::uint64_t gap) {
+  if (found.verdict < Verdict::byCodes) return false;
+  if (!found.agrees() && form_ != LogForm::messages) return false;
+  // Before anything is known of the log, two lengths that agree are too little.
+  if (found.form == LogForm::messages && found.verdict == Verdict::byCodes &&
+      form_ == LogForm::automatic) {
+    return false;
+  }
+  const std::optional<Candidate> settled = peekSettled(found, true);
+  return settled && Confirmation(*this, *settled, gap).peek();
+}
+
+std::optional<Candidate> Lookahead::peekAt(std::size_t at) {
+  const unsigned char* bytes = window_.at(at);
+  const bool whole = window_.hold(at + kSmallestMessage) >= at + kSmallestMessage;
+  if (wanted_ != LogForm::records && whole) {
+    const Candidate unit = message(at);
+    if (unit.verdict >= Verdict::byCodes) return unit;
+  }
+  if (wanted_ != LogForm::messages && mayBeHeader(bytes, profile_)) {
+    const Candidate unit = record(at);
+    if (unit.verdict >= Verdict::byCodes) return unit;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::size_t> Lookahead::peekNext(std::size_t from, std::size_t to,
+                                               std::uint64_t passed) {
+  for (std::size_t at = from; at < to; ++at) {
+    const std::size_t held = window_.hold(at + kBlank);
+    if (held < at + Record::headerSize) return std::nullopt;
+    const std::size_t block = std::min(held - at, kBlank);
+    if (block > kSmallestMessage && isBlank(window_.at(at), block)) {
+      at += block - kSmallestMessage;
+      continue;
+    }
+    const std::optional<Candidate> unit = peekAt(at);
+    if (unit && peekConfirmed(*unit, passed + at)) return at;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::size_t> Lookahead::peekUnitAcross(const Candidate& unit) {
+  for (std::size_t at = unit.at + 1; at < unit.end(); ++at) {
+    if (window_.hold(at + kSmallestMessage) < at + Record::headerSize) break;
+    const std::optional<Candidate> inner = peekAt(at);
+    if (!inner || inner->verdict < Verdict::byText || !peekConfirmed(*inner, unit.length)) continue;
+    const std::size_t end = peekChainEnd(*inner, unit.end());
+    if (end > unit.end()) return at;
+    at = std::max(at, end - 1);  // a log within the payload
+  }
+  return std::nullopt;
+}
+
+std::size_t Lookahead::peekChainEnd(Candidate unit, std::size_t enough) {
+  for (int units = 1; unit.end() <= enough; ++units) {
+    const Follower follower = peekFollower(unit, true);
+    if (follower.kind != Follower::Kind::unit) return unit.end();
+    if (units == kLongChain || !follower.unit.agrees()) return enough + 1;
+    unit = follower.unit;
+  }
+  return unit.end();
+}
+
+std::optional<std::size_t> Lookahead::peekUnitSwallowed(const Candidate& unit,
+                                                        const Candidate& follower) {
+  const Record first = recordOf(unit);
+  const Record last = recordOf(follower);
+  const std::uint32_t missing = last.sequenceId() - first.sequenceId() - 1;
+  if (unit.form != LogForm::records || !sameLog(first, last) || missing == 0 ||
+      missing > unit.length / Record::headerSize || first.u8(0) == 0) {
+    return std::nullopt;
+  }
+  const std::string_view serials = first.bytes(0, serialsSize);
+  const std::string_view bytes(reinterpret_cast<const char*>(window_.at(unit.at)), unit.length);
+  const std::size_t at = bytes.find(serials, Record::headerSize);
+  if (at == std::string_view::npos || bytes.size() - at < Record::headerSize) return std::nullopt;
+  std::size_t end = at;
+  std::uint32_t units = 0;
+  for (; end + Record::headerSize <= unit.length; ++units) {
+    const Candidate inner = record(unit.at + end);
+    if (inner.verdict != Verdict::sound) return std::nullopt;
+    end += inner.length;
+  }
+  if (end != unit.length || units != missing) return std::nullopt;
+  return unit.at + at;
+}
+
+bool Lookahead::peekChain(std::size_t end, LogForm form) {
+  std::size_t at = 0;
+  while (at < end) {
+    const Candidate unit = peekUnit(at, form);
+    const bool possible = unit.verdict != Verdict::none ||
+                          (form == LogForm::messages && unit.length >= kSmallestMessage &&
+                           judgeHeader(recordOf(unit), profile_) != Verdict::none);
+    if (!possible ||
+        unit.length < (form == LogForm::messages ? kSmallestMessage : Record::headerSize))
+      return false;
+    at = unit.end();
+  }
+  return at == end;
+}
+
+}  // namespace mpuevent::log

@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void write(const fs::path& file, std::string_view bytes) {
+void writeFile(const fs::path& file, std::string_view bytes) {
   std::ofstream out(file, std::ios::binary);
   out.exceptions(std::ios::badbit | std::ios::failbit);
   out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
@@ -37,7 +37,7 @@ std::string decoderInput(const mpuevent::samples::Sample& sample, int more,
 void writeVariants(const fs::path& stem, const mpuevent::samples::Sample& sample) {
   const std::string& payload = sample.payload;
   const auto write = [&](const char* kind, int more, std::string_view bytes) {
-    ::write(stem.string() + kind, decoderInput(sample, more, bytes));
+    writeFile(stem.string() + kind, decoderInput(sample, more, bytes));
   };
   const auto size = static_cast<int>(payload.size());
   std::string again;
@@ -57,16 +57,16 @@ void writeRecordSeeds(const fs::path& top) {
     for (const mpuevent::samples::Sample& sample : module.samples()) {
       const std::string name =
           "source" + std::to_string(module.source) + "-" + std::to_string(index++);
-      write(top / "fuzz_envelope" / name,
-            mpuevent::support::message(mpuevent::samples::record(module, sample).str()));
+      writeFile(top / "fuzz_envelope" / name,
+                mpuevent::support::message(mpuevent::samples::record(module, sample).str()));
       const fs::path directory = top / ("fuzz_" + std::string(module.name));
       fs::create_directories(directory);
-      write(directory / name, decoderInput(sample, 0, sample.payload));
+      writeFile(directory / name, decoderInput(sample, 0, sample.payload));
       if (index != 1) continue;
       writeVariants(directory / name, sample);
       const char number = static_cast<char>(&module - mpuevent::samples::modules().data());
-      write(top / "fuzz_large" / module.name,
-            std::string{number, '\xFF'} + decoderInput(sample, 0, sample.payload));
+      writeFile(top / "fuzz_large" / module.name,
+                std::string{number, '\xFF'} + decoderInput(sample, 0, sample.payload));
     }
   }
 }
@@ -84,10 +84,10 @@ void writeReaderSeeds(const fs::path& directory) {
   damaged[10] = '\xFF';
   damaged = damaged.substr(0, 700) + damaged.substr(764) + messages.substr(0, 500) + messages;
   const std::string automatic("\0\1\100\3", 4);
-  write(directory / "messages", automatic + messages);
-  write(directory / "records", automatic + records);
-  write(directory / "damaged", automatic + damaged);
-  write(directory / "damaged-repeated", automatic + damaged.substr(0, 64 * 32 - 4));
+  writeFile(directory / "messages", automatic + messages);
+  writeFile(directory / "records", automatic + records);
+  writeFile(directory / "damaged", automatic + damaged);
+  writeFile(directory / "damaged-repeated", automatic + damaged.substr(0, 64 * 32 - 4));
 }
 
 void writeTextSeeds(const fs::path& directory) {
@@ -107,7 +107,7 @@ void writeTextSeeds(const fs::path& directory) {
   }
   for (std::size_t index = 0; index < texts.size(); ++index) {
     const auto division = static_cast<char>(index * 40);
-    write(directory / ("text" + std::to_string(index)), division + texts[index]);
+    writeFile(directory / ("text" + std::to_string(index)), division + texts[index]);
   }
 }
 
@@ -125,8 +125,8 @@ int main(int argc, char** argv) {
     }
     writeRecordSeeds(top);
     const auto aText = static_cast<char>(mpuevent::samples::modules().size());
-    write(top / "fuzz_large" / "text-of-tags", std::string{aText, '\xFF'} + "\x02\x10\x11");
-    write(top / "fuzz_large" / "text-of-many-lengths", std::string{aText, '\xFF'} + "\x0B\x0E");
+    writeFile(top / "fuzz_large" / "text-of-tags", std::string{aText, '\xFF'} + "\x02\x10\x11");
+    writeFile(top / "fuzz_large" / "text-of-many-lengths", std::string{aText, '\xFF'} + "\x0B\x0E");
     writeTextSeeds(top / "fuzz_text");
     writeReaderSeeds(top / "fuzz_reader");
   } catch (const std::exception& failure) {

@@ -5,13 +5,17 @@
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "EventDecoder.h"
 #include "LogRun.h"
 #include "Output.h"
 #include "TraceLines.h"
 #include "forms/EventForm.h"
+#include "forms/Numbers.h"
+#include "forms/Utf8.h"
 
 namespace mpuevent::tool {
 
@@ -38,9 +42,47 @@ std::unique_ptr<EventForm> makeForm(const DecodeOptions& options) {
   return makeTextForm(options.payload, colourWanted(options.colour));
 }
 
+struct FileCount {
+  std::string name;
+  std::uint64_t events = 0;
+};
+
+void appendCount(TextBuffer& to, std::uint64_t count, std::string_view of) {
+  appendDecimal(to, count);
+  if (!of.empty()) {
+    to += ' ';
+    appendVisible(to, of);
+  }
+  to += '\n';
+}
+
+ExitCode count(const DecodeOptions& options) {
+  Output output;
+  LogRun run(options.input, options.choosing, output);
+  std::vector<FileCount> counts;
+  bool several = false;
+  std::uint64_t total = 0;
+  run.forEachUnit(
+      [&](const LogFile& file, const log::LogUnit&, std::uint64_t) {
+        ++counts[file.number].events;
+        ++total;
+      },
+      [&](const LogFile& file) {
+        counts.push_back({std::string(file.shownName)});
+        several = several || file.isOneOfSeveral;
+      });
+  if (several) {
+    for (const FileCount& file : counts) appendCount(output.text(), file.events, file.name);
+  }
+  appendCount(output.text(), total, several ? "total" : "");
+  output.close();
+  return run.exitCode();
+}
+
 }  // namespace
 
 ExitCode decode(const DecodeOptions& options) {
+  if (options.count) return count(options);
   const std::unique_ptr<EventForm> form = makeForm(options);
   std::optional<TraceLines> trace;
   if (options.trace) trace.emplace();
@@ -48,18 +90,21 @@ ExitCode decode(const DecodeOptions& options) {
   if (options.output != OutputForm::line) fields.emplace();
   EventDecoder decoder;
   Output output;
-  LogRun run(options.input, output);
+  LogRun run(options.input, options.choosing, output);
 
+  std::optional<std::size_t> lastFile;
   run.forEachUnit([&](const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
-    if (index == 0 && file.isOneOfSeveral) form->beginFile(file.shownName);
+    if (file.isOneOfSeveral && lastFile != file.number) form->beginFile(file.shownName);
+    lastFile = file.number;
     const std::unique_ptr<Pegasus::Quarn_Event> event = decoder.decode(unit);
     if (trace && trace->any()) {
       output.flush();
       trace->passOn();
     }
-    form->write({file.name, index, unit.offset, unit.record, EventDecoder::className(*event),
-                 *event, fields ? &*fields : nullptr},
-                output.text());
+    form->write(
+        {file.name, index, unit.offset, unit.record, EventDecoder::className(*event), *event,
+         fields ? &*fields : nullptr, options.choosing.timeOf(event->getTimestamp())},
+        output.text());
     output.flushIfLarge();
   });
   output.close();

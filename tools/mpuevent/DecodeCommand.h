@@ -3,6 +3,7 @@
 
 #include "ExitCode.h"
 #include "InputOptions.h"
+#include "choosing/ChoosingOptions.h"
 #include "forms/EventForm.h"
 
 namespace mpuevent::tool {
@@ -13,6 +14,8 @@ enum class Colour { automatic, always, never };
 /// `mpuevent decode`.
 struct DecodeOptions {
   InputOptions input;
+  ChoosingOptions choosing;
+  bool count = false;  ///< only how many events are chosen
   OutputForm output = OutputForm::text;
   ShowPayload payload = ShowPayload::automatic;
   Colour colour = Colour::automatic;

@@ -1,5 +1,5 @@
-#include "Choice.h"
 #include "DecodeCommand.h"
+#include "WordOption.h"
 
 namespace mpuevent::tool {
 
@@ -26,7 +26,10 @@ Examples:
 void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
   command.footer(kFooter);
   addInputOptions(command, options.input);
-  addChoice<OutputForm>(
+  addChoosingOptions(command, options.choosing);
+  command.add_flag("--count", options.count, "Only how many, a line a file and the total")
+      ->group("Number of events");
+  addWordOption<OutputForm>(
       command, "-o,--output", options.output,
       {
           {"text",  OutputForm::text },
@@ -36,15 +39,15 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
       "text (default), line or jsonl")
       ->type_name("FORM")
       ->group("Output");
-  addChoice<ShowPayload>(command, "--payload", options.payload,
-                         {
-                             {"auto",   ShowPayload::automatic},
-                             {"always", ShowPayload::always   },
-                             {"never",  ShowPayload::never    }
+  addWordOption<ShowPayload>(command, "--payload", options.payload,
+                             {
+                                 {"auto",   ShowPayload::automatic},
+                                 {"always", ShowPayload::always   },
+                                 {"never",  ShowPayload::never    }
   },
-                         "The payload in hex: auto (default; if the\n"
-                         "decoder shows nothing of it or the lengths\n"
-                         "disagree), always or never")
+                             "The payload in hex: auto (default; if the\n"
+                             "decoder shows nothing of it or the lengths\n"
+                             "disagree), always or never")
       ->type_name("WHEN")
       ->group("Output");
   command
@@ -52,7 +55,7 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
                 "Lines to the letter, control characters and all,\n"
                 "unless they go to a terminal")
       ->group("Output");
-  addChoice<Colour>(
+  addWordOption<Colour>(
       command, "--color", options.colour,
       {
           {"auto",   Colour::automatic},

@@ -1,19 +1,19 @@
 #include "InputOptions.h"
 
-#include "Choice.h"
+#include "WordOption.h"
 #include "log/input/LogSource.h"
 
 namespace mpuevent::tool {
 
 void addInputForm(CLI::App& command, log::LogForm& form) {
   using log::LogForm;
-  addChoice<LogForm>(command, "--input", form,
-                     {
-                         {"auto",     LogForm::automatic},
-                         {"messages", LogForm::messages },
-                         {"records",  LogForm::records  }
+  addWordOption<LogForm>(command, "--input", form,
+                         {
+                             {"auto",     LogForm::automatic},
+                             {"messages", LogForm::messages },
+                             {"records",  LogForm::records  }
   },
-                     "auto (default), messages or records")
+                         "auto (default), messages or records")
       ->type_name("FORM")
       ->group("Input");
 }

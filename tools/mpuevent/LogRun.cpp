@@ -2,7 +2,9 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <system_error>
+#include <vector>
 
 #include "EventDecoder.h"
 #include "forms/Numbers.h"
@@ -21,7 +23,27 @@ std::string_view shownName(std::string_view input) {
 
 }  // namespace
 
-void LogRun::forEachUnit(const VisitUnit& visit) {
+LogRun::LogRun(const InputOptions& input, const ChoosingOptions& choosing, Output& output)
+    : options_(input), choosing_(choosing), output_(output) {
+  const auto make = [&choosing](const std::vector<std::string>& patterns) {
+    return patterns.empty() ? nullptr : std::make_unique<Grep>(patterns, choosing.ignoreCase);
+  };
+  grep_ = make(choosing.patterns);
+  notGrep_ = make(choosing.notPatterns);
+}
+
+void LogRun::forEachUnit(const VisitUnit& visit, const VisitFile& beginFile) {
+  visit_ = visit;
+  beginFile_ = beginFile;
+  try {
+    if (choosing_.first != 0 && choosing_.last != 0) readAll();
+    visitKept();
+  } catch (const Enough&) {
+    // What was not read is nobody's business.
+  }
+}
+
+void LogRun::readAll() {
   log::InputNames names(options_.selection,
                         [this](const std::string& name, const std::string& reason) {
                           failed_ = true;
@@ -30,7 +52,7 @@ void LogRun::forEachUnit(const VisitUnit& visit) {
   bool any = false;
   while (const std::optional<std::string> input = names.next()) {
     any = true;
-    readInput(*input, names.several(), visit);
+    readInput(*input, names.several());
   }
   if (!any && !failed_) complain("no files to read");
 }
@@ -38,10 +60,10 @@ void LogRun::forEachUnit(const VisitUnit& visit) {
 ExitCode LogRun::exitCode() const {
   if (failed_) return ExitCode::failed;
   if (damaged_) return inputDamaged;
-  return anyUnit_ ? decodedAll : nothingDecoded;
+  return visited_ != 0 ? decodedAll : nothingDecoded;
 }
 
-void LogRun::readInput(const std::string& input, bool several, const VisitUnit& visit) {
+void LogRun::readInput(const std::string& input, bool several) {
   if (input == kStandardInput && ::isatty(STDIN_FILENO) != 0) {
     report(shownName(input), "reads a terminal; --help tells of files");
   }
@@ -58,8 +80,8 @@ void LogRun::readInput(const std::string& input, bool several, const VisitUnit& 
     const bool packed = log.name != input;
     const bool named = log.name != kStandardInput;
     readLog({named ? std::optional<std::string_view>(log.name) : std::nullopt, shownName(log.name),
-             several || packed},
-            log, visit);
+             several || packed, files_++},
+            log);
   };
   visitor.broken = [&](const std::string& name, const std::string& reason) {
     damaged_ = true;
@@ -68,24 +90,73 @@ void LogRun::readInput(const std::string& input, bool several, const VisitUnit& 
   forEachLog(source, visitor);
 }
 
-void LogRun::readLog(const LogFile& file, const log::LogSource& source, const VisitUnit& visit) {
+void LogRun::readLog(const LogFile& file, const log::LogSource& source) {
+  if (beginFile_) beginFile_(file);
   log::LogReader reader(
       source.read, options_.form,
       [&](const log::Finding& finding) { tell(file.shownName, finding); }, source.isIdle);
   log::LogUnit unit;
-  std::uint64_t index = 0;
-  for (; reader.next(unit); ++index) {
-    if (unit.record.size() > EventDecoder::longestRecord) {
-      damaged_ = true;
-      reportAt(file.shownName, unit.offset,
-               "record of " + std::to_string(unit.record.size()) +
-                   " bytes is longer than an envelope holds, the bytes after the first " +
-                   std::to_string(EventDecoder::longestRecord) + " are left out");
-    }
+  for (std::uint64_t index = 0; reader.next(unit); ++index) {
+    if (isChosen(unit)) take(file, unit, index);
+  }
+  sumUp(file, reader);
+}
+
+// The cheap tests come first.
+bool LogRun::isChosen(const log::LogUnit& unit) {
+  if (!choosing_.choice.chooses(unit.record)) return false;
+  if (!grep_ && !notGrep_) return true;
+  const std::unique_ptr<Pegasus::Quarn_Event> event = EventDecoder().decode(unit);
+  return (!grep_ || grep_->matches(*event)) && (!notGrep_ || !notGrep_->matches(*event));
+}
+
+void LogRun::take(const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
+  if (choosing_.merge) {
+    keep(file);
+    merge_.add(unit, file.number, index);
+  } else if (choosing_.last) {
+    keep(file);
+    if (last_.size() == *choosing_.last) last_.pop_front();
+    last_.emplace_back(unit, file.number, index);
+  } else {
     visit(file, unit, index);
   }
-  anyUnit_ = anyUnit_ || index != 0;
-  sumUp(file, reader);
+}
+
+// The names of a file, of which an event is kept, last longer than it.
+void LogRun::keep(const LogFile& file) {
+  if (!keptFiles_.empty() && keptFiles_.rbegin()->first == file.number) return;
+  keptFiles_.emplace(file.number,
+                     FileNames{file.name ? std::optional<std::string>(*file.name) : std::nullopt,
+                               std::string(file.shownName), file.isOneOfSeveral});
+}
+
+void LogRun::visit(const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
+  if (unit.record.size() > EventDecoder::longestRecord) {
+    damaged_ = true;
+    reportAt(file.shownName, unit.offset,
+             "record of " + std::to_string(unit.record.size()) +
+                 " bytes is longer than an envelope holds, the bytes after the first " +
+                 std::to_string(EventDecoder::longestRecord) + " are left out");
+  }
+  visit_(file, unit, index);
+  ++visited_;
+  if (visited_ == choosing_.first) throw Enough();
+}
+
+void LogRun::visitKept() {
+  const std::vector<const log::KeptUnit*> merged = merge_.order();
+  std::size_t skipped = 0;
+  if (choosing_.last)
+    skipped = merged.size() - std::min<std::uint64_t>(merged.size(), *choosing_.last);
+  for (std::size_t at = skipped; at < merged.size(); ++at) visitKept(*merged[at]);
+  for (const log::KeptUnit& unit : last_) visitKept(unit);
+}
+
+void LogRun::visitKept(const log::KeptUnit& unit) {
+  const FileNames& names = keptFiles_.at(unit.file());
+  visit({names.name, names.shownName, names.isOneOfSeveral, unit.file()}, unit.unit(),
+        unit.index());
 }
 
 void LogRun::tell(std::string_view name, const log::Finding& finding) {

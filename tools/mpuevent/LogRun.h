@@ -2,7 +2,10 @@
 #define MPUEVENT_TOOL_LOGRUN_H
 
 #include <cstdint>
+#include <deque>
 #include <functional>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,6 +13,10 @@
 #include "ExitCode.h"
 #include "InputOptions.h"
 #include "Output.h"
+#include "choosing/ChoosingOptions.h"
+#include "choosing/Grep.h"
+#include "log/choosing/KeptUnit.h"
+#include "log/choosing/Merge.h"
 #include "log/framing/LogReader.h"
 #include "log/input/LogSource.h"
 
@@ -21,32 +28,65 @@ struct LogFile {
       name;                    ///< as given, or of a file in an archive; none: standard input
   std::string_view shownName;  ///< for people
   bool isOneOfSeveral;
+  std::size_t number;  ///< in the order in which they are read, from 0
 };
 
-/// Reads the logs that a command was given, one after another: what is wrong with them is reported
-/// on standard error, with what `output` holds written before it, and makes the exit code.
+/// Reads the logs that a command was given, one after another, and chooses among their events: what
+/// is wrong with the logs is reported on standard error, with what `output` holds written before
+/// it, and makes the exit code.
 class LogRun {
  public:
   using VisitUnit =
       std::function<void(const LogFile& file, const log::LogUnit& unit, std::uint64_t index)>;
 
-  LogRun(const InputOptions& options, Output& output) : options_(options), output_(output) {}
+  using VisitFile = std::function<void(const LogFile& file)>;
 
-  void forEachUnit(const VisitUnit& visit);
+  /// The options must last.
+  LogRun(const InputOptions& input, const ChoosingOptions& choosing, Output& output);
+
+  /// Visits the events that are chosen, in the order that is chosen; `index` is the event's place
+  /// in its file. Before the events of a file come it is given to `beginFile`, whether it has any
+  /// or not; files of which events are kept for an order of their own are begun before.
+  void forEachUnit(const VisitUnit& visit, const VisitFile& beginFile = {});
 
   ExitCode exitCode() const;
 
  private:
-  void readInput(const std::string& input, bool several, const VisitUnit& visit);
-  void readLog(const LogFile& file, const log::LogSource& source, const VisitUnit& visit);
+  /// As many events were visited as are wanted.
+  struct Enough {};
+  /// What a LogFile refers to.
+  struct FileNames {
+    std::optional<std::string> name;
+    std::string shownName;
+    bool isOneOfSeveral;
+  };
+
+  void readAll();
+  void readInput(const std::string& input, bool several);
+  void readLog(const LogFile& file, const log::LogSource& source);
+  bool isChosen(const log::LogUnit& unit);
+  void take(const LogFile& file, const log::LogUnit& unit, std::uint64_t index);
+  void keep(const LogFile& file);
+  void visit(const LogFile& file, const log::LogUnit& unit, std::uint64_t index);
+  void visitKept();
+  void visitKept(const log::KeptUnit& unit);
   void tell(std::string_view name, const log::Finding& finding);
   void sumUp(const LogFile& file, const log::LogReader& reader);
   void reportAt(std::string_view name, std::uint64_t offset, std::string_view reason);
   void report(std::string_view name, std::string_view reason);
 
   const InputOptions& options_;
+  const ChoosingOptions& choosing_;
   Output& output_;
-  bool anyUnit_ = false;
+  std::unique_ptr<Grep> grep_;     // null: no matter
+  std::unique_ptr<Grep> notGrep_;  // null: no matter
+  VisitUnit visit_;
+  VisitFile beginFile_;
+  std::size_t files_ = 0;
+  std::uint64_t visited_ = 0;
+  std::map<std::size_t, FileNames> keptFiles_;
+  std::deque<log::KeptUnit> last_;
+  log::Merge merge_;
   bool failed_ = false;
   bool damaged_ = false;
 };

@@ -116,7 +116,8 @@ ExitCode findEvent(const ExplainOptions& options, Output& output, Kept& found) {
   InputOptions input;
   input.selection.names = {options.file};
   input.form = options.form;
-  LogRun run(input, output);
+  const ChoosingOptions all;
+  LogRun run(input, all, output);
   std::uint64_t events = 0;
   std::vector<std::uint64_t> others;
   run.forEachUnit([&](const LogFile&, const log::LogUnit& unit, std::uint64_t index) {

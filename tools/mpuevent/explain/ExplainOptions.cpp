@@ -1,5 +1,5 @@
-#include "Choice.h"
 #include "InputOptions.h"
+#include "WordOption.h"
 #include "explain/ExplainCommand.h"
 
 namespace mpuevent::tool {
@@ -43,12 +43,12 @@ void addExplainOptions(CLI::App& command, ExplainOptions& options) {
       ->excludes(index)
       ->excludes(sequence)
       ->group("Input");
-  addChoice<ExplainOutput>(command, "-o,--output", options.output,
-                           {
-                               {"text", ExplainOutput::text},
-                               {"json", ExplainOutput::json}
+  addWordOption<ExplainOutput>(command, "-o,--output", options.output,
+                               {
+                                   {"text", ExplainOutput::text},
+                                   {"json", ExplainOutput::json}
   },
-                           "text (default) or json")
+                               "text (default) or json")
       ->type_name("FORM")
       ->group("Output");
 }

@@ -52,6 +52,9 @@ void EventFacts::read(const DecodedEvent& decoded) {
   logInstance_ = event.getEventLogInstanceNumber();
   sequenceId_ = event.getSequenceID();
   timestamp_ = event.getTimestamp();
+  timeText_.clear();
+  if (decoded.time) appendDate(timeText_, *decoded.time);
+  time_ = timeText_.view();
   sourceCode_ = record[kSourceAt];
   source_ = utf8(event.getSource());
   categoryCode_ = record[kCategoryAt];

@@ -31,7 +31,8 @@ class EventFacts {
   /// - `number(key, number)`
   /// - `offset(key, number)`
   /// - `text(key, utf8)`: a PaddedView or a view
-  /// - `coded(codeKey, code, wordKey, word)`: a code and its word.
+  /// - `coded(codeKey, code, wordKey, word)`: a code and its word
+  /// - `timestamp(key, number, utf8)`: with its date, which is empty if it is not known.
   template <typename Form>
   void describeEvent(Form& form) const {
     form.number("index"_key, index_);
@@ -42,7 +43,7 @@ class EventFacts {
     form.number("controller_slot"_key, controllerSlot_);
     form.number("log_instance"_key, logInstance_);
     form.number("sequence_id"_key, sequenceId_);
-    form.number("timestamp"_key, timestamp_);
+    form.timestamp("timestamp"_key, timestamp_, time_);
     form.coded("source_code"_key, sourceCode_, "source"_key, source_);
     form.coded("category_code"_key, categoryCode_, "category"_key, category_);
     form.coded("event_type_code"_key, eventTypeCode_, "event_type"_key, eventType_);
@@ -60,7 +61,8 @@ class EventFacts {
   /// The record:
   /// - `detail(key, number, telling)`: not telling if the facts before it tell it already
   /// - `payload(key, bytes)`: none if it is not to be shown
-  /// - `file(key, utf8)`: none for standard input.
+  /// - `file(key, utf8)`: none for standard input
+  /// - `time(key, utf8)`: the date of the timestamp, if it is known.
   template <typename Form>
   void describeRecord(Form& form) const {
     const bool lengthsDiffer = !lengthsAgree();
@@ -69,6 +71,7 @@ class EventFacts {
     form.detail("struct_length"_key, structLength_, lengthsDiffer);
     form.payload("payload"_key, payload_);
     form.file("file"_key, file_);
+    if (!time_.empty()) form.time("time"_key, time_);
   }
 
  private:
@@ -90,6 +93,7 @@ class EventFacts {
   unsigned logInstance_ = 0;
   unsigned sequenceId_ = 0;
   unsigned timestamp_ = 0;
+  std::string_view time_;
   unsigned sourceCode_ = 0;
   PaddedView source_;
   unsigned categoryCode_ = 0;
@@ -110,7 +114,8 @@ class EventFacts {
   std::array<Utf8Text, 7> texts_;
   std::map<unsigned, Utf8Text> eventTypeTexts_;  // of the codes seen so far
   std::map<unsigned, PaddedView> eventTypes_;    // the texts in them
-  std::string fileBytes_;                        // what fileText_ was made of
+  TextBuffer timeText_;
+  std::string fileBytes_;  // what fileText_ was made of
   Utf8Text fileText_;
   BodyFields fields_;
   bool fieldsKnown_ = false;

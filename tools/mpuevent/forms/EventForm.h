@@ -10,6 +10,7 @@
 #include <span>
 #include <string_view>
 
+#include "Dates.h"
 #include "TextBuffer.h"
 
 namespace mpuevent::tool {
@@ -23,6 +24,7 @@ struct DecodedEvent {
   std::string_view decoder;               ///< name of the event's class
   Pegasus::Quarn_Event& event;
   const Pegasus::FieldRecorder* fields;  ///< what was recorded of the event; null: nothing
+  std::optional<Moment> time = {};       ///< what the timestamp stands for; none: not known
 };
 
 /// When the payload of a record is shown in hex.

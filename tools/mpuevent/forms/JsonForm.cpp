@@ -23,6 +23,8 @@ class JsonObject {
     writer_.key(key);
     writer_.number(number);
   }
+  void timestamp(const FactKey& key, std::uint64_t count, std::string_view) { number(key, count); }
+  void time(const FactKey& key, std::string_view date) { text(key, date); }
   void offset(const FactKey& key, std::uint64_t offset) { number(key, offset); }
   template <typename Text>
   void text(const FactKey& key, Text utf8) {

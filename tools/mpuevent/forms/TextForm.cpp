@@ -46,6 +46,16 @@ class TextBlock {
     appendDecimal(to_, number);
     to_ += '\n';
   }
+  void timestamp(const FactKey& key, std::uint64_t number, std::string_view date) {
+    label(key);
+    appendDecimal(to_, number);
+    if (!date.empty()) {
+      to_ += " (";
+      to_ += date;
+      to_ += ')';
+    }
+    to_ += '\n';
+  }
   void offset(const FactKey& key, std::uint64_t offset) {
     label(key);
     appendHex(to_, offset);
@@ -100,6 +110,7 @@ class TextBlock {
     appendHexDump(to_, *bytes);
   }
   void file(const FactKey&, std::optional<PaddedView>) {}
+  void time(const FactKey&, std::string_view) {}
 
  private:
   void colour(std::string_view code) {

@@ -1,5 +1,5 @@
-#ifndef MPUEVENT_TOOL_CHOICE_H
-#define MPUEVENT_TOOL_CHOICE_H
+#ifndef MPUEVENT_TOOL_WORDOPTION_H
+#define MPUEVENT_TOOL_WORDOPTION_H
 
 #include <CLI/CLI.hpp>
 #include <initializer_list>
@@ -11,9 +11,9 @@ namespace mpuevent::tool {
 
 /// Adds an option that is one of a few words, each with a value for `chosen`.
 template <typename Value>
-CLI::Option* addChoice(CLI::App& command, const std::string& name, Value& chosen,
-                       std::initializer_list<std::pair<const std::string, Value>> words,
-                       const std::string& description) {
+CLI::Option* addWordOption(CLI::App& command, const std::string& name, Value& chosen,
+                           std::initializer_list<std::pair<const std::string, Value>> words,
+                           const std::string& description) {
   std::set<std::string> allowed;
   for (const auto& [word, value] : words) allowed.insert(word);
   return command

@@ -34,7 +34,8 @@ struct ByteRun {
 /// lies between two bytes that make the same is taken to make the same, too.
 class Examination {
  public:
-  /// Nothing is tried any more when it has taken `limit`.
+  /// Nothing is tried any more when it has taken `limit`, or ten times that for a record of which
+  /// every byte can be tried.
   Examination(const log::LogUnit& unit, std::chrono::milliseconds limit);
 
   /// All bytes of the record once, in order, and before them those of its message header if it has

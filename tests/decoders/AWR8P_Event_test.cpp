@@ -225,6 +225,14 @@ TEST(AwrNodes, NestAsDeepAsARecordCanHold) {
   EXPECT_EQ(decoded(chain + innermost), (Texts{"<_>innermost</_>", "innermost", "77"}));
 }
 
+TEST(AwrNodes, FromOutsideMayBeAsLongAsAPayload) {
+  AWR8P_Event event(nullptr, 0);
+  const std::string value(65500, 'x');
+  std::string tree = textNode(text, value);
+  event.awr8p_parse_evt(pointer(tree));
+  EXPECT_TRUE(utf8(event.getBody()) == "<_>" + value + "</_>");
+}
+
 TEST(AwrNodes, CanBeAddedFromOutside) {
   AWR8P_Event event(nullptr, 0);
   std::string tree = node(container, node(binary, "A") + header(text, 99) + "cut");

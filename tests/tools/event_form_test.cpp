@@ -1,14 +1,17 @@
 #include "forms/EventForm.h"
 
 #include <Pegasus/Common/String.h>
+#include <ProviderTraceServices.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "TraceLines.h"
 #include "forms/Utf8.h"
 #include "support/DecodedEvent.h"
 #include "support/RecordBuilder.h"
@@ -170,13 +173,40 @@ TEST(TextForm, WritesALineForEachFactAndElement) {
   const std::vector<std::pair<String, String>> elements = {
       {"Key",      "1"          },
       {"Long key", "2\x1b[31m\n"},
-      {"K",        ""           }
+      {"K\x1b[1m", ""           }
   };
   EXPECT_EQ(written(*form, elements), std::string("\n==> a\\x1B.cmap <==\n") + kTextFacts +
                                           "Body:\n"
                                           "  Key:      1\n"
                                           "  Long key: 2\\x1B[31m\\x0A\n"
-                                          "  K:\n");
+                                          "  K\\x1B[1m:\n");
+}
+
+TEST(TextForm, EndsEveryColourOnItsLine) {
+  std::istringstream lines(written(*makeTextForm(ShowPayload::automatic, true),
+                                   {
+                                       {"Key", "1"}
+  },
+                                   {"payload", 7, {}}));
+  int coloured = 0;
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t last = line.rfind('\x1b');
+    if (last == std::string::npos) continue;
+    ++coloured;
+    EXPECT_EQ(line.substr(last, 4), "\x1b[0m") << line;
+    if (line.find("(3)") != std::string::npos) {
+      EXPECT_NE(line.find("\x1b[1;31mError\x1b[0m (3)"), std::string::npos) << line;
+    }
+  }
+  EXPECT_GT(coloured, 10);
+}
+
+TEST(TraceLines, AreSuppressedAgainAtTheEnd) {
+  {
+    const TraceLines lines;
+    EXPECT_FALSE(Pegasus::ProviderTraceServices::ptsGetTraceSuppressForPid());
+  }
+  EXPECT_TRUE(Pegasus::ProviderTraceServices::ptsGetTraceSuppressForPid());
 }
 
 TEST(TextForm, DumpsThePayload) {

@@ -90,6 +90,10 @@ same 'jsonl, second line' "$(tail -n 1 out)" "{\"index\":1,\"offset\":221,$secon
 same 'jsonl, lines and messages' "$(lines out) $(lines err)" '2 0'
 expect 0 decode -o jsonl records
 same 'records, second line' "$(tail -n 1 out)" "{\"index\":1,\"offset\":157,$second\"records\"}"
+for form in messages records; do
+  expect 0 decode -o jsonl --input $form "${form/messages/log}"
+  same "--input $form" "$(lines out)" 2
+done
 expect 0 decode -o jsonl --payload always - <log
 same 'standard input, payload' "$(tail -n 1 out)" \
   "{\"index\":1,\"offset\":221,${second/null/'"68656C6C6F"'}null}"
@@ -210,7 +214,10 @@ if ! "${tool[@]}" help decode | grep -q 'does not unpack'; then
   same 'tar cut off' "$(grep -c '^mpuevent: cut.tar.*: broken: ' err) $(files | grep -c 'log $')" '1 1'
 fi
 
-# Trace lines
+# Trace lines, each before the event that it is about
+"${tool[@]}" decode -o line --trace log odd log >both 2>&1
+same 'trace lines among events' "$(sed -E 's/.*(Unknown EventID|has no case).*/T/; s/^Encl.*/E/' both |
+  tr -d '\n')" TETETETETE
 expect 0 decode -o line --trace odd
 same 'trace' "$(lines out) $(grep -c 'has no case for source # 32$' err)" '1 1'
 expect 0 decode -o line odd

@@ -20,8 +20,6 @@ constexpr char kChoosing[] =
     "Choosing (all that is said must hold; --not-type and so on: the opposite)";
 constexpr char kNumberOf[] = "Number of events";
 constexpr char kHidden[] = "";
-// Any number: with no bound at all the help puts an ellipsis behind the option.
-constexpr int kMostValues = 1 << 20;
 
 /// Adds an option and its opposite, which the help tells of in the group's name.
 CLI::Option* addBoth(CLI::App& command, const std::string& names, const std::string& name,
@@ -40,8 +38,8 @@ CLI::Option* addBoth(CLI::App& command, const std::string& names, const std::str
               }
             },
             description)
-        ->expected(1, kMostValues)
-        ->allow_extra_args(false)  // of one occurrence
+        ->expected(1)
+        ->allow_extra_args(false)  // a file may come next
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   };
   add("--not-" + name, true)->group(kHidden);

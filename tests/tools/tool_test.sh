@@ -3,6 +3,7 @@
 # codes, what goes to which stream, and whole lines of output.
 set -u
 tool=("${@:1:$#-1}" "$(realpath "${!#}")")
+samples=$(realpath "$(dirname "$0")/../../samples")
 here=$(mktemp -d)
 trap 'rm -rf "$here"' EXIT
 cd "$here" || exit 1
@@ -37,6 +38,7 @@ message() { zeros 10 && u16 221 && zeros 52 && record "$1"; }
 { record 1 && record 2; } >records
 { message 1 && message 2 | head -c 220; } >"$here"/truncated
 { zeros 10 && u16 221 && zeros 52 && record 1 | sed 's/\x0d\x03\x04\x06/\x20\x03\x04\x06/'; } >odd
+{ zeros 144 && u16 65535 && zeros 65541; } >long
 : >empty
 mkdir directory
 
@@ -129,6 +131,29 @@ for form in '-o line --exact' '-o line' '-o jsonl' '-o text --color never' '-o j
   [ -s out ] || fail "$form on a terminal: no output"
 done
 
+# Raw: what is in the input, and a log again
+sample="$samples/array.cmap"
+for input in "$sample" log records long; do
+  expect 0 decode -o raw $([ $input = long ] && echo --input records) "$input"
+  cmp -s out "$input" || fail "raw of $input"
+done
+expect 3 decode -o raw log truncated records
+{ cat log && message 1 && cat records; } | cmp -s - out || fail 'raw leaves damage out, and nothing else'
+cp out mixed
+expect 0 decode -o raw mixed
+cmp -s out mixed || fail 'raw of messages, then records'
+expect 0 decode -o raw --type error,warning "$sample"
+mv out errors
+expect 0 decode -o raw --source iomgr,iscsimp errors
+mv out cut
+expect 0 decode -o line cut
+mv out expected
+expect 0 decode -o line --type error,warning --source iomgr,iscsimp "$sample"
+cmp -s out expected || fail "a cut-out of a cut-out: $(lines out) events, not $(lines expected)"
+[ -s out ] || fail 'nothing was cut out'
+script -qec "${tool[*]} decode -o raw log" /dev/null </dev/null >out 2>err
+same 'raw on a terminal' "$(grep -c 'not for terminals' out) $(LC_ALL=C grep -c ENC7 out)" '1 0'
+
 # Bad input
 expect 3 decode -o jsonl truncated
 same 'truncated' "$(lines out) $(cat err)" "1 mpuevent: truncated: offset 0xdd: cut off: 220 bytes of \
@@ -159,7 +184,6 @@ for form in message record; do
   { $form 1 && sleep 2 && $form 2; } | "${tool[@]}" decode -o line - | { read -r -t 1 && lines /dev/stdin >out; }
   same "a growing log of ${form}s" "$? $(cat out)" '0 1'
 done
-{ zeros 144 && u16 65535 && zeros 65541; } >long
 expect 3 decode -o line --input records long
 same 'longest record' "$(lines out) $(grep -c 'record of 65687 bytes is longer' err)" '1 1'
 

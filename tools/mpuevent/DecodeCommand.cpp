@@ -5,8 +5,10 @@
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "EventDecoder.h"
@@ -37,6 +39,7 @@ std::unique_ptr<EventForm> makeForm(const DecodeOptions& options) {
     case OutputForm::jsonl:
       return makeJsonForm(options.payload);
     case OutputForm::text:
+    case OutputForm::raw:
       break;
   }
   return makeTextForm(options.payload, colourWanted(options.colour));
@@ -79,10 +82,36 @@ ExitCode count(const DecodeOptions& options) {
   return run.exitCode();
 }
 
+std::string_view asText(std::span<const unsigned char> bytes) {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): any bytes may be read as char.
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+/// The chosen messages and records as they are: a log again.
+ExitCode copy(const DecodeOptions& options) {
+  if (::isatty(STDOUT_FILENO) != 0) {
+    complain("-o raw is not for terminals; send it to a file or another program");
+    return failed;
+  }
+  Output output;
+  LogRun run(options.input, options.choosing, output);
+  run.acceptLongRecords();
+  run.forEachUnit([&](const LogFile&, const log::LogUnit& unit, std::uint64_t) {
+    if (unit.header != nullptr) {
+      output.text() += asText({unit.header, std::tuple_size_v<EventDecoder::MessageHeader>});
+    }
+    output.text() += asText(unit.record);
+    output.flushIfLarge();
+  });
+  output.close();
+  return run.exitCode();
+}
+
 }  // namespace
 
 ExitCode decode(const DecodeOptions& options) {
   if (options.count) return count(options);
+  if (options.output == OutputForm::raw) return copy(options);
   const std::unique_ptr<EventForm> form = makeForm(options);
   std::optional<TraceLines> trace;
   if (options.trace) trace.emplace();

@@ -8,7 +8,7 @@
 
 namespace mpuevent::tool {
 
-enum class OutputForm { text, line, jsonl };
+enum class OutputForm { text, line, jsonl, raw };
 enum class Colour { automatic, always, never };
 
 /// `mpuevent decode`.

@@ -14,6 +14,8 @@ Output forms:
   text       one block of labelled lines an event
   line       one line an event, as the library prints it
   jsonl      one JSON object an event and line; "fields" is the Body taken apart
+  raw        the messages and records as they are: a smaller log, without damage
+             and padding; not on a terminal
 
 Examples:
   mpuevent decode array.cmap
@@ -29,14 +31,14 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
   addChoosingOptions(command, options.choosing);
   command.add_flag("--count", options.count, "Only how many, a line a file and the total")
       ->group("Number of events");
-  addWordOption<OutputForm>(
-      command, "-o,--output", options.output,
-      {
-          {"text",  OutputForm::text },
-          {"line",  OutputForm::line },
-          {"jsonl", OutputForm::jsonl}
+  addWordOption<OutputForm>(command, "-o,--output", options.output,
+                            {
+                                {"text",  OutputForm::text },
+                                {"line",  OutputForm::line },
+                                {"jsonl", OutputForm::jsonl},
+                                {"raw",   OutputForm::raw  }
   },
-      "text (default), line or jsonl")
+                            "text (default), line, jsonl or raw")
       ->type_name("FORM")
       ->group("Output");
   addWordOption<ShowPayload>(command, "--payload", options.payload,

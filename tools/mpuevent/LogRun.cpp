@@ -132,7 +132,7 @@ void LogRun::keep(const LogFile& file) {
 }
 
 void LogRun::visit(const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
-  if (unit.record.size() > EventDecoder::longestRecord) {
+  if (unit.record.size() > EventDecoder::longestRecord && !longRecordsAccepted_) {
     damaged_ = true;
     reportAt(file.shownName, unit.offset,
              "record of " + std::to_string(unit.record.size()) +

@@ -49,6 +49,9 @@ class LogRun {
   /// or not; files of which events are kept for an order of their own are begun before.
   void forEachUnit(const VisitUnit& visit, const VisitFile& beginFile = {});
 
+  /// Records that are longer than what can be decoded of them are no damage from now on.
+  void acceptLongRecords() { longRecordsAccepted_ = true; }
+
   ExitCode exitCode() const;
 
  private:
@@ -89,6 +92,7 @@ class LogRun {
   log::Merge merge_;
   bool failed_ = false;
   bool damaged_ = false;
+  bool longRecordsAccepted_ = false;
 };
 
 }  // namespace mpuevent::tool

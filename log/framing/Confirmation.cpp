@@ -30,7 +30,11 @@ bool Confirmation::peek() {
   for (;;) {
     if (!ahead_.peekWhole(unit.end())) return false;
     if (unit.end() + Lookahead::longestLook > InputWindow::farthest) return followers_ >= needed_;
-    const Follower follower = ahead_.peekFollower(unit, true);
+    Follower follower = ahead_.peekFollower(unit, false);
+    if (follower.kind == Follower::Kind::notThere) {
+      if (isSoundAlone()) return true;
+      follower = ahead_.peekFollower(unit, true);
+    }
     if (follower.kind == Follower::Kind::nothing) return atTheBreak();
     if (follower.kind != Follower::Kind::unit) return atTheEnd(follower.kind);
     ++followers_;
@@ -69,6 +73,12 @@ Confirmation::Step Confirmation::withLast(const Candidate& follower, bool sameAs
 // Another form than before is believed only where it goes on: a message may have lost its header.
 bool Confirmation::isOtherForm() const {
   return ahead_.form() != LogForm::automatic && found_.form != ahead_.form();
+}
+
+// Whether nothing needs to follow when nothing comes for now.
+bool Confirmation::isSoundAlone() const {
+  return found_.verdict == Verdict::sound && !isOtherForm() &&
+         (!last_ || movesOn_ || !ahead_.profile().isSequential());
 }
 
 bool Confirmation::atTheEnd(Follower::Kind kind) const {

@@ -24,6 +24,7 @@ class Confirmation {
   Step withFollower(const Candidate& follower);
   Step withLast(const Candidate& follower, bool sameAsFound, bool fits);
   bool isOtherForm() const;
+  bool isSoundAlone() const;
   bool atTheEnd(Follower::Kind kind) const;
   bool atTheBreak() const;
 

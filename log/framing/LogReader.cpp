@@ -9,6 +9,7 @@ namespace mpuevent::log {
 namespace {
 
 constexpr std::size_t kMessageHeader = 64;
+constexpr std::size_t kMagics = 10;  // the longest that tells what a file is packed with
 constexpr std::size_t kSmallestMessage = kMessageHeader + Record::headerSize;
 
 // The farthest look: behind a unit that begins within the one that begins at the last place.
@@ -28,8 +29,8 @@ bool LogReader::next(LogUnit& unit) {
   window_.advance(std::exchange(taken_, 0));
   while (window_.hold(1) > 0) {
     if (window_.offset() == 0) {
-      const std::size_t held = std::min(window_.hold(compressionMagicSize), compressionMagicSize);
-      compression_ = compressionOf({reinterpret_cast<const char*>(window_.at(0)), held});
+      const std::size_t held = std::min(window_.hold(kMagics), kMagics);
+      packing_ = packingOf({window_.at(0), held}, true).value_or(Packing::none);
     }
     if (const std::optional<Candidate> candidate = peekUnitHere()) {
       closeGap(false);
@@ -152,7 +153,7 @@ bool LogReader::canTrustLengths(std::size_t end, std::optional<std::size_t> next
     for (const LogForm form : forms) {
       const bool wanted = wanted_ == LogForm::automatic || wanted_ == form;
       const bool fits = !next || ahead_.peekUnit(*next, form).verdict >= Verdict::byCodes;
-      if (wanted && fits && ahead_.peekChain(end, form)) return trust(form, end);
+      if (wanted && fits && ahead_.peekLengthsLeadTo(end, form)) return trust(form, end);
     }
   }
   // Whoever names the form of what is not recognised knows better.
@@ -189,9 +190,9 @@ void LogReader::pass(std::size_t count) {
     ++blank;
   }
   if (gap_.length == 0 && wanted_ != LogForm::records && count >= 12 && count < kSmallestMessage) {
-    gap_.endsShort = RecordView(bytes, count).u16(10) == count;
+    gap_.tooShort = RecordView(bytes, count).u16(10) == count;
   } else {
-    gap_.endsShort = false;
+    gap_.tooShort = false;
   }
   gap_.blankAtEnd = blank == count ? gap_.blankAtEnd + blank : blank;
   gap_.length += count;
@@ -213,7 +214,7 @@ void LogReader::closeGap(bool atEnd) {
   }
   if (const std::uint64_t skipped = gap.length - padding; skipped != 0) {
     const auto kind = gap.statedLength > skipped ? Finding::Kind::cutOff
-                      : gap.endsShort            ? Finding::Kind::tooShort
+                      : gap.tooShort             ? Finding::Kind::tooShort
                                                  : Finding::Kind::skipped;
     tell({kind, begin, skipped, gap.statedLength, 0, atEnd && padding == 0});
   }

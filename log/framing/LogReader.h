@@ -11,7 +11,7 @@
 #include "log/framing/LogUnit.h"
 #include "log/framing/Lookahead.h"
 #include "log/input/InputWindow.h"
-#include "log/recognition/Compression.h"
+#include "log/input/Packing.h"
 
 namespace mpuevent::log {
 
@@ -39,8 +39,8 @@ class LogReader {
   const Accounting& accounting() const { return accounting_; }
   /// The errno value of the read that failed and so ended the input, or 0.
   int readError() const { return window_.error(); }
-  /// What the input is packed with, if it was found to be no log; null if with nothing known.
-  const Compression* compression() const { return compression_; }
+  /// How the input is packed as its first bytes tell, if it was found to be no log.
+  Packing packing() const { return packing_; }
 
  private:
   /// Bytes since the last unit that are no unit's.
@@ -48,7 +48,7 @@ class LogReader {
     std::uint64_t length = 0;
     std::uint64_t blankAtEnd = 0;  // how many at its end are 0 or 0xFF
     std::size_t statedLength = 0;  // of the unit that it seems to begin with, or 0
-    bool endsShort = false;        // that unit's record is shorter than a header
+    bool tooShort = false;         // that unit's record is shorter than a header
   };
 
   // These decide on the unit at the position, and take nothing.
@@ -73,7 +73,7 @@ class LogReader {
   Report report_;
   Accounting accounting_;
   Gap gap_;
-  const Compression* compression_ = nullptr;
+  Packing packing_ = Packing::none;
   std::optional<Candidate> upcoming_;     // what follows the unit given out last, if known
   std::optional<std::size_t> cutAt_;      // where a unit begins that the one here runs into
   LogForm trusted_ = LogForm::automatic;  // the form of what is taken by its lengths,

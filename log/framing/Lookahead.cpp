@@ -37,6 +37,8 @@ Record Lookahead::recordOf(const Candidate& unit) const {
 
 void Lookahead::remember(const Candidate& unit) {
   form_ = unit.form;
+  ++units_;
+  if (unit.verdict == Verdict::sound) ++soundUnits_;
   if (unit.verdict > Verdict::possible) profile_.remember(recordOf(unit));
 }
 
@@ -118,22 +120,32 @@ std::optional<Candidate> Lookahead::peekSettled(const Candidate& unit, bool wait
   if (unit.agrees()) return unit;
   std::array<std::size_t, 2> lengths = {unit.length, unit.lengthFromRecord};
   std::sort(lengths.begin(), lengths.end());
+  std::optional<Candidate> first;
   for (const std::size_t length : lengths) {
     Candidate settled = unit;
     settled.length = length;
     if (length < kSmallestMessage || window_.hold(settled.end()) < settled.end()) continue;
     const Follower follower = peekFollower(settled, waits);
-    const bool leadsOn = follower.kind == Follower::Kind::end ||
-                         (follower.kind == Follower::Kind::unit &&
-                          (form_ == LogForm::messages || follower.unit.form == LogForm::messages));
-    if (leadsOn) return settled;
+    if (follower.kind == Follower::Kind::end) return settled;
+    if (follower.kind != Follower::Kind::unit) continue;
+    if (form_ != LogForm::messages && follower.unit.form != LogForm::messages) continue;
+    // The wrong one may lead to a copy of a message.
+    if (mayComeNext(recordOf(settled), recordOf(follower.unit))) return settled;
+    if (!first) first = settled;
   }
-  return std::nullopt;
+  return first;
 }
 
 bool Lookahead::peekConfirmed(const Candidate& found, std::uint64_t gap) {
   if (found.verdict < Verdict::byCodes) return false;
   if (!found.agrees() && form_ != LogForm::messages) return false;
+  // Half a header, such as that of a copy that damage has hit, is too little in a log of whole
+  // ones.
+  if (found.form == LogForm::records && found.verdict < Verdict::sound &&
+      form_ != LogForm::automatic && soundUnits_ * 8 >= units_ * 7 &&
+      !profile_.knowsSerials(recordOf(found))) {
+    return false;
+  }
   // Before anything is known of the log, two lengths that agree are too little.
   if (found.form == LogForm::messages && found.verdict == Verdict::byCodes &&
       form_ == LogForm::automatic) {
@@ -143,56 +155,67 @@ bool Lookahead::peekConfirmed(const Candidate& found, std::uint64_t gap) {
   return settled && Confirmation(*this, *settled, gap).peek();
 }
 
-std::optional<Candidate> Lookahead::peekAt(std::size_t at) {
-  const unsigned char* bytes = window_.at(at);
-  const bool whole = window_.hold(at + kSmallestMessage) >= at + kSmallestMessage;
-  if (wanted_ != LogForm::records && whole) {
+std::optional<Candidate> Lookahead::findAt(std::size_t at, std::size_t held) {
+  if (wanted_ != LogForm::records && held >= at + kSmallestMessage) {
     const Candidate unit = message(at);
     if (unit.verdict >= Verdict::byCodes) return unit;
   }
-  if (wanted_ != LogForm::messages && mayBeHeader(bytes, profile_)) {
+  if (wanted_ != LogForm::messages && held >= at + Record::headerSize &&
+      mayBeHeader(window_.at(at), profile_)) {
     const Candidate unit = record(at);
     if (unit.verdict >= Verdict::byCodes) return unit;
   }
   return std::nullopt;
 }
 
+bool Lookahead::peekConfirmedAt(std::size_t at, std::size_t held, std::uint64_t passed) {
+  const std::optional<Candidate> unit = findAt(at, held);
+  return unit && peekConfirmed(*unit, passed + at);
+}
+
 std::optional<std::size_t> Lookahead::peekNext(std::size_t from, std::size_t to,
                                                std::uint64_t passed) {
   for (std::size_t at = from; at < to; ++at) {
-    const std::size_t held = window_.hold(at + kBlank);
+    std::size_t held = window_.holdUnlessIdle(at + kBlank);
+    if (held < at + kSmallestMessage) {
+      // A short record may be all that comes for now.
+      if (!window_.ended() && peekConfirmedAt(at, held, passed)) return at;
+      held = window_.hold(at + kSmallestMessage);
+    }
     if (held < at + Record::headerSize) return std::nullopt;
     const std::size_t block = std::min(held - at, kBlank);
     if (block > kSmallestMessage && isBlank(window_.at(at), block)) {
       at += block - kSmallestMessage;
-      continue;
+    } else if (peekConfirmedAt(at, held, passed)) {
+      return at;
     }
-    const std::optional<Candidate> unit = peekAt(at);
-    if (unit && peekConfirmed(*unit, passed + at)) return at;
   }
   return std::nullopt;
 }
 
 std::optional<std::size_t> Lookahead::peekUnitAcross(const Candidate& unit) {
   for (std::size_t at = unit.at + 1; at < unit.end(); ++at) {
-    if (window_.hold(at + kSmallestMessage) < at + Record::headerSize) break;
-    const std::optional<Candidate> inner = peekAt(at);
+    const std::size_t held = window_.hold(at + kSmallestMessage);
+    const std::optional<Candidate> inner = findAt(at, held);
     if (!inner || inner->verdict < Verdict::byText || !peekConfirmed(*inner, unit.length)) continue;
-    const std::size_t end = peekChainEnd(*inner, unit.end());
-    if (end > unit.end()) return at;
-    at = std::max(at, end - 1);  // a log within the payload
+    const Chain chain = peekChain(*inner, unit.end());
+    // A second damage may end the chain, but what goes on from this unit is no copy.
+    const bool goesOn =
+        chain.units > 1 && profile_.isSequential() && mayComeNext(recordOf(unit), recordOf(*inner));
+    if (chain.end > unit.end() || goesOn) return at;
+    at = std::max(at, chain.end - 1);  // a log within the payload
   }
   return std::nullopt;
 }
 
-std::size_t Lookahead::peekChainEnd(Candidate unit, std::size_t enough) {
-  for (int units = 1; unit.end() <= enough; ++units) {
+Lookahead::Chain Lookahead::peekChain(Candidate unit, std::size_t enough) {
+  for (int units = 1;; ++units) {
+    if (unit.end() > enough) return {unit.end(), units};
     const Follower follower = peekFollower(unit, true);
-    if (follower.kind != Follower::Kind::unit) return unit.end();
-    if (units == kLongChain || !follower.unit.agrees()) return enough + 1;
+    if (follower.kind != Follower::Kind::unit) return {unit.end(), units};
+    if (units == kLongChain || !follower.unit.agrees()) return {enough + 1, units};
     unit = follower.unit;
   }
-  return unit.end();
 }
 
 std::optional<std::size_t> Lookahead::peekUnitSwallowed(const Candidate& unit,
@@ -219,7 +242,7 @@ std::optional<std::size_t> Lookahead::peekUnitSwallowed(const Candidate& unit,
   return unit.at + at;
 }
 
-bool Lookahead::peekChain(std::size_t end, LogForm form) {
+bool Lookahead::peekLengthsLeadTo(std::size_t end, LogForm form) {
   std::size_t at = 0;
   while (at < end) {
     const Candidate unit = peekUnit(at, form);

@@ -2,6 +2,7 @@
 #define MPUEVENT_LOG_FRAMING_LOOKAHEAD_H
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
 #include "log/framing/LogUnit.h"
@@ -86,7 +87,7 @@ class Lookahead {
   std::optional<std::size_t> peekNext(std::size_t from, std::size_t to, std::uint64_t passed);
 
   /// Whether the lengths of what may be headers, from the position on, lead exactly to `end`.
-  bool peekChain(std::size_t end, LogForm form);
+  bool peekLengthsLeadTo(std::size_t end, LogForm form);
 
   /// The header of a unit in view; valid until the next look.
   Record recordOf(const Candidate& unit) const;
@@ -98,18 +99,26 @@ class Lookahead {
   bool peekWhole(std::size_t count) { return window_.hold(count) >= count; }
 
  private:
+  struct Chain {
+    std::size_t end;
+    int units;
+  };
+
   Candidate message(std::size_t at);
   Candidate record(std::size_t at) const;
   bool follows(const Candidate& unit, const Candidate& next) const;
-  // Where the units that follow one another from this one on end, as far as `enough` and no more.
-  std::size_t peekChainEnd(Candidate unit, std::size_t enough);
-  // What a search may take there, at a quick look; 152 bytes are in view.
-  std::optional<Candidate> peekAt(std::size_t at);
+  // The units that follow one another from this one on, as far as `enough` and no more.
+  Chain peekChain(Candidate unit, std::size_t enough);
+  // What a search may take there, of `held` bytes in view.
+  std::optional<Candidate> findAt(std::size_t at, std::size_t held);
+  bool peekConfirmedAt(std::size_t at, std::size_t held, std::uint64_t passed);
 
   InputWindow& window_;
   const LogForm wanted_;
   LogForm form_ = LogForm::automatic;
   LogProfile profile_;
+  std::uint64_t units_ = 0;
+  std::uint64_t soundUnits_ = 0;
 };
 
 }  // namespace mpuevent::log

@@ -20,7 +20,9 @@ std::size_t InputWindow::readUntil(std::size_t count, bool unlessIdle) {
     position_ = 0;
   }
   while (!ended_ && inView() < count) {
-    if (unlessIdle && isIdle_ && isIdle_()) break;
+    // Asking may take a moment: once until bytes have been waited for.
+    idle_ = unlessIdle && (idle_ || (isIdle_ && isIdle_()));
+    if (idle_) break;
     const long got = read_(&bytes_[end_], size - end_);
     if (got > 0) {
       end_ += static_cast<std::size_t>(got);

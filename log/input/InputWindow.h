@@ -68,6 +68,7 @@ class InputWindow {
   std::size_t end_ = 0;
   std::uint64_t offset_ = 0;
   bool ended_ = false;
+  bool idle_ = false;
   int error_ = 0;
 };
 

@@ -10,6 +10,7 @@
 #include "forms/Numbers.h"
 #include "log/input/InputFile.h"
 #include "log/input/InputNames.h"
+#include "log/input/PackingAdvice.h"
 
 namespace mpuevent::tool {
 
@@ -179,8 +180,8 @@ void LogRun::sumUp(const LogFile& file, const log::LogReader& reader) {
     if (reader.readError() == 0) report(name, "no events, the input is empty");
   } else if (accounting.events != 0 && (options_.verbose || accounting.skippedBytes != 0)) {
     report(name, describe(accounting));
-  } else if (accounting.events == 0 && reader.compression() != nullptr) {
-    report(name, describe(*reader.compression(), file.name.value_or("")));
+  } else if (accounting.events == 0 && reader.packing() != log::Packing::none) {
+    report(name, packingAdvice(reader.packing(), file.name.value_or("")));
   }
 }
 

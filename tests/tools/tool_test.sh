@@ -281,6 +281,33 @@ record 1 | head -c 154 | od -An -v -t x1 >part
 expect 3 explain --hex part
 same 'explain: a part of a record' "$(grep -c '^  0098  68 65 .*Hex$' out)" 1
 
+# Choosing
+expect 0 decode -o line --sequence 2 log records
+same 'choosing' "$(grep -c 'Sequence ID=2,' out) $(lines out)" '2 2'
+expect 0 decode --count --sequence 2 log records empty
+same 'counts' "$(cat out)" $'1 log\n1 records\n0 empty\n2 total'
+expect 0 decode --count --merge log records
+same 'merged' "$(tail -n 1 out)" '2 total'
+expect 1 decode --source SCSI log
+same 'nothing chosen' "$(lines out) $(lines err)" '0 0'
+expect 3 decode --source SCSI truncated
+for wrong in '--source frob' '--since 2006-01-01' '--epoch never' '--code 5-4' '--slot x' '--grep (' \
+  '--head 1 -n 1' '--type err'; do
+  read -ra arguments <<<"$wrong"
+  expect 2 decode "${arguments[@]}" log
+  same "$wrong" "$(grep -c "^mpuevent: --*${arguments[0]#-}" err) $(lines err) $(lines out)" '1 1 0'
+done
+expect 2 decode --category frob log
+grep -q 'System, Management, Environmental, Device, Volume, SCSI' err || fail "words: $(cat err)"
+MPUEVENT_EPOCH=unix expect 0 decode -o jsonl log
+same 'time is the last key' "$(grep -c '"file":"log","time":"1970-07-15T16:57:40Z"}$' out)" 2
+expect 1 decode --epoch 2000-01-01 --until 2000-07-13 log
+same 'the date beside the count' "$(grep -c '^Timestamp: *16909060 (2000-07-14T' out)" 0
+expect 0 decode --epoch 2000-01-01 --until 2000-07-14 log
+same 'the date beside the count' "$(grep -c '^Timestamp: *16909060 (2000-07-14T' out)" 2
+while cat records; do :; done 2>/dev/null | "${tool[@]}" decode --head 3 -o line >out 2>err
+same '--head stops reading' "$(lines out)" 3
+
 # Output that fails
 cp log many
 for _ in {1..11}; do cat many many >twice && mv twice many; done

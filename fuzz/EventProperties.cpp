@@ -74,8 +74,7 @@ void decodeChecked(std::string_view record, const Decode& decode) {
 }
 
 void requireThoroughly(std::string_view record, const Decode& decode) {
-  static const std::unique_ptr<tool::EventForm> json =
-      tool::makeJsonForm(tool::ShowPayload::automatic);
+  static const std::unique_ptr<tool::EventForm> json = tool::makeJsonForm({});
   const std::span bytes(reinterpret_cast<const unsigned char*>(record.data()), record.size());
   support::EventFields fields;
   tool::TextBuffer line;

@@ -78,7 +78,7 @@ TEST(JsonForm, WritesOneObjectALine) {
        R"("body":"<A></A> <B>9</B></A> <Ä>😀\"</Ä> <C>3</C>","fields":[)"
        R"({"key":"A","value":"</A> <B>9</B>"},{"key":"Ä","value":"😀\""},{"key":"C","value":"3"}])"},
   };
-  const auto form = makeJsonForm(ShowPayload::automatic);
+  const auto form = makeJsonForm({});
   for (const auto& [elements, json] : cases) {
     EXPECT_EQ(written(*form, elements), std::string(kJsonFacts) + json + rest + "\n");
   }
@@ -108,7 +108,7 @@ TEST(JsonForm, KeepsWhatTheDecoderDoesNotShow) {
        R"("record_length":153,"struct_length":9,"payload":null,"file":null})"        },
   };
   for (const auto& [show, body, rest, json] : cases) {
-    const auto form = makeJsonForm(show);
+    const auto form = makeJsonForm({show});
     std::vector<std::pair<String, String>> elements;
     if (body) elements.emplace_back("A", "1");
     const std::string line = written(*form, elements, rest);
@@ -118,7 +118,7 @@ TEST(JsonForm, KeepsWhatTheDecoderDoesNotShow) {
 
 // Texts are copied in blocks: a character to escape at every place of texts of every length.
 TEST(JsonForm, EscapesAtEveryPlace) {
-  const auto form = makeJsonForm(ShowPayload::never);
+  const auto form = makeJsonForm({ShowPayload::never});
   const std::pair<std::string, std::string> cases[] = {
       {"\"",       R"(\")"          },
       {"\\",       R"(\\)"          },

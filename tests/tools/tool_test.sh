@@ -131,8 +131,22 @@ for form in '-o line --exact' '-o line' '-o jsonl' '-o text --color never' '-o j
   [ -s out ] || fail "$form on a terminal: no output"
 done
 
-# Raw: what is in the input, and a log again
+# JSON
 sample="$samples/array.cmap"
+expect 0 decode -o jsonl "$sample"
+cp out objects
+expect 0 decode -o json "$sample"
+{ echo '[' && sed '$!s/$/,/' objects && echo ']'; } | cmp -s - out || fail 'json is not the array of jsonl'
+expect 1 decode -o json --head 0 log
+same 'json of nothing' "$(cat out)" '[]'
+expect 0 decode -o jsonl --no-body --no-fields log
+same 'no body, no fields' "$(grep -c '"summary":"Unhandled Event by OB0","raw_event_type"' out)" 2
+expect 0 decode -o json --no-fields log
+same 'no fields' "$(grep -c '"body":"<Hex>68656C6C6F</Hex>","raw_event_type"' out)" 2
+expect 0 decode -o jsonl --no-body log
+same 'no body' "$(grep -c 'by OB0","fields":\[{"key":"Hex"' out)" 2
+
+# Raw: what is in the input, and a log again
 for input in "$sample" log records long; do
   expect 0 decode -o raw $([ $input = long ] && echo --input records) "$input"
   cmp -s out "$input" || fail "raw of $input"

@@ -37,7 +37,9 @@ std::unique_ptr<EventForm> makeForm(const DecodeOptions& options) {
       // A serial number must not command the terminal.
       return makeLineForm(options.exact && ::isatty(STDOUT_FILENO) == 0);
     case OutputForm::jsonl:
-      return makeJsonForm(options.payload);
+    case OutputForm::json:
+      return makeJsonForm({options.payload, options.output == OutputForm::json, !options.noBody,
+                           !options.noFields});
     case OutputForm::text:
     case OutputForm::raw:
       break;
@@ -121,6 +123,7 @@ ExitCode decode(const DecodeOptions& options) {
   Output output;
   LogRun run(options.input, options.choosing, output);
 
+  form->begin(output.text());
   std::optional<std::size_t> lastFile;
   run.forEachUnit([&](const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
     if (file.isOneOfSeveral && lastFile != file.number) form->beginFile(file.shownName);
@@ -136,6 +139,7 @@ ExitCode decode(const DecodeOptions& options) {
         output.text());
     output.flushIfLarge();
   });
+  form->end(output.text());
   output.close();
   return run.exitCode();
 }

@@ -8,7 +8,7 @@
 
 namespace mpuevent::tool {
 
-enum class OutputForm { text, line, jsonl, raw };
+enum class OutputForm { text, line, jsonl, json, raw };
 enum class Colour { automatic, always, never };
 
 /// `mpuevent decode`.
@@ -19,6 +19,8 @@ struct DecodeOptions {
   OutputForm output = OutputForm::text;
   ShowPayload payload = ShowPayload::automatic;
   Colour colour = Colour::automatic;
+  bool noBody = false;    ///< in JSON
+  bool noFields = false;  ///< in JSON
   bool exact = false;
   bool trace = false;
 };

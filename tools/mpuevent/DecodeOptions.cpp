@@ -14,6 +14,7 @@ Output forms:
   text       one block of labelled lines an event
   line       one line an event, as the library prints it
   jsonl      one JSON object an event and line; "fields" is the Body taken apart
+  json       one JSON array of these objects
   raw        the messages and records as they are: a smaller log, without damage
              and padding; not on a terminal
 
@@ -36,9 +37,10 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
                                 {"text",  OutputForm::text },
                                 {"line",  OutputForm::line },
                                 {"jsonl", OutputForm::jsonl},
+                                {"json",  OutputForm::json },
                                 {"raw",   OutputForm::raw  }
   },
-                            "text (default), line, jsonl or raw")
+                            "text (default), line, jsonl, json or raw")
       ->type_name("FORM")
       ->group("Output");
   addWordOption<ShowPayload>(command, "--payload", options.payload,
@@ -52,6 +54,10 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
                              "disagree), always or never")
       ->type_name("WHEN")
       ->group("Output");
+  command
+      .add_flag("--no-body", options.noBody, "JSON without \"body\"; \"fields\" has it taken apart")
+      ->group("Output");
+  command.add_flag("--no-fields", options.noFields, "JSON without \"fields\"")->group("Output");
   command
       .add_flag("--exact", options.exact,
                 "Lines to the letter, control characters and all,\n"

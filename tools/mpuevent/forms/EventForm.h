@@ -42,10 +42,14 @@ class EventForm {
   EventForm& operator=(const EventForm&) = delete;
   virtual ~EventForm() = default;
 
+  /// Appends what comes before all events.
+  virtual void begin(TextBuffer& /*to*/) {}
   /// The events that follow are those of the file named, one of several.
   virtual void beginFile(std::string_view /*name*/) {}
   /// Appends the event to `to`.
   virtual void write(const DecodedEvent& decoded, TextBuffer& to) = 0;
+  /// Appends what comes behind all events.
+  virtual void end(TextBuffer& /*to*/) {}
 };
 
 /// A block of labelled lines for people, blank lines between the blocks, and a heading a file.
@@ -54,8 +58,17 @@ std::unique_ptr<EventForm> makeTextForm(ShowPayload payload, bool coloured);
 /// The event's `str()` and a line end; control characters in it are shown as in text unless it is
 /// to be `exact`.
 std::unique_ptr<EventForm> makeLineForm(bool exact);
+
+/// What JSON is to hold beside what it always has.
+struct JsonLayout {
+  ShowPayload payload = ShowPayload::automatic;
+  bool array = false;  ///< one array of all objects
+  bool body = true;
+  bool fields = true;
+};
+
 /// One JSON object a line.
-std::unique_ptr<EventForm> makeJsonForm(ShowPayload payload);
+std::unique_ptr<EventForm> makeJsonForm(const JsonLayout& layout);
 
 }  // namespace mpuevent::tool
 

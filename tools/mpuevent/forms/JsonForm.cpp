@@ -9,7 +9,7 @@ namespace {
 /// The facts of an event as members of an object.
 class JsonObject {
  public:
-  explicit JsonObject(TextBuffer& to) : writer_(to) {}
+  JsonObject(TextBuffer& to, const JsonLayout& layout) : writer_(to), layout_(layout) {}
 
   void write(const EventFacts& facts) {
     writer_.beginObject();
@@ -38,8 +38,32 @@ class JsonObject {
 
   void body(const FactKey& key, PaddedView utf8, const FactKey& fieldsKey,
             const BodyFields* fields) {
-    text(key, utf8);
+    if (layout_.body) text(key, utf8);
+    if (!layout_.fields) return;
     writer_.key(fieldsKey);
+    elements(fields);
+  }
+
+  void detail(const FactKey& key, std::uint64_t number, bool) { this->number(key, number); }
+  void payload(const FactKey& key, std::optional<std::span<const unsigned char>> bytes) {
+    writer_.key(key);
+    if (bytes) {
+      writer_.hex(*bytes);
+    } else {
+      writer_.null();
+    }
+  }
+  void file(const FactKey& key, std::optional<PaddedView> name) {
+    writer_.key(key);
+    if (name) {
+      writer_.text(*name);
+    } else {
+      writer_.null();
+    }
+  }
+
+ private:
+  void elements(const BodyFields* fields) {
     if (fields == nullptr) {
       writer_.null();
       return;
@@ -65,46 +89,38 @@ class JsonObject {
     writer_.endArray();
   }
 
-  void detail(const FactKey& key, std::uint64_t number, bool) { this->number(key, number); }
-  void payload(const FactKey& key, std::optional<std::span<const unsigned char>> bytes) {
-    writer_.key(key);
-    if (bytes) {
-      writer_.hex(*bytes);
-    } else {
-      writer_.null();
-    }
-  }
-  void file(const FactKey& key, std::optional<PaddedView> name) {
-    writer_.key(key);
-    if (name) {
-      writer_.text(*name);
-    } else {
-      writer_.null();
-    }
-  }
-
- private:
   JsonWriter writer_;
+  const JsonLayout& layout_;
 };
 
 class JsonForm : public EventForm {
  public:
-  explicit JsonForm(ShowPayload payload) : facts_(payload) {}
+  explicit JsonForm(const JsonLayout& layout) : layout_(layout), facts_(layout.payload) {}
 
+  void begin(TextBuffer& to) override {
+    if (layout_.array) to += '[';
+  }
   void write(const DecodedEvent& decoded, TextBuffer& to) override {
     facts_.read(decoded);
-    JsonObject(to).write(facts_);
-    to += '\n';
+    if (layout_.array) to += first_ ? "\n" : ",\n";
+    first_ = false;
+    JsonObject(to, layout_).write(facts_);
+    if (!layout_.array) to += '\n';
+  }
+  void end(TextBuffer& to) override {
+    if (layout_.array) to += first_ ? "]\n" : "\n]\n";
   }
 
  private:
+  const JsonLayout layout_;
   EventFacts facts_;
+  bool first_ = true;
 };
 
 }  // namespace
 
-std::unique_ptr<EventForm> makeJsonForm(ShowPayload payload) {
-  return std::make_unique<JsonForm>(payload);
+std::unique_ptr<EventForm> makeJsonForm(const JsonLayout& layout) {
+  return std::make_unique<JsonForm>(layout);
 }
 
 }  // namespace mpuevent::tool

@@ -8,6 +8,7 @@
 
 #include "DecodeCommand.h"
 #include "explain/ExplainCommand.h"
+#include "summary/SummaryCommand.h"
 
 namespace mpuevent::tool {
 
@@ -33,6 +34,7 @@ class CommandLine {
     add("decode", "Write the events of logs in readable form", decode_, addDecodeOptions, decode);
     add("explain", "Show which bytes of an event make which of its fields", explain_,
         addExplainOptions, explain);
+    add("summary", "Tell what is in logs, on a page", summary_, addSummaryOptions, summary);
     CLI::App* help = add("help", "Tell of the program, or of a command");
     help->add_option("COMMAND", helpTopic_, "The command to tell of")->type_name("");
     help->callback([this] { answerHelp(); });
@@ -123,6 +125,7 @@ class CommandLine {
   CLI::App app_{"Decodes the event logs of a storage controller.", "mpuevent"};
   DecodeOptions decode_;
   ExplainOptions explain_;
+  SummaryOptions summary_;
   std::string helpTopic_;
   Command command_;
   std::optional<Answer> answer_;

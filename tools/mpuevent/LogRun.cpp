@@ -94,13 +94,24 @@ void LogRun::readInput(const std::string& input, bool several) {
 void LogRun::readLog(const LogFile& file, const log::LogSource& source) {
   if (beginFile_) beginFile_(file);
   log::LogReader reader(
-      source.read, options_.form,
-      [&](const log::Finding& finding) { tell(file.shownName, finding); }, source.isIdle);
+      source.read, options_.form, [&](const log::Finding& finding) { tell(file, finding); },
+      source.isIdle);
+  try {
+    readUnits(file, reader);
+  } catch (const Enough&) {
+    if (watch_.endFile) watch_.endFile(file, reader);
+    throw;
+  }
+  if (watch_.endFile) watch_.endFile(file, reader);
+  sumUp(file, reader);
+}
+
+void LogRun::readUnits(const LogFile& file, log::LogReader& reader) {
   log::LogUnit unit;
   for (std::uint64_t index = 0; reader.next(unit); ++index) {
+    if (watch_.read) watch_.read(file, unit);
     if (isChosen(unit)) take(file, unit, index);
   }
-  sumUp(file, reader);
 }
 
 // The cheap tests come first.
@@ -160,7 +171,9 @@ void LogRun::visitKept(const log::KeptUnit& unit) {
         unit.index());
 }
 
-void LogRun::tell(std::string_view name, const log::Finding& finding) {
+void LogRun::tell(const LogFile& file, const log::Finding& finding) {
+  if (watch_.find) watch_.find(file, finding);
+  const std::string_view name = file.shownName;
   damaged_ = damaged_ || finding.isDamage();
   if (finding.kind == log::Finding::Kind::notALog) {
     report(name, describe(finding));

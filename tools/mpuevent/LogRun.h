@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "ExitCode.h"
 #include "InputOptions.h"
@@ -41,6 +42,15 @@ class LogRun {
 
   using VisitFile = std::function<void(const LogFile& file)>;
 
+  /// What else a command may want to know of the logs; each may be empty.
+  struct Watch {
+    /// Every unit, chosen or not, before it is visited.
+    std::function<void(const LogFile& file, const log::LogUnit& unit)> read;
+    std::function<void(const LogFile& file, const log::Finding& finding)> find;
+    /// No more of the file is read.
+    std::function<void(const LogFile& file, const log::LogReader& reader)> endFile;
+  };
+
   /// The options must last.
   LogRun(const InputOptions& input, const ChoosingOptions& choosing, Output& output);
 
@@ -51,6 +61,9 @@ class LogRun {
 
   /// Records that are longer than what can be decoded of them are no damage from now on.
   void acceptLongRecords() { longRecordsAccepted_ = true; }
+
+  /// For the runs that follow.
+  void watch(Watch watch) { watch_ = std::move(watch); }
 
   ExitCode exitCode() const;
 
@@ -67,13 +80,14 @@ class LogRun {
   void readAll();
   void readInput(const std::string& input, bool several);
   void readLog(const LogFile& file, const log::LogSource& source);
+  void readUnits(const LogFile& file, log::LogReader& reader);
   bool isChosen(const log::LogUnit& unit);
   void take(const LogFile& file, const log::LogUnit& unit, std::uint64_t index);
   void keep(const LogFile& file);
   void visit(const LogFile& file, const log::LogUnit& unit, std::uint64_t index);
   void visitKept();
   void visitKept(const log::KeptUnit& unit);
-  void tell(std::string_view name, const log::Finding& finding);
+  void tell(const LogFile& file, const log::Finding& finding);
   void sumUp(const LogFile& file, const log::LogReader& reader);
   void reportAt(std::string_view name, std::uint64_t offset, std::string_view reason);
   void report(std::string_view name, std::string_view reason);
@@ -85,6 +99,7 @@ class LogRun {
   std::unique_ptr<Grep> notGrep_;  // null: no matter
   VisitUnit visit_;
   VisitFile beginFile_;
+  Watch watch_;
   std::size_t files_ = 0;
   std::uint64_t visited_ = 0;
   std::map<std::size_t, FileNames> keptFiles_;

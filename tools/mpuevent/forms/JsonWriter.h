@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <span>
+#include <string_view>
 
 #include "FactKey.h"
 #include "JsonText.h"
@@ -29,6 +30,15 @@ class JsonWriter {
     std::memcpy(place, key.json.data(), FactKey::jsonRoom);
     if (first_) std::memmove(place, place + 1, key.jsonSize - 1);  // no comma
     to_->advanceTo(place + key.jsonSize - (first_ ? 1 : 0));
+    first_ = true;
+  }
+
+  /// One that is no FactKey, and needs no escapes.
+  void plainKey(std::string_view name) {
+    separate();
+    *to_ += '"';
+    *to_ += name;
+    *to_ += "\":";
     first_ = true;
   }
 

@@ -1,0 +1,36 @@
+#include "summary/SummaryCommand.h"
+
+#include "LogRun.h"
+#include "Output.h"
+#include "summary/Collector.h"
+#include "summary/SummaryForms.h"
+
+namespace mpuevent::tool {
+
+ExitCode summary(const SummaryOptions& options) {
+  Output output;
+  LogRun run(options.input, options.choosing, output);
+  Collector collector;
+  LogRun::Watch watch;
+  watch.read = [&](const LogFile&, const log::LogUnit& unit) { collector.read(unit); };
+  watch.find = [&](const LogFile& file, const log::Finding& finding) {
+    collector.find(file, finding);
+  };
+  watch.endFile = [&](const LogFile& file, const log::LogReader& reader) {
+    collector.endFile(file, reader.accounting());
+  };
+  run.watch(std::move(watch));
+  run.forEachUnit([&](const LogFile& file, const log::LogUnit& unit,
+                      std::uint64_t index) { collector.take(file, unit, index); },
+                  [&](const LogFile& file) { collector.beginFile(file); });
+  const Summary summary = collector.finish();
+  if (options.output == SummaryOutput::json) {
+    appendSummaryJson(output.text(), summary);
+  } else {
+    appendSummaryText(output.text(), summary, options.choosing);
+  }
+  output.close();
+  return run.exitCode();
+}
+
+}  // namespace mpuevent::tool

@@ -159,8 +159,9 @@ void LogRun::visit(const LogFile& file, const log::LogUnit& unit, std::uint64_t 
 void LogRun::visitKept() {
   const std::vector<const log::KeptUnit*> merged = merge_.order();
   std::size_t skipped = 0;
-  if (choosing_.last)
-    skipped = merged.size() - std::min<std::uint64_t>(merged.size(), *choosing_.last);
+  if (choosing_.last && *choosing_.last < merged.size()) {
+    skipped = merged.size() - static_cast<std::size_t>(*choosing_.last);
+  }
   for (std::size_t at = skipped; at < merged.size(); ++at) visitKept(*merged[at]);
   for (const log::KeptUnit& unit : last_) visitKept(unit);
 }

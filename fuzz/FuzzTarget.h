@@ -16,8 +16,9 @@ namespace mpuevent::fuzz {
 void require(bool holds, const char* property);
 
 /// Whether properties are checked of this input that cost far more than what is tried: of one in
-/// 64, told by its bytes, so that an input found to fail fails again; of each if it is replayed.
-bool isThorough(std::string_view input);
+/// `share`, told by its bytes, so that an input found to fail fails again; of each if it is
+/// replayed.
+bool isThorough(std::string_view input, std::uint32_t share = 64);
 extern bool isReplay;
 
 /// Runs `work`, which reads `bytes` bytes of input, and aborts if its time is out of proportion to

@@ -148,6 +148,31 @@ TEST(JsonForm, EscapesAtEveryPlace) {
   }
 }
 
+TEST(Columns, AreTheSameInCsvAndJson) {
+  const std::vector<std::pair<String, String>> elements = {
+      {"A", "1,\"2\"\n"},
+      {"B", "\x1b"     },
+      {"A", ""         },
+      {"A", "\u00C4"   }
+  };
+  const std::string columns = "fields.A,index,file,fields.B,fields.A[*],payload,fields.C[*],time";
+  const Rest rest = {"\x0A\xB1", 2, {}};
+  const auto csv = makeCsvForm({ShowPayload::always, columns});
+  TextBuffer header;
+  csv->begin(header);
+  EXPECT_EQ(header.view(), columns + "\r\n");
+  EXPECT_EQ(written(*csv, elements, rest),
+            "\"1,\"\"2\"\"\n\",7,,\x1b,\"1,\"\"2\"\"\n; ; \u00C4\",0AB1,,\r\n");
+  const auto shown = makeCsvForm({ShowPayload::always, "fields.B,fields.A", false, false, true});
+  EXPECT_EQ(written(*shown, elements, rest), "\\x1B,\"1,\"\"2\"\"\\x0A\"\r\n");
+  const auto json = makeJsonForm({ShowPayload::always, false, true, true, columns});
+  EXPECT_EQ(written(*json, elements, rest),
+            R"({"fields.A":"1,\"2\"\u000A","index":7,"file":null,"fields.B":"\u001B",)"
+            R"("fields.A[*]":"1,\"2\"\u000A; ; Ä","payload":"0AB1","fields.C[*]":null,)"
+            R"("time":null})"
+            "\n");
+}
+
 constexpr char kTextFacts[] =
     "Index:             7\n"
     "Offset:            0x1a2b\n"

@@ -146,6 +146,28 @@ same 'no fields' "$(grep -c '"body":"<Hex>68656C6C6F</Hex>","raw_event_type"' ou
 expect 0 decode -o jsonl --no-body log
 same 'no body' "$(grep -c 'by OB0","fields":\[{"key":"Hex"' out)" 2
 
+# CSV
+if command -v python3 >/dev/null; then
+  expect 0 decode -o csv --epoch unix "$sample"
+  mv out table
+  expect 0 decode -o jsonl --epoch unix "$sample"
+  python3 -c '
+import csv, json
+table = list(csv.DictReader(open("table", encoding="utf-8", newline="")))
+events = [json.loads(line) for line in open("out", encoding="utf-8")]
+for event in events: del event["fields"]
+assert [list(row) for row in table] == [list(event) for event in events], "keys"
+assert table == [{k: "" if v is None else str(v) for k, v in e.items()} for e in events], "values"
+assert len(events) > 300' 2>err || fail "a CSV has the keys and values of JSON: $(tail -n 1 err)"
+fi
+expect 0 decode -o csv --no-header --fields fields.Hex,sequence_id log
+same 'columns' "$(cat out)" $'68656C6C6F,1\r\n68656C6C6F,2\r'
+for wrong in '-o csv --fields fields' '-o csv --fields index,,file' '-o line --fields index' \
+  '-o jsonl --fields index --no-body'; do
+  read -ra arguments <<<"$wrong"
+  expect 2 decode "${arguments[@]}" log
+done
+
 # Raw: what is in the input, and a log again
 for input in "$sample" log records long; do
   expect 0 decode -o raw $([ $input = long ] && echo --input records) "$input"

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -31,6 +32,16 @@ bool colourWanted(Colour colour) {
          terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
+void requireColumnsOf(OutputForm form, const std::string& columns) {
+  const bool table = form == OutputForm::csv;
+  if (!columns.empty() && !table && form != OutputForm::json && form != OutputForm::jsonl) {
+    throw std::invalid_argument("--fields goes with -o csv, jsonl and json");
+  }
+  if (table && ("," + columns + ",").find(",fields,") != std::string::npos) {
+    throw std::invalid_argument("--fields: a CSV has fields.KEY, not fields");
+  }
+}
+
 std::unique_ptr<EventForm> makeForm(const DecodeOptions& options) {
   switch (options.output) {
     case OutputForm::line:
@@ -39,7 +50,10 @@ std::unique_ptr<EventForm> makeForm(const DecodeOptions& options) {
     case OutputForm::jsonl:
     case OutputForm::json:
       return makeJsonForm({options.payload, options.output == OutputForm::json, !options.noBody,
-                           !options.noFields});
+                           !options.noFields, options.columns});
+    case OutputForm::csv:
+      return makeCsvForm({options.payload, options.columns, !options.noHeader,
+                          options.choosing.epoch.has_value(), ::isatty(STDOUT_FILENO) != 0});
     case OutputForm::text:
     case OutputForm::raw:
       break;
@@ -112,6 +126,7 @@ ExitCode copy(const DecodeOptions& options) {
 }  // namespace
 
 ExitCode decode(const DecodeOptions& options) {
+  requireColumnsOf(options.output, options.columns);
   if (options.count) return count(options);
   if (options.output == OutputForm::raw) return copy(options);
   const std::unique_ptr<EventForm> form = makeForm(options);

@@ -1,6 +1,8 @@
 #ifndef MPUEVENT_TOOL_DECODECOMMAND_H
 #define MPUEVENT_TOOL_DECODECOMMAND_H
 
+#include <string>
+
 #include "ExitCode.h"
 #include "InputOptions.h"
 #include "choosing/ChoosingOptions.h"
@@ -8,7 +10,7 @@
 
 namespace mpuevent::tool {
 
-enum class OutputForm { text, line, jsonl, json, raw };
+enum class OutputForm { text, line, jsonl, json, csv, raw };
 enum class Colour { automatic, always, never };
 
 /// `mpuevent decode`.
@@ -21,6 +23,8 @@ struct DecodeOptions {
   Colour colour = Colour::automatic;
   bool noBody = false;    ///< in JSON
   bool noFields = false;  ///< in JSON
+  std::string columns;    ///< of JSON and CSV; empty: all
+  bool noHeader = false;  ///< in CSV
   bool exact = false;
   bool trace = false;
 };

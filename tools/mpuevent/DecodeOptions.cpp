@@ -1,5 +1,9 @@
+#include <stdexcept>
+#include <string>
+
 #include "DecodeCommand.h"
 #include "WordOption.h"
+#include "forms/Columns.h"
 
 namespace mpuevent::tool {
 
@@ -15,6 +19,7 @@ Output forms:
   line       one line an event, as the library prints it
   jsonl      one JSON object an event and line; "fields" is the Body taken apart
   json       one JSON array of these objects
+  csv        a line of comma-separated values an event (RFC 4180)
   raw        the messages and records as they are: a smaller log, without damage
              and padding; not on a terminal
 
@@ -23,6 +28,27 @@ Examples:
   mpuevent decode -o jsonl array.cmap |
     jq -c 'select(.event_type == "Error") | .summary'
   ssh array cat /var/log/events | mpuevent decode --input records -)";
+
+void addColumns(CLI::App& command, DecodeOptions& options) {
+  CLI::Option* const columns = command.add_option("--fields", options.columns,
+                                                  "Only these keys, in this order, for csv, jsonl\n"
+                                                  "and json: summary,fields.KEY (the first KEY in\n"
+                                                  "the Body),fields.KEY[*] (all, with \"; \")");
+  columns->type_name("NAME,...")->group("Output");
+  columns->check(CLI::Validator(
+      [](const std::string& names) {
+        try {
+          parseColumns(names);
+        } catch (const std::invalid_argument& error) {
+          return std::string(error.what());
+        }
+        return std::string();
+      },
+      ""));
+  columns->excludes("--no-body")->excludes("--no-fields");
+  command.add_flag("--no-header", options.noHeader, "CSV without the line of names")
+      ->group("Output");
+}
 
 }  // namespace
 
@@ -38,9 +64,10 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
                                 {"line",  OutputForm::line },
                                 {"jsonl", OutputForm::jsonl},
                                 {"json",  OutputForm::json },
+                                {"csv",   OutputForm::csv  },
                                 {"raw",   OutputForm::raw  }
   },
-                            "text (default), line, jsonl, json or raw")
+                            "text (default), line, jsonl, json, csv or raw")
       ->type_name("FORM")
       ->group("Output");
   addWordOption<ShowPayload>(command, "--payload", options.payload,
@@ -58,6 +85,7 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
       .add_flag("--no-body", options.noBody, "JSON without \"body\"; \"fields\" has it taken apart")
       ->group("Output");
   command.add_flag("--no-fields", options.noFields, "JSON without \"fields\"")->group("Output");
+  addColumns(command, options);
   command
       .add_flag("--exact", options.exact,
                 "Lines to the letter, control characters and all,\n"

@@ -62,7 +62,7 @@ class EventFacts {
   /// - `detail(key, number, telling)`: not telling if the facts before it tell it already
   /// - `payload(key, bytes)`: none if it is not to be shown
   /// - `file(key, utf8)`: none for standard input
-  /// - `time(key, utf8)`: the date of the timestamp, if it is known.
+  /// - `time(key, utf8)`: the date of the timestamp, empty if it is not known.
   template <typename Form>
   void describeRecord(Form& form) const {
     const bool lengthsDiffer = !lengthsAgree();
@@ -71,7 +71,7 @@ class EventFacts {
     form.detail("struct_length"_key, structLength_, lengthsDiffer);
     form.payload("payload"_key, payload_);
     form.file("file"_key, file_);
-    if (!time_.empty()) form.time("time"_key, time_);
+    form.time("time"_key, time_);
   }
 
  private:

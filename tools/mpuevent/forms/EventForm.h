@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "Dates.h"
@@ -65,10 +66,23 @@ struct JsonLayout {
   bool array = false;  ///< one array of all objects
   bool body = true;
   bool fields = true;
+  std::string columns = {};  ///< with commas: these alone, in their order; empty: all
 };
 
 /// One JSON object a line.
 std::unique_ptr<EventForm> makeJsonForm(const JsonLayout& layout);
+
+struct CsvLayout {
+  ShowPayload payload = ShowPayload::automatic;
+  std::string columns = {};  ///< with commas; empty: all but the elements of the Body
+  bool header = true;        ///< the names of the columns come first
+  bool dated = false;        ///< the dates of events are known
+  bool visible = false;      ///< control characters are made visible, for terminals
+};
+
+/// A line of comma-separated values an event, as of RFC 4180; a fact that an event has not is an
+/// empty one.
+std::unique_ptr<EventForm> makeCsvForm(const CsvLayout& layout);
 
 }  // namespace mpuevent::tool
 

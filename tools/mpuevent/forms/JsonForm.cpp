@@ -1,3 +1,4 @@
+#include "Columns.h"
 #include "EventFacts.h"
 #include "EventForm.h"
 #include "JsonWriter.h"
@@ -19,12 +20,28 @@ class JsonObject {
     writer_.endObject();
   }
 
+  void write(FactRow& row, const std::vector<Column>& columns) {
+    writer_.beginObject();
+    for (const Column& column : columns) {
+      writer_.plainKey(column.name);
+      std::visit(*this, row.value(column));
+    }
+    writer_.endObject();
+  }
+  void operator()(std::monostate) { writer_.null(); }
+  void operator()(std::uint64_t number) { writer_.number(number); }
+  void operator()(std::string_view text) { writer_.text(text); }
+  void operator()(std::span<const unsigned char> bytes) { writer_.hex(bytes); }
+  void operator()(const BodyFields* fields) { elements(fields); }
+
   void number(const FactKey& key, std::uint64_t number) {
     writer_.key(key);
     writer_.number(number);
   }
   void timestamp(const FactKey& key, std::uint64_t count, std::string_view) { number(key, count); }
-  void time(const FactKey& key, std::string_view date) { text(key, date); }
+  void time(const FactKey& key, std::string_view date) {
+    if (!date.empty()) text(key, date);
+  }
   void offset(const FactKey& key, std::uint64_t offset) { number(key, offset); }
   template <typename Text>
   void text(const FactKey& key, Text utf8) {
@@ -95,7 +112,9 @@ class JsonObject {
 
 class JsonForm : public EventForm {
  public:
-  explicit JsonForm(const JsonLayout& layout) : layout_(layout), facts_(layout.payload) {}
+  explicit JsonForm(const JsonLayout& layout) : layout_(layout), facts_(layout.payload) {
+    if (!layout.columns.empty()) columns_ = parseColumns(layout.columns);
+  }
 
   void begin(TextBuffer& to) override {
     if (layout_.array) to += '[';
@@ -104,7 +123,13 @@ class JsonForm : public EventForm {
     facts_.read(decoded);
     if (layout_.array) to += first_ ? "\n" : ",\n";
     first_ = false;
-    JsonObject(to, layout_).write(facts_);
+    JsonObject object(to, layout_);
+    if (columns_.empty()) {
+      object.write(facts_);
+    } else {
+      row_.read(facts_);
+      object.write(row_, columns_);
+    }
     if (!layout_.array) to += '\n';
   }
   void end(TextBuffer& to) override {
@@ -114,6 +139,8 @@ class JsonForm : public EventForm {
  private:
   const JsonLayout layout_;
   EventFacts facts_;
+  std::vector<Column> columns_;  // none: all
+  FactRow row_;
   bool first_ = true;
 };
 

@@ -33,12 +33,10 @@ class JsonWriter {
     first_ = true;
   }
 
-  /// One that is no FactKey, and needs no escapes.
+  /// One that is no FactKey.
   void plainKey(std::string_view name) {
-    separate();
-    *to_ += '"';
-    *to_ += name;
-    *to_ += "\":";
+    text(name);
+    *to_ += ':';
     first_ = true;
   }
 

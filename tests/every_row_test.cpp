@@ -4,7 +4,9 @@
 #include <MPUEvent/STARTUPMP_Event.h>
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -67,6 +69,26 @@ void addRecords(GoldenRows& rows) {
 void addIscsi(GoldenRows& rows) {
   const Payload whole = letters(72).at(0).u16(4).at(18).u16(2).at(46).u8(4).u8(3).at(68).u16(6);
   rows.add("login", recordOf(22, 3, Payload(whole).at(72).text("iqn.i").text("iqn.t")));
+  const Payload changes[] = {Payload(whole).at(8).u32(0).at(18).u16(300),
+                             Payload(whole).at(12).u16(0).u32(0x102),
+                             Payload(whole).at(40).u8(0).u8(0),
+                             Payload(whole).at(40).u8(1).u8(0),
+                             Payload(whole).at(42).u8(0).u8(1),
+                             Payload(whole).at(56).u16(3).u16(2),
+                             Payload(whole).at(60).u16(0).u16(0x102),
+                             Payload(whole).at(60).u16(0x102).u16(0),
+                             Payload(whole).at(68).u16(0xFFFF),
+                             Payload(whole).at(68).u16(7),
+                             Payload(whole).at(70).u16(0)};
+  for (Payload changed : changes) {
+    changed.padTo(72).bytes(std::string_view("iqn.i<\0iqn.t", 13));
+    rows.add("login changed", recordOf(22, 3, changed));
+  }
+  for (const std::uint32_t socket : {65534U, 65535U, 0xFFFFFFFFU}) {
+    for (const auto status : std::initializer_list<std::uint16_t>{0, 5, 6, 65535}) {
+      rows.add(label("socket", socket), recordOf(22, 9, Payload().u16(1).u16(status).u32(socket)));
+    }
+  }
   for (std::uint32_t id = 0; id <= 10; ++id) {
     rows.add(label("event", id), recordOf(22, id));
   }
@@ -82,6 +104,30 @@ void addIscsi(GoldenRows& rows) {
     rows.add(label("session and authentication", code), recordOf(22, 3, login));
     const Payload request = Payload().u16(5).at(8).u8(3).u8(static_cast<std::uint8_t>(code * 5));
     rows.add(label("stages", code), recordOf(22, 6, request));
+  }
+}
+
+/// Headers that begin like this, and names and parameters of these lengths behind a header.
+void addIscsiRequests(GoldenRows& rows) {
+  using namespace std::string_view_literals;
+  for (const auto start :
+       std::initializer_list<std::uint16_t>{0x4387, 0x0340, 0x033D, 0x0332, 0x0440, 0xC480, 0x3F87,
+                                            0x0087, 0x0187, 0x0287, 0x0587, 0x1187, 0x2387}) {
+    const Payload header = letters(56).at(0).u16(5).u16(33).at(8).u16(start).at(56);
+    rows.add(label("header", start),
+             recordOf(22, 6, Payload(header).at(56).u16(6).u16(4).text("iqn.h").text("iqn.a")));
+  }
+  // A text ends with its NUL and not where the next begins; no first value, no second.
+  const std::pair<std::string_view, std::string_view> parameters[] = {
+      {"\0\0\0\0\0\5\0\4\0\0"sv, "Key1\0abc"sv          },
+      {"\0\2\0\3\0\4\0\5\0\6"sv, "a\0b+\0c++\0d+++\0e"sv},
+      {"\0\2\0\0\0\1\0\0\0\7"sv, "abcd\0e"sv            },
+      {"\0\0\0\7\0\0\0\2\1\0"sv, "Target\0No"sv         },
+      {"\0\0\0\0\0\0\0\0\0\0"sv, "unused"sv             },
+  };
+  for (const auto& [lengths, texts] : parameters) {
+    Payload data = letters(56).at(0).u16(3).u16(9).at(8).u16(0x4387);
+    rows.add("parameter", recordOf(22, 9, data.at(56).bytes(lengths).bytes(texts)));
   }
 }
 
@@ -192,6 +238,7 @@ TEST(EveryRow, CACHE18P) {
 TEST(EveryRow, ISCSIMP) {
   GoldenRows rows("ISCSIMP");
   addIscsi(rows);
+  addIscsiRequests(rows);
   rows.check();
 }
 
@@ -202,6 +249,11 @@ TEST(EveryRow, ISNSC) {
     const Payload payload =
         Payload().u32(1).u32(code).u32(code).at(24).u32(0x800001).at(40).u8(protocol);
     rows.add(label("event, reason and protocol", code), recordOf(31, 1, payload));
+  }
+  for (const std::uint32_t type : {0x55000001U, 0xAA800001U}) {  // the high byte does not count
+    Payload message = letters(116).at(0).u32(1).u32(8).u32(0x80000000).field("isnsc", 8);
+    message.at(24).u32(type).at(116).field("iqn.a:b", 224).text("array (7)");
+    rows.add(label("message", type), recordOf(31, 1, message));
   }
   rows.check();
 }

@@ -120,16 +120,4 @@ TEST(NetworkConfig, LeavesOutWhatIsNotHeld) {
             (Texts{"NCS:Informational Text", "", "<Text></Text> "}));
 }
 
-TEST(NetworkConfig, DumpsUnknownEvents) {
-  for (const int id : {999, 1042}) {
-    const TraceCapture trace;
-    const std::string number = std::to_string(id);
-    EXPECT_EQ(decode(recordOf(static_cast<std::uint16_t>(id), Payload().u32(0x00ABCDEF))),
-              (Texts{number, "***UNKNOWN EventID***", "<Hex>00ABCDEF</Hex>"}));
-    EXPECT_EQ(trace.lines(),
-              std::vector<std::string>{"NETWORK_CONFIGMP_Event:114    :----: Unknown EventID: 0x" +
-                                       number});
-  }
-}
-
 }  // namespace

@@ -14,8 +14,6 @@ namespace {
 using mpuevent::support::decode;
 using mpuevent::support::Payload;
 using mpuevent::support::RecordBuilder;
-using mpuevent::support::Texts;
-using mpuevent::support::textsOf;
 using mpuevent::support::TraceCapture;
 using mpuevent::support::utf8;
 using namespace Pegasus;
@@ -27,14 +25,6 @@ RecordBuilder record(std::uint16_t id, const std::string& payload) {
 
 std::string bodyOf(std::uint16_t id, const Payload& payload) {
   return utf8(decode(record(id, payload.str()).str())->getBody());
-}
-
-TEST(StartupEvent, OfAnUnknownIdIsTracedAndShownInHex) {
-  const TraceCapture trace;
-  const auto event = decode(record(99, Payload().u16(0x01FE).str()).str());
-  EXPECT_EQ(textsOf(*event), (Texts{"99", "Unhandled Event by STARTUPMP", "<Hex>01FE</Hex>"}));
-  EXPECT_EQ(trace.lines(),
-            std::vector<std::string>{"STARTUPMP_Event:259           :----: Unknown EventID: 99"});
 }
 
 TEST(StartupMessage, IsFormattedLineByLine) {

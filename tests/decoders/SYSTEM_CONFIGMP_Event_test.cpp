@@ -5,12 +5,10 @@
 
 #include <algorithm>
 #include <initializer_list>
-#include <tuple>
 #include <utility>
 
 #include "support/DecodedEvent.h"
 #include "support/RecordBuilder.h"
-#include "support/TraceCapture.h"
 
 namespace {
 
@@ -81,20 +79,6 @@ TEST(SystemConfig, ShowsALocationUnlessInformational) {
   }
 }
 
-TEST(SystemConfig, DumpsUnknownEvents) {
-  for (const int id : {1999, 65535}) {
-    const mpuevent::support::TraceCapture trace;
-    const std::string number = std::to_string(id);
-    const EventFields event =
-        decode(recordOf(static_cast<std::uint16_t>(id), 1, Payload().bytes("ab")).source(19));
-    EXPECT_EQ(event.eventId(), number);
-    EXPECT_EQ(event.summary(), "***UNKNOWN EventID***");
-    EXPECT_EQ(event.body(), "<Hex>6162</Hex>");
-    EXPECT_EQ(trace.lines(),
-              std::vector{"SYSTEM_CONFIGMP_Event:137     :----: Unknown EventID: 0x" + number});
-  }
-}
-
 TEST(SystemConfig, TakesTheLocationFromPayloadsOfMoreThan32Bytes) {
   const std::string name28(28, 'f');
   const std::string name29(29, 'F');
@@ -151,42 +135,7 @@ TEST(SystemConfig, UnpacksALocationBlock) {
   EXPECT_STREQ(file, "");
 }
 
-TEST(SystemConfig, CutsSummaries) {
-  const std::string word62(62, 'w');
-  const std::string word28(28, 'a');
-  const std::string words58 = word28 + ' ' + std::string(29, 'b');
-  struct Case {
-    std::string text;
-    int limit;
-    std::string summary;
-  };
-  const Case cases[] = {
-      {"init(): failed",       0,  "init("         },
-      {"():x",                 0,  "("             },
-      {"):x",                  0,  "):x"           },
-      {"f(a): b() :c",         0,  "f(a): b() :c"  },
-      {word62,                 0,  word62          },
-      {word62 + ".",           0,  word62          },
-      {word62 + "w",           0,  ""              },
-      {words58 + " ccc",       0,  words58 + " ccc"},
-      {words58 + " cccc",      0,  words58         },
-      {words58 + "bbbb cccc",  0,  words58 + "bbbb"},
-      {words58 + "bbbbb cccc", 0,  word28          },
-      {"tab\t" + word62,       0,  "tab"           },
-      {"line\n" + word62,      0,  "line"          },
-      {"four five six",        9,  "four five"     },
-      {"four five six",        8,  "four"          },
-      {"four. five",           -1, ""              },
-  };
-  for (const Case& c : cases) {
-    std::string text = c.text;
-    char summary[63];
-    SCC_copySummarized(summary, text.data(), c.limit);
-    EXPECT_EQ(summary, c.summary) << c.text << c.limit;
-  }
-}
-
-/// A text without a NUL, behind whose last character no byte can be read.
+/// A text behind whose last character no byte can be read.
 class TextAtAnEdge {
  public:
   explicit TextAtAnEdge(const std::string& text)
@@ -210,24 +159,50 @@ class TextAtAnEdge {
   char* start_;
 };
 
-TEST(SystemConfig, ReadsNoCharacterThatDoesNotMatterToASummary) {
+TEST(SystemConfig, CutsSummariesAndReadsNoCharacterThatDoesNotMatter) {
+  const std::string word62(62, 'w');
   const std::string word63(63, 'w');
-  const std::tuple<std::string, int, std::string> cases[] = {
-      {"one two.",    0,               "one two"},
-      {"one;",        9,               "one"    },
-      {"f():",        0,               "f("     },
-      {word63,        0,               ""       },
-      {"a " + word63, 0,               "a"      }, // two more than are read
-      {word63,        99,              ""       },
-      {"four five",   8,               "four"   },
-      {"",            -1,              ""       },
-      {"",            -2147483647 - 1, ""       },
+  const std::string word28(28, 'a');
+  const std::string words58 = word28 + ' ' + std::string(29, 'b');
+  constexpr char nul = '\0';
+  struct Case {
+    std::string text;
+    int limit;
+    std::string summary;
   };
-  for (const auto& [text, limit, expected] : cases) {
-    TextAtAnEdge source(text);
+  // Some texts have a NUL behind them.
+  const Case cases[] = {
+      {std::string("init(): failed") + nul,  0,               "init("         },
+      {std::string("():x") + nul,            0,               "("             },
+      {std::string("):x") + nul,             0,               "):x"           },
+      {std::string("f(a): b() :c") + nul,    0,               "f(a): b() :c"  },
+      {word62 + nul,                         0,               word62          },
+      {word62 + "." + nul,                   0,               word62          },
+      {word62 + "w" + nul,                   0,               ""              },
+      {words58 + " ccc" + nul,               0,               words58 + " ccc"},
+      {words58 + " cccc" + nul,              0,               words58         },
+      {words58 + "bbbb cccc" + nul,          0,               words58 + "bbbb"},
+      {words58 + "bbbbb cccc" + nul,         0,               word28          },
+      {std::string("tab\t" + word62) + nul,  0,               "tab"           },
+      {std::string("line\n" + word62) + nul, 0,               "line"          },
+      {std::string("four five six") + nul,   9,               "four five"     },
+      {std::string("four five six") + nul,   8,               "four"          },
+      {std::string("four. five") + nul,      -1,              ""              },
+      {"one two.",                           0,               "one two"       },
+      {"one;",                               9,               "one"           },
+      {"f():",                               0,               "f("            },
+      {word63,                               0,               ""              },
+      {"a " + word63,                        0,               "a"             },
+      {word63,                               99,              ""              },
+      {"four five",                          8,               "four"          },
+      {"",                                   -1,              ""              },
+      {"",                                   -2147483647 - 1, ""              },
+  };
+  for (const Case& c : cases) {
+    TextAtAnEdge source(c.text);
     char summary[63];
-    SCC_copySummarized(summary, source.start(), limit);
-    EXPECT_EQ(summary, expected) << text << limit;
+    SCC_copySummarized(summary, source.start(), c.limit);
+    EXPECT_EQ(summary, c.summary) << c.text << c.limit;
   }
 }
 

@@ -20,13 +20,18 @@ namespace {
 using namespace mpuevent::support;
 using namespace Pegasus;
 
-TEST(GenericDecoders, ShowThePayloadInHexAndTraceTheId) {
+TEST(UnknownEvents, ShowThePayloadInHexAndTraceTheId) {
   struct Case {
     std::uint8_t source;
     const char* summary;
     const char* trace;
   };
   const Case cases[] = {
+      {5,  "Unhandled Event by IOMGR8P",   "IOMGR8P_Event:98              :----: "},
+      {7,  "Unhandled Event by MIP",       "MIP8P_Event:96                :----: "},
+      {18, "Unhandled Event by STARTUPMP", "STARTUPMP_Event:259           :----: "},
+      {19, "***UNKNOWN EventID***",        "SYSTEM_CONFIGMP_Event:137     :----: "},
+      {24, "***UNKNOWN EventID***",        "NETWORK_CONFIGMP_Event:114    :----: "},
       {12, "Unhandled Event by ICHAR",     "ICHAR_Event:96                :----: "},
       {13, "Unhandled Event by OB0",       "OB0_Event:99                  :----: "},
       {14, "Unhandled Event by OB1",       "OB1_Event:99                  :----: "},
@@ -42,8 +47,8 @@ TEST(GenericDecoders, ShowThePayloadInHexAndTraceTheId) {
         RecordBuilder().source(c.source).id(26).payload(std::string("\x01\xAB\0\x7F", 4)).str());
     EXPECT_EQ(textsOf(*event), (Texts{"26", c.summary, "<Hex>01AB007F</Hex>"}));
     // The digits are decimal, whatever stands before them.
-    EXPECT_EQ(trace.lines(),
-              std::vector<std::string>{std::string(c.trace) + "Unknown EventID: 0x26"});
+    const char* const told = c.source == 18 ? "Unknown EventID: 26" : "Unknown EventID: 0x26";
+    EXPECT_EQ(trace.lines(), std::vector<std::string>{std::string(c.trace) + told});
   }
 }
 

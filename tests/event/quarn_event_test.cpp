@@ -73,15 +73,6 @@ TEST(BaseEvent, SettersReplaceWhatGettersAndStrShow) {
   EXPECT_EQ(fieldsOf(event), expected);
 }
 
-TEST(BaseEvent, EventTypeHasAWordAndANumber) {
-  const char* const words[] = {"", "Informational", "Warning", "Error", "", ""};
-  for (std::uint8_t type = 0; type < 6; ++type) {
-    Quarn_Event event = eventOf(RecordBuilder().type(type).str());
-    EXPECT_EQ(utf8(event.getEventType()), words[type]);
-    EXPECT_EQ(std::as_const(event).getEventType(), type <= 3 ? type : 0U);
-  }
-}
-
 TEST(BaseEvent, SerialNumbersEndAtTheirFieldAndKeepTheirBytes) {
   const std::string full(64, 'x');  // and no NUL
   const std::string utf8Text = "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80";
@@ -181,45 +172,25 @@ TEST(BaseEvent, TraceNumbersAreDecimalButForEventIdsThatFollowTheStream) {
   std::cout.flags(before);
 }
 
-// The golden text of the samples shows the names of the sources that have a decoder.
-TEST(Vocabularies, HaveGaps) {
+// The words are rows of a golden text.
+TEST(Vocabularies, TraceTheirGaps) {
   const Quarn_Event event(nullptr, 0);
   const TraceCapture trace;
-  const std::pair<unsigned int, const char*> sources[] = {
-      {0,          "iSCSI 1"   },
-      {11,         "MIP Local" },
-      {31,         "iSNS"      },
-      {32,         "32"        },
-      {33,         "ES Adapter"},
-      {34,         "34"        },
-      {0xFFFFFFFF, "-1"        },
-  };
-  for (const auto& [code, name] : sources) EXPECT_EQ(utf8(event.sourceFromEmpValue(code)), name);
-  const std::pair<unsigned int, const char*> categories[] = {
-      {0,  "0"     },
-      {1,  "System"},
-      {4,  "Device"},
-      {6,  "Device"},
-      {13, "iSNS"  },
-      {14, "14"    },
-  };
-  for (const auto& [code, word] : categories) {
-    EXPECT_EQ(utf8(event.categoryFromEmpValue(code)), word);
-  }
-  EXPECT_EQ(event.eventTypeFromEmpValue(3), 3U);
-  EXPECT_EQ(event.eventTypeFromEmpValue(4), 0U);
+  for (const unsigned int code : {0U, 31U, 32U, 33U}) event.sourceFromEmpValue(code);
+  EXPECT_EQ(utf8(event.sourceFromEmpValue(0xFFFFFFFF)), "-1");
+  for (const unsigned int code : {0U, 13U, 14U}) event.categoryFromEmpValue(code);
+  for (const unsigned int code : {3U, 4U}) event.eventTypeFromEmpValue(code);
   const std::string source =
       "Quarn_Event:173               :----: Quarn_Event::sourceFromEmpValue() has no case for "
       "source # ";
   const std::string category =
       "Quarn_Event:300               :----: Quarn_Event::categoryFromEmpValue() has no case for "
       "category # ";
-  EXPECT_EQ(
-      trace.lines(),
-      (std::vector<std::string>{
-          source + "32", source + "34", source + "4294967295", category + "0", category + "14",
-          "Quarn_Event:361               :----: Quarn_Event::eventTypeFromEmpValue() has no "
-          "case for Event Type # 4"}));
+  EXPECT_EQ(trace.lines(),
+            (std::vector<std::string>{
+                source + "32", source + "4294967295", category + "0", category + "14",
+                "Quarn_Event:361               :----: Quarn_Event::eventTypeFromEmpValue() has no "
+                "case for Event Type # 4"}));
 }
 
 }  // namespace

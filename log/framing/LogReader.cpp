@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "log/framing/IntactRecords.h"
+
 namespace mpuevent::log {
 
 namespace {
@@ -19,8 +21,9 @@ static_assert(2 * Lookahead::longestUnit + Lookahead::longestLook <= InputWindow
 
 }  // namespace
 
-LogReader::LogReader(ReadBytes read, LogForm form, Report report, IsIdle isIdle)
+LogReader::LogReader(ReadBytes read, LogForm form, Report report, IsIdle isIdle, ReadBytesAt readAt)
     : window_(std::move(read), std::move(isIdle)),
+      readAt_(std::move(readAt)),
       wanted_(form),
       ahead_(window_, form),
       report_(std::move(report)) {}
@@ -123,6 +126,7 @@ std::optional<Candidate> LogReader::peekUnitByLength(LogForm form) {
 }
 
 void LogReader::resynchronise() {
+  if (canTrustAllLengths()) return;
   constexpr std::size_t step = Lookahead::farthest;
   std::optional<std::size_t> next = cutAt_;
   if (!next) {
@@ -138,6 +142,36 @@ void LogReader::resynchronise() {
     next = ahead_.peekNext(0, step, gap_.length);
   }
   pass(next ? *next : window_.hold(1));
+}
+
+// Whether what is left is records whose lengths lead to the end. Asked once, where something does
+// not look like a record for the first time, of a log that has not shown better evidence before.
+bool LogReader::canTrustAllLengths() {
+  if (askedForAll_ || wanted_ == LogForm::messages) return false;
+  askedForAll_ = true;
+  if (accounting_.bytes() != accounting_.eventBytes || gap_.length != 0) return false;
+  if (accounting_.events != 0 &&
+      (ahead_.form() != LogForm::records || soundEvents_ * 2 >= accounting_.events)) {
+    return false;
+  }
+  std::optional<std::uint64_t> end;
+  if (readAt_) {
+    end = endOfIntactRecords(readAt_, window_.offset());
+  } else if (const std::size_t held = window_.holdUnlessIdle(InputWindow::farthest);
+             window_.ended()) {
+    const std::uint64_t offset = window_.offset();
+    const auto readAt = [&](std::uint64_t at, unsigned char* to, std::size_t room) {
+      const std::size_t from = std::min(static_cast<std::size_t>(at - offset), held);
+      const std::size_t count = std::min(room, held - from);
+      std::copy_n(window_.at(from), count, to);
+      return static_cast<long>(count);
+    };
+    end = endOfIntactRecords(readAt, offset);
+  }
+  if (!end) return false;
+  trusted_ = LogForm::records;
+  trustedTo_ = *end;
+  return true;
 }
 
 bool LogReader::canTrustLengths(std::size_t end, std::optional<std::size_t> next) {
@@ -177,6 +211,7 @@ void LogReader::take(LogUnit& unit, const Candidate& candidate) {
   }
   if (window_.offset() >= trustedTo_) ahead_.remember(candidate);
   accounting_.countEvent(candidate.length);
+  if (candidate.verdict == Verdict::sound) ++soundEvents_;
   unit.offset = offset;
   unit.header = header == 0 ? nullptr : window_.at(0);
   unit.record = {window_.at(header), candidate.length - header};

@@ -27,8 +27,11 @@ class LogReader {
   /// With a form other than automatic only that one is looked for, and an input that is not
   /// recognised is taken apart by the lengths in it. Findings are reported in the order of their
   /// offsets, before the unit that follows them; their bytes and the units' don't overlap, but for
-  /// those of Kind::lengthsDisagree. Without `isIdle` all of the input counts at once.
-  LogReader(ReadBytes read, LogForm form, Report report, IsIdle isIdle = {});
+  /// those of Kind::lengthsDisagree. Without `isIdle` all of the input counts at once. Without
+  /// `readAt` an intact log of records with strange serials is known as one only if all of it is in
+  /// view.
+  LogReader(ReadBytes read, LogForm form, Report report, IsIdle isIdle = {},
+            ReadBytesAt readAt = {});
   LogReader(const LogReader&) = delete;
   LogReader& operator=(const LogReader&) = delete;
 
@@ -61,6 +64,7 @@ class LogReader {
   // Moves on to the next unit or the end of the input, or finds that what is here can be taken by
   // its lengths up to there: then nothing moves.
   void resynchronise();
+  bool canTrustAllLengths();
   bool canTrustLengths(std::size_t end, std::optional<std::size_t> next);
   void pass(std::size_t count);
   void take(LogUnit& unit, const Candidate& candidate);
@@ -68,6 +72,7 @@ class LogReader {
   void tell(const Finding& finding);
 
   InputWindow window_;
+  const ReadBytesAt readAt_;
   const LogForm wanted_;
   Lookahead ahead_;
   Report report_;
@@ -79,6 +84,8 @@ class LogReader {
   LogForm trusted_ = LogForm::automatic;  // the form of what is taken by its lengths,
   std::uint64_t trustedTo_ = 0;           // up to this offset
   std::uint64_t searchedTo_ = 0;          // no unit begins before this offset
+  std::uint64_t soundEvents_ = 0;         // given out for more than their lengths
+  bool askedForAll_ = false;              // whether all lengths can be trusted
   bool changed_ = false;                  // the form has, which is told once
   std::size_t taken_ = 0;  // length of the unit given out last, which is still in view
 };

@@ -2,6 +2,7 @@
 #define MPUEVENT_LOG_INPUT_INPUTFILE_H
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace mpuevent::log {
@@ -18,6 +19,9 @@ class InputFile {
   /// As ReadBytes wants it.
   long read(unsigned char* to, std::size_t room) const;
 
+  /// As ReadBytesAt wants it; fails where a file has no places.
+  long readAt(std::uint64_t offset, unsigned char* to, std::size_t room) const;
+
   /// Whether nothing comes for now, as IsIdle wants it: waits a moment, so that a program that is
   /// writing is not taken for one that has stopped.
   bool idle() const;
@@ -25,6 +29,7 @@ class InputFile {
  private:
   int descriptor_;
   int error_;
+  long long begin_;  // where reading began; below 0 if there are no places
 };
 
 }  // namespace mpuevent::log

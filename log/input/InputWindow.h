@@ -12,6 +12,9 @@ namespace mpuevent::log {
 /// input, or an errno value negated when reading failed.
 using ReadBytes = std::function<long(unsigned char* to, std::size_t room)>;
 
+/// The same from any place of the input, which stays where it was; for sources that have places.
+using ReadBytesAt = std::function<long(std::uint64_t offset, unsigned char* to, std::size_t room)>;
+
 /// Whether the source has nothing to give for now, so that reading would wait.
 using IsIdle = std::function<bool()>;
 

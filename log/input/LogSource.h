@@ -12,7 +12,8 @@ namespace mpuevent::log {
 struct LogSource {
   std::string name;
   ReadBytes read;
-  IsIdle isIdle = {};  ///< none: never idle
+  IsIdle isIdle = {};       ///< none: never idle
+  ReadBytesAt readAt = {};  ///< none: it can be read but once
 };
 
 /// What becomes of the logs in a source, and of what is wrong with it.

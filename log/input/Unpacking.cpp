@@ -188,9 +188,9 @@ void forEachFile(const LogSource& packed, const LogVisitor& visitor, int depth) 
 
 void forEachLog(const LogSource& source, const LogVisitor& visitor, int depth) {
   Peeked peeked(source.read);
-  const LogSource whole{source.name,
-                        [&](unsigned char* to, std::size_t room) { return peeked.read(to, room); },
-                        [&] { return peeked.isGiven() && source.isIdle && source.isIdle(); }};
+  const LogSource whole{
+      source.name, [&](unsigned char* to, std::size_t room) { return peeked.read(to, room); },
+      [&] { return peeked.isGiven() && source.isIdle && source.isIdle(); }, source.readAt};
   const Packing packing = peeked.packing();
   if (packing == Packing::none) {
     visitor.visit(whole);

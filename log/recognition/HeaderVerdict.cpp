@@ -52,12 +52,15 @@ bool serialsAreAPattern(const Record& record) {
   return false;
 }
 
+int knownCodes(const Record& record) {
+  return (sourceIsKnown(record.source()) ? 1 : 0) + (typeIsKnown(record.type()) ? 1 : 0) +
+         (categoryIsKnown(record.category()) ? 1 : 0);
+}
+
 Verdict judgeHeader(const Record& record, const LogProfile& profile) {
   const bool known = profile.knowsSerials(record);
   if (known && (record.u8(0) != 0 || record.u8(kSerialSize) != 0)) return Verdict::sound;
-  const int codes = (sourceIsKnown(record.source()) ? 1 : 0) +
-                    (typeIsKnown(record.type()) ? 1 : 0) +
-                    (categoryIsKnown(record.category()) ? 1 : 0);
+  const int codes = knownCodes(record);
   const Serial enclosure = kindOf(record.bytes(0, kSerialSize));
   const Serial controller = kindOf(record.bytes(kSerialSize, kSerialSize));
   const bool empty = enclosure == Serial::empty && controller == Serial::empty;

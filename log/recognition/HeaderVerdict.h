@@ -18,6 +18,9 @@ enum class Verdict {
 /// Judges the header alone; `record` holds all of it.
 Verdict judgeHeader(const Record& record, const LogProfile& profile);
 
+/// How many of source, type and category are among those that the firmware has.
+int knownCodes(const Record& record);
+
 /// A quick look at the 152 bytes: false if judgeHeader() would find nothing that a search may take.
 bool mayBeHeader(const unsigned char* bytes, const LogProfile& profile);
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -128,6 +129,38 @@ TEST(LogReader, TakesAnIntactChainWhateverItsBytes) {
       readLog(record(1) + withNumber(record(2), 144, 2 + 155) + record(3) + record(4)),
       Lines({"0: #1, 153 bytes", "153: cut off: 154 bytes of 309, where another begins; skipped",
              "307: #3, 155 bytes", "462: #4, 156 bytes"}));
+}
+
+// More than can be in view, with serials of noise or none and codes that the firmware does not
+// have.
+TEST(LogReader, TakesAnIntactFileOfStrangeRecordsWhole) {
+  constexpr std::size_t records = 2000;
+  std::mt19937 random(11);
+  for (const bool empty : {false, true}) {
+    std::string file;
+    for (std::uint16_t number = 0; number < records; ++number) {
+      std::string one = record(number % 300);
+      std::generate_n(one.begin(), 128, [&] { return static_cast<char>(empty ? 0U : random()); });
+      if (number % 3 == 1) one[147] = one[148] = '\x7F';
+      file += one;
+    }
+    const auto countEvents = [](const std::string& bytes) {
+      LogReader reader(
+          source(bytes, std::string::npos), automatic, [](const Finding&) {}, {},
+          [&bytes](std::uint64_t offset, unsigned char* to, std::size_t room) {
+            const std::size_t at = std::min(static_cast<std::size_t>(offset), bytes.size());
+            return static_cast<long>(bytes.copy(reinterpret_cast<char*>(to), room, at));
+          });
+      LogUnit unit;
+      while (reader.next(unit)) continue;
+      EXPECT_EQ(reader.accounting().bytes(), bytes.size());
+      return reader.accounting().events;
+    };
+    EXPECT_EQ(countEvents(file), records) << empty;
+    // Lengths that lead past the end prove nothing.
+    file.pop_back();
+    EXPECT_LT(countEvents(file), records) << empty;
+  }
 }
 
 TEST(LogReader, DecodesNothingThatIsNoLog) {

@@ -75,7 +75,10 @@ void LogRun::readInput(const std::string& input, bool several) {
                                 output_.flush();
                                 return file.read(to, room);
                               },
-                              [&] { return file.idle(); }};
+                              [&] { return file.idle(); },
+                              [&](std::uint64_t offset, unsigned char* to, std::size_t room) {
+                                return file.readAt(offset, to, room);
+                              }};
   log::LogVisitor visitor;
   visitor.visit = [&](const log::LogSource& log) {
     const bool packed = log.name != input;
@@ -95,7 +98,7 @@ void LogRun::readLog(const LogFile& file, const log::LogSource& source) {
   if (beginFile_) beginFile_(file);
   log::LogReader reader(
       source.read, options_.form, [&](const log::Finding& finding) { tell(file, finding); },
-      source.isIdle);
+      source.isIdle, source.readAt);
   try {
     readUnits(file, reader);
   } catch (const Enough&) {

@@ -1,0 +1,32 @@
+#include "log/framing/IntactRecords.h"
+
+#include <array>
+
+#include "log/recognition/HeaderVerdict.h"
+
+namespace mpuevent::log {
+
+std::optional<std::uint64_t> endOfIntactRecords(const ReadBytesAt& readAt, std::uint64_t offset) {
+  const LogProfile nothingKnown{};
+  std::array<unsigned char, Record::headerSize> bytes;
+  const auto readAll = [&](std::uint64_t at, std::size_t count) {
+    return readAt(at, bytes.data(), count) == static_cast<long>(count);
+  };
+  std::uint64_t at = offset;
+  std::uint64_t records = 0;
+  std::uint64_t withCodes = 0;
+  std::uint64_t withText = 0;
+  for (; readAll(at, bytes.size()); ++records) {
+    if (isBlank(bytes.data(), bytes.size())) return std::nullopt;
+    const Record record(reinterpret_cast<const Pegasus::EmpEvLogMsg_s*>(bytes.data()), 0);
+    if (knownCodes(record) >= 2) ++withCodes;
+    if (judgeHeader(record, nothingKnown) >= Verdict::byText) ++withText;
+    at += Record::headerSize + record.structLength();
+  }
+  // Bytes of another kind hardly ever lead to the end, and their codes are all over the place.
+  const bool likely = withCodes * 2 >= records && withText * 2 < records;
+  const bool endsHere = records != 0 && readAll(at - 1, 1) && readAt(at, bytes.data(), 1) == 0;
+  return likely && endsHere ? std::optional<std::uint64_t>(at) : std::nullopt;
+}
+
+}  // namespace mpuevent::log

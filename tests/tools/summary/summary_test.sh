@@ -148,4 +148,20 @@ one = [message for message in log if log_of(message) == log_of(log[0])][:40]
 pulls = [with_id(m, 1000 + n) for n, m in enumerate(one)] + [with_id(m, 1 + n) for n, m in enumerate(one)]
 row, = summary(write("pulls", b"".join(pulls + pulls[-1:])))["logs"]
 assert [row[key] for key in ["events", "missing", "gaps", "repeats", "steps_back"]] == [81, 0, [], 1, 1]
+
+# Texts that are markup, and more logs, gaps, kinds and bytes of damage than a page has room for.
+hostile = []
+for number in range(4000):
+    serial = (b'"><script>&' * 6 if number % 3 else b"\xff\x1b<" * 21)[:60] + b"%03d" % (number % 300)
+    record = log[number % len(log)][64:]
+    record = serial.ljust(64, b"'") * 2 + record[128:136] + struct.pack(
+        ">2I", number * 7, dice.randrange(2**32)) + record[144:]
+    hostile.append(record + bytes(dice.randrange(256) for _ in range(30 if number % 100 == 0 else 0)))
+name = write("hostile", b"".join(hostile))
+subprocess.run([*tool, "summary", name, "--html", f"{here}/page.html"], capture_output=True)
+with open(f"{here}/page.html", encoding="utf-8") as file:
+    page = file.read()
+assert len(page.encode()) < 200_000, len(page.encode())
+assert page.endswith("</html>\n") and "<script" not in page and "\x1b" not in page
+assert "&quot;&gt;&lt;script&gt;&amp;" in page
 PYTHON

@@ -1,11 +1,32 @@
 #include "summary/SummaryCommand.h"
 
+#include <cerrno>
+#include <fstream>
+#include <system_error>
+#include <utility>
+
 #include "LogRun.h"
 #include "Output.h"
 #include "summary/Collector.h"
 #include "summary/SummaryForms.h"
 
 namespace mpuevent::tool {
+
+namespace {
+
+bool writePage(const std::string& name, const Summary& summary, const ChoosingOptions& choosing) {
+  TextBuffer page;
+  appendSummaryHtml(page, summary, choosing);
+  errno = 0;
+  std::ofstream file(name, std::ios::binary);
+  file.write(page.view().data(), static_cast<std::streamsize>(page.size()));
+  file.close();
+  if (file) return true;
+  complain(name + ": " + std::generic_category().message(errno));
+  return false;
+}
+
+}  // namespace
 
 ExitCode summary(const SummaryOptions& options) {
   Output output;
@@ -29,8 +50,9 @@ ExitCode summary(const SummaryOptions& options) {
   } else {
     appendSummaryText(output.text(), summary, options.choosing);
   }
+  const bool written = options.page.empty() || writePage(options.page, summary, options.choosing);
   output.close();
-  return run.exitCode();
+  return written ? run.exitCode() : ExitCode::failed;
 }
 
 }  // namespace mpuevent::tool

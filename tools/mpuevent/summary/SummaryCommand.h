@@ -1,6 +1,8 @@
 #ifndef MPUEVENT_TOOL_SUMMARY_SUMMARYCOMMAND_H
 #define MPUEVENT_TOOL_SUMMARY_SUMMARYCOMMAND_H
 
+#include <string>
+
 #include "ExitCode.h"
 #include "InputOptions.h"
 #include "choosing/ChoosingOptions.h"
@@ -14,6 +16,7 @@ struct SummaryOptions {
   InputOptions input;
   ChoosingOptions choosing;
   SummaryOutput output = SummaryOutput::text;
+  std::string page;  ///< where a page goes besides; empty: nowhere
 };
 
 /// The options must last until the command has been parsed.

@@ -9,6 +9,8 @@ namespace mpuevent::tool {
 
 /// Times are shown as dates if the options tell what they count from.
 void appendSummaryText(TextBuffer& to, const Summary& summary, const ChoosingOptions& choosing);
+/// A page of less than 200 KB that needs no other file and no network, and runs nothing.
+void appendSummaryHtml(TextBuffer& to, const Summary& summary, const ChoosingOptions& choosing);
 /// One JSON object.
 void appendSummaryJson(TextBuffer& to, const Summary& summary);
 

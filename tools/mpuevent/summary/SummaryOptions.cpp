@@ -11,6 +11,7 @@ of ids, with what is missing in it, are those of all that is read.
 
 Examples:
   mpuevent summary array.cmap
+  mpuevent summary array.cmap --html array.html
   mpuevent summary -r /var/log/arrays -o json | jq '.logs[].missing')";
 
 }  // namespace
@@ -26,6 +27,12 @@ void addSummaryOptions(CLI::App& command, SummaryOptions& options) {
   },
                                "text (default) or json")
       ->type_name("FORM")
+      ->group("Output");
+  command
+      .add_option("--html", options.page,
+                  "A page to look at as well, one file that needs\n"
+                  "no other and no network")
+      ->type_name("OUT")
       ->group("Output");
 }
 

@@ -101,7 +101,9 @@ void InputNames::addFilesOf(const std::string& directory) {
     const bool deeper =
         selection_.recursive && !entry->is_symlink(unknown) && entry->is_directory(unknown);
     if (name.starts_with('.') || !(deeper || entry->is_regular_file(unknown))) continue;
-    files.push_back(directory + (directory.ends_with('/') ? "" : "/") + name);
+    std::string& file = files.emplace_back(directory);
+    if (!file.ends_with('/')) file += '/';
+    file += name;
   }
   if (error) complain_(directory, error.message());
   std::sort(files.begin(), files.end(), std::greater<>());

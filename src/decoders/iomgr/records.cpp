@@ -259,7 +259,7 @@ void writeRun(BodyWriter& body, const DataArea& data, std::size_t at, const Reco
   const std::size_t end = std::min<std::size_t>(data.length, data.size());
   if (at >= end) return;
   const std::size_t count = (end - at - 1) / layout.size + 1;
-  forEachEntry(data, {at, layout.size, count}, [&](RecordView record, std::uint32_t) {
+  forEachEntry(data.from(0), {at, layout.size, count}, [&](RecordView record, std::uint32_t) {
     writeOwn(body, record, layout);
     return true;
   });

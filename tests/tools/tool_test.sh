@@ -146,6 +146,17 @@ same 'no fields' "$(grep -c '"body":"<Hex>68656C6C6F</Hex>","raw_event_type"' ou
 expect 0 decode -o jsonl --no-body log
 same 'no body' "$(grep -c 'by OB0","fields":\[{"key":"Hex"' out)" 2
 
+# Short
+expect 0 decode -o short --epoch unix hostile
+same 'short' "$(cat out)" '1970-07-15T16:57:40Z  2 Error         OB0        513: Unhandled Event by OB0'
+expect 0 decode -o short "$sample"
+mv out whole
+script -qec "stty cols 50; ${tool[*]} decode -o short --color always '$sample'" /dev/null </dev/null |
+  sed 's/\r$//' >coloured
+same 'short: errors are red' "$(grep -c '^.\[1;31m.* Error ' coloured)" "$(grep -c '^.\{13\} Error ' whole)"
+sed 's/\x1b\[[0-9;]*m//g' coloured >out
+cut -c 1-50 whole | cmp -s - out || fail 'short is not cut at the width of the terminal'
+
 # CSV
 if command -v python3 >/dev/null; then
   expect 0 decode -o csv --epoch unix "$sample"

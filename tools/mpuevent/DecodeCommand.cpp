@@ -1,5 +1,6 @@
 #include "DecodeCommand.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -32,6 +33,12 @@ bool colourWanted(Colour colour) {
          terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
+// Of the terminal; 0 if there is none.
+std::size_t terminalWidth() {
+  winsize size{};
+  return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
 void requireColumnsOf(OutputForm form, const std::string& columns) {
   const bool table = form == OutputForm::csv;
   if (!columns.empty() && !table && form != OutputForm::json && form != OutputForm::jsonl) {
@@ -44,6 +51,8 @@ void requireColumnsOf(OutputForm form, const std::string& columns) {
 
 std::unique_ptr<EventForm> makeForm(const DecodeOptions& options) {
   switch (options.output) {
+    case OutputForm::shortLine:
+      return makeShortForm(terminalWidth(), colourWanted(options.colour));
     case OutputForm::line:
       // A serial number must not command the terminal.
       return makeLineForm(options.exact && ::isatty(STDOUT_FILENO) == 0);

@@ -10,7 +10,7 @@
 
 namespace mpuevent::tool {
 
-enum class OutputForm { text, line, jsonl, json, csv, raw };
+enum class OutputForm { text, shortLine, line, jsonl, json, csv, raw };
 enum class Colour { automatic, always, never };
 
 /// `mpuevent decode`.

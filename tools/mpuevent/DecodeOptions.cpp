@@ -16,6 +16,7 @@ constexpr char kFooter[] = R"(Input forms:
 
 Output forms:
   text       one block of labelled lines an event
+  short      one line an event, what matters first, cut at the terminal's width
   line       one line an event, as the library prints it
   jsonl      one JSON object an event and line; "fields" is the Body taken apart
   json       one JSON array of these objects
@@ -60,14 +61,15 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
       ->group("Number of events");
   addWordOption<OutputForm>(command, "-o,--output", options.output,
                             {
-                                {"text",  OutputForm::text },
-                                {"line",  OutputForm::line },
-                                {"jsonl", OutputForm::jsonl},
-                                {"json",  OutputForm::json },
-                                {"csv",   OutputForm::csv  },
-                                {"raw",   OutputForm::raw  }
+                                {"text",  OutputForm::text     },
+                                {"short", OutputForm::shortLine},
+                                {"line",  OutputForm::line     },
+                                {"jsonl", OutputForm::jsonl    },
+                                {"json",  OutputForm::json     },
+                                {"csv",   OutputForm::csv      },
+                                {"raw",   OutputForm::raw      }
   },
-                            "text (default), line, jsonl, json, csv or raw")
+                            "text (default), short, line, jsonl, json, csv\nor raw")
       ->type_name("FORM")
       ->group("Output");
   addWordOption<ShowPayload>(command, "--payload", options.payload,
@@ -98,7 +100,7 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
           {"always", Colour::always   },
           {"never",  Colour::never    }
   },
-      "Coloured text: auto (default; on a terminal),\n"
+      "Coloured text, short: auto (default; on a terminal),\n"
       "always or never")
       ->type_name("WHEN")
       ->group("Output");

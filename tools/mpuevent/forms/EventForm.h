@@ -4,6 +4,7 @@
 #include <MPUEvent/FieldRecorder.h>
 #include <MPUEvent/Quarn_Event.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -56,6 +57,9 @@ class EventForm {
 /// A block of labelled lines for people, blank lines between the blocks, and a heading a file.
 /// `coloured` is for terminals.
 std::unique_ptr<EventForm> makeTextForm(ShowPayload payload, bool coloured);
+/// A line of time, slot, type, source, event id and Summary for people, cut at `width` columns (0:
+/// not cut), and coloured by the type.
+std::unique_ptr<EventForm> makeShortForm(std::size_t width, bool coloured);
 /// The event's `str()` and a line end; control characters in it are shown as in text unless it is
 /// to be `exact`.
 std::unique_ptr<EventForm> makeLineForm(bool exact);

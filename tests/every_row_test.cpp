@@ -148,6 +148,20 @@ void addSignals(GoldenRows& rows) {
   }
 }
 
+/// The header of a management message stands at the word that its text ends in; a partial message
+/// shows as many of its fields as the length tells.
+void addStartupMessages(GoldenRows& rows) {
+  using namespace std::string_view_literals;
+  for (const auto text : {"\n"sv, "abc\n"sv, "abcd\0"sv, "abcdefg\n"sv, "abc\0def\n"sv}) {
+    rows.add("message", recordOf(18, 2, letters(80).at(0).bytes(text)));
+  }
+  for (const std::uint32_t rest : {16U, 17U, 18U, 40U, 41U, 48U, 49U, 52U, 53U, 56U, 57U, ~0U}) {
+    const auto length = static_cast<std::uint16_t>(152 + 8 + rest);  // the last one wraps
+    const Payload payload = letters(300).at(0).bytes("abcdefg\n");
+    rows.add(label("message of", length), recordOf(18, 3, payload).structLength(length));
+  }
+}
+
 void addSystemConfiguration(GoldenRows& rows) {
   for (std::uint32_t id = 1999; id <= 2020; ++id) {
     for (std::uint8_t type = 0; type <= 4; ++type) {
@@ -261,6 +275,7 @@ TEST(EveryRow, ISNSC) {
 TEST(EveryRow, STARTUPMP) {
   GoldenRows rows("STARTUPMP");
   addSignals(rows);
+  addStartupMessages(rows);
   for (const Pegasus::ArcRegister& row : Pegasus::rtTavo4ArcRegsNames) {
     std::string told = std::to_string(row.offset) + " " + std::to_string(row.widthInBits) + " x" +
                        std::to_string(row.instanceCount);
@@ -283,6 +298,11 @@ TEST(EveryRow, NETWORK_CONFIGMP) {
   GoldenRows rows("NETWORK_CONFIGMP");
   for (std::uint32_t id = 999; id <= 1042; ++id) {
     rows.add(label("event", id), recordOf(24, id, Payload().text("text").bytes(letters(60).str())));
+  }
+  for (const std::uint32_t status : {0x410U, 0x411U}) {  // event and word need not agree
+    const Payload link = Payload().u32(0xFFFFFFF8).u32(0).u32(status).u8(0xA1).u8(0).u8(0xB2);
+    for (const std::uint32_t id : {1040U, 1041U})
+      rows.add(label("link", id), recordOf(24, id, link));
   }
   rows.check();
 }

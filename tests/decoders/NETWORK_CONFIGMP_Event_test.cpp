@@ -53,23 +53,6 @@ TEST(NetworkConfig, OffersEachBody) {
   }
 }
 
-TEST(NetworkConfig, ShowsTheStatusOfALinkAsEventAndWordTellIt) {
-  const auto link = [](std::uint16_t id, std::uint32_t port, std::uint32_t status) {
-    return decode(recordOf(id, Payload().u32(port).u32(0).u32(status).u8(0xA1).u8(0).u8(0xB2)));
-  };
-  const char title[] = "LAG Port Status Event";
-  const char end[] =
-      "</Operatioanl_Status> <Admin_State>178</Admin_State> "
-      "<Physical_BladeId>161</Physical_BladeId> ";
-  EXPECT_EQ(link(1041, 0xFFFFFFF8, 0x411),
-            (Texts{title, "LAG Port -8, Operational Status DOWN",
-                   std::string("<LAG_Port>-8</LAG_Port> <Operatioanl_Status>DOWN") + end}));
-  // They need not agree.
-  EXPECT_EQ(link(1041, 5, 0x410),
-            (Texts{title, "LAG Port 5, Operational Status DOWN",
-                   std::string("<LAG_Port>5</LAG_Port> <Operatioanl_Status>UP") + end}));
-}
-
 TEST(NetworkConfig, CutsTheSummaryButNotTheBody) {
   const std::string begin = std::string(250, 'a') + "bcdef";
   const RecordBuilder record = recordOf(1000, Payload().text(begin + "ghi"));

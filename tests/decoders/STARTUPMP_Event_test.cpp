@@ -6,12 +6,14 @@
 #include <vector>
 
 #include "support/DecodedEvent.h"
+#include "support/GoldenRows.h"
 #include "support/RecordBuilder.h"
 #include "support/TraceCapture.h"
 
 namespace {
 
 using mpuevent::support::decode;
+using mpuevent::support::letters;
 using mpuevent::support::Payload;
 using mpuevent::support::RecordBuilder;
 using mpuevent::support::TraceCapture;
@@ -64,71 +66,6 @@ TEST(StartupMessage, EndsWithItsPayload) {
     const auto event = decode(record(1, std::string(c.payload)).structLength(c.length).str());
     EXPECT_EQ(utf8(event->getSummary()), c.summary);
     EXPECT_EQ(utf8(event->getBody()), c.body);
-  }
-}
-
-/// The header of a management message at an offset that is a multiple of four, behind `text`.
-Payload channelHeader(std::string_view text, std::size_t offset) {
-  Payload payload;
-  payload.bytes(text).at(offset + 8).u64(0x8102830485860708).u16(0x890A);
-  payload.at(offset + 36).u32(0xFFFFFFF4);
-  payload.at(offset + 44).u64(0x0B0C0D0E8F101112).u32(0x00131415);
-  return payload;
-}
-
-const char wholeHeader[] =
-    "<Message_type>129</Message_type> <MMCH_version>2</MMCH_version> "
-    "<Message_length>33540</Message_length> <protocol>133</protocol> <type>8783624</type> "
-    "<requestor>137</requestor> <mmsg_cont>0x0a</mmsg_cont> <return_code>-12</return_code> "
-    "<general_use1>0x0b0c0d0e</general_use1> <general_use2>0x8f101112</general_use2> "
-    "<general_use3>0x00131415</general_use3> ";
-
-TEST(UnknownMessage, HasItsHeaderAtTheWordThatItsTextEndsIn) {
-  struct Case {
-    std::string_view text;
-    std::size_t headerOffset;
-    const char* shown;
-  };
-  const Case cases[] = {
-      {"\n",           0, ""       },
-      {"abc\n",        4, "abc"    },
-      {"abcd",         4, "abcd"   },
-      {"abcdefg\n",    8, "abcdefg"},
-      {"abc\0def\n"sv, 0, "abc"    },
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(bodyOf(2, channelHeader(c.text, c.headerOffset)),
-              std::string("<Text>") + c.shown + "</Text> <MMCH_contents>" + wholeHeader +
-                  "</MMCH_contents>")
-        << c.text;
-  }
-}
-
-TEST(PartialMessage, ShowsAsManyFieldsAsItsLengthTells) {
-  // And the first that is not shown.
-  const std::pair<std::uint32_t, const char*> cases[] = {
-      {16,         "protocol"    },
-      {17,         "requestor"   },
-      {18,         "mmsg_cont"   },
-      {40,         "return_code" },
-      {41,         "general_use1"},
-      {48,         "general_use1"},
-      {49,         "general_use2"},
-      {52,         "general_use2"},
-      {53,         "general_use3"},
-      {56,         "general_use3"},
-      {57,         "end"         },
-      {0xFFFFFFFF, "end"         }, // wraps
-  };
-  const std::string all = wholeHeader;
-  for (const auto& [rest, nextKey] : cases) {
-    const std::string payload = channelHeader("abcdefg\n", 8).padTo(300).str();
-    const auto length = static_cast<std::uint16_t>(152 + 8 + rest);
-    const auto event = decode(record(3, payload).structLength(length).str());
-    EXPECT_EQ(utf8(event->getBody()), "<Text>abcdefg</Text> <MMCH_contents>" +
-                                          all.substr(0, all.find(std::string("<") + nextKey)) +
-                                          "</MMCH_contents>")
-        << rest;
   }
 }
 
@@ -220,7 +157,7 @@ TEST(StartupBodies, CanBeHadFromARecordAlone) {
       {101, get_R5600_stack_dump          },
   };
   for (const auto& [id, body] : cases) {
-    const std::string bytes = record(id, channelHeader("text\n", 4).padTo(340).str()).str();
+    const std::string bytes = record(id, letters(340).at(0).bytes("text\n").str()).str();
     EXPECT_EQ(utf8(body(reinterpret_cast<EmpEvLogMsg_s const*>(bytes.data()))),
               utf8(decode(bytes)->getBody()));
     EXPECT_EQ(utf8(body(nullptr)), "");

@@ -49,6 +49,7 @@ svg .i,.bar .i{fill:var(--i);background:var(--i)}svg .o,.bar .o{fill:var(--o);ba
 svg .hole{fill:url(#hatch)}svg .pad{fill:var(--pad)}
 #hatch rect{fill:var(--hole);opacity:.16}#hatch path{stroke:var(--hole);stroke-width:1.5}
 table{width:100%;border-collapse:collapse}
+th,td:not(:first-child),.names{white-space:nowrap}
 th{font-weight:500;color:var(--soft);font-size:.82rem;text-align:right;padding:0 0 6px 12px}
 td{text-align:right;padding:7px 0 7px 12px;border-top:1px solid var(--line);vertical-align:top}
 th:first-child,td:first-child{text-align:left;padding-left:0}
@@ -62,7 +63,7 @@ li.plain{grid-template-columns:minmax(0,1fr)}
 li div{min-width:0}
 .key{display:inline-block;width:22px;height:10px;vertical-align:-1px;margin-right:4px}
 @media(max-width:560px){main{padding:18px 10px 32px}section,details{padding:14px 12px}
-.time{grid-template-columns:76px minmax(0,1fr);column-gap:6px}.names{font-size:.72rem}
+.time{grid-template-columns:88px minmax(0,1fr);column-gap:6px}.names{font-size:.74rem}
 th,td{padding-left:6px;font-size:.82rem}li{grid-template-columns:52px minmax(0,1fr)}
 .ends{font-size:.75rem}.tiles{grid-template-columns:1fr 1fr}}
 </style>

@@ -220,11 +220,12 @@ Lookahead::Chain Lookahead::peekChain(Candidate unit, std::size_t enough) {
 
 std::optional<std::size_t> Lookahead::peekUnitSwallowed(const Candidate& unit,
                                                         const Candidate& follower) {
+  if (unit.form != LogForm::records) return std::nullopt;
   const Record first = recordOf(unit);
   const Record last = recordOf(follower);
   const std::uint32_t missing = last.sequenceId() - first.sequenceId() - 1;
-  if (unit.form != LogForm::records || !sameLog(first, last) || missing == 0 ||
-      missing > unit.length / Record::headerSize || first.u8(0) == 0) {
+  if (missing == 0 || missing > unit.length / Record::headerSize || first.u8(0) == 0 ||
+      !sameLog(first, last)) {
     return std::nullopt;
   }
   const std::string_view serials = first.bytes(0, serialsSize);

@@ -186,7 +186,10 @@ bool LogReader::canTrustLengths(std::size_t end, std::optional<std::size_t> next
     const LogForm forms[] = {LogForm::messages, LogForm::records};
     for (const LogForm form : forms) {
       const bool wanted = wanted_ == LogForm::automatic || wanted_ == form;
-      const bool fits = !next || ahead_.peekUnit(*next, form).verdict >= Verdict::byCodes;
+      const Verdict after = next ? ahead_.peekUnit(*next, form).verdict : Verdict::byCodes;
+      // At the beginning there may be the end of a record, and its lengths lead anywhere.
+      const bool fits =
+          after >= Verdict::byCodes && (after != Verdict::sound || accounting_.events != 0);
       if (wanted && fits && ahead_.peekLengthsLeadTo(end, form)) return trust(form, end);
     }
   }

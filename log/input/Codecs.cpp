@@ -52,7 +52,7 @@ class Gzip : public Codec {
 
 class Xz : public Codec {
  public:
-  Xz() { restart(); }
+  Xz() { Xz::restart(); }
   ~Xz() override { lzma_end(&stream_); }
 
   Status run(Buffers& buffers) override {

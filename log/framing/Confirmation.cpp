@@ -48,6 +48,11 @@ bool Confirmation::peek() {
 Confirmation::Step Confirmation::withFollower(const Candidate& follower) {
   if (isOtherForm() && follower.form != found_.form) return Step::no;
   const Record next = ahead_.recordOf(follower);
+  // The end of a payload may have a length that leads to the first record.
+  if (ahead_.form() == LogForm::automatic && found_.verdict < Verdict::byText &&
+      follower.verdict == Verdict::sound && !sameSerials(ahead_.recordOf(found_), next)) {
+    return Step::no;
+  }
   const bool sameAsFound = sameLog(ahead_.recordOf(found_), next);
   const bool fits = sameAsFound && movesOn(sequenceId_, next.sequenceId());
   if (last_) return withLast(follower, sameAsFound, fits);

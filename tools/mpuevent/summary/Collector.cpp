@@ -143,7 +143,7 @@ std::size_t Collector::groupOf(const LogSummary& log) {
 }
 
 void Collector::keepError(const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
-  Error& error = errors_[errorCount_++ % mostErrors];
+  Error& error = errors_[static_cast<std::size_t>(errorCount_++ % mostErrors)];
   error.file = file.number;
   error.index = index;
   error.offset = unit.offset;
@@ -218,7 +218,7 @@ Summary Collector::finish() {
   summary_.leftOut.kindEvents = kinds_.leftOut();
   const std::uint64_t kept = std::min<std::uint64_t>(errorCount_, mostErrors);
   for (std::uint64_t at = errorCount_ - kept; at < errorCount_; ++at) {
-    summary_.lastErrors.push_back(describe(errors_[at % mostErrors]));
+    summary_.lastErrors.push_back(describe(errors_[static_cast<std::size_t>(at % mostErrors)]));
   }
   return std::move(summary_);
 }

@@ -33,15 +33,28 @@ void takeBlanks(std::string_view& text) {
   text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
 }
 
+/// Whether a tag stands at the beginning of `text`, which is moved behind it. A text of the record
+/// may have it that the characters of the decoder's own tags are escaped as well.
+bool takeTag(std::string_view& text, const std::string& tag) {
+  std::string_view rest = text;
+  for (const char character : tag) {
+    if (rest.starts_with('\\') && character != '\\') rest.remove_prefix(1);
+    if (!rest.starts_with(character)) return false;
+    rest.remove_prefix(1);
+  }
+  text = rest;
+  return true;
+}
+
 /// Whether the elements stand at the beginning of `body`, which is moved behind them.
 bool takeElements(std::string_view& body, const Value& elements) {
   for (const Value& element : elements.GetArray()) {
     const std::string key(textOf(element["key"]));
     takeBlanks(body);
-    if (!take(body, "<" + key + ">") ||
+    if (!takeTag(body, "<" + key + ">") ||
         !(element.HasMember("fields") ? takeElements(body, element["fields"])
                                       : take(body, textOf(element["value"]))) ||
-        !take(body, "</" + key + ">")) {
+        !takeTag(body, "</" + key + ">")) {
       return false;
     }
   }

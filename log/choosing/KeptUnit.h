@@ -16,7 +16,7 @@ class KeptUnit {
   /// `file` is any number that tells its file from others, `index` its place in there.
   KeptUnit(const LogUnit& unit, std::size_t file, std::uint64_t index)
       : file_(file), index_(index), offset_(unit.offset) {
-    if (unit.header != nullptr) bytes_.assign(unit.header, unit.header + headerSize);
+    if (unit.header != nullptr) bytes_.assign(unit.header, unit.header + messageHeaderSize);
     recordAt_ = bytes_.size();
     bytes_.insert(bytes_.end(), unit.record.begin(), unit.record.end());
   }
@@ -28,8 +28,6 @@ class KeptUnit {
   LogUnit unit() const { return {offset_, recordAt_ == 0 ? nullptr : bytes_.data(), record()}; }
 
  private:
-  static constexpr std::size_t headerSize = 64;
-
   std::size_t file_;
   std::uint64_t index_;
   std::uint64_t offset_;

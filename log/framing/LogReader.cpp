@@ -10,9 +10,8 @@ namespace mpuevent::log {
 
 namespace {
 
-constexpr std::size_t kMessageHeader = 64;
 constexpr std::size_t kMagics = 10;  // the longest that tells what a file is packed with
-constexpr std::size_t kSmallestMessage = kMessageHeader + Record::headerSize;
+constexpr std::size_t kSmallestMessage = messageHeaderSize + Record::headerSize;
 
 // The farthest look: behind a unit that begins within the one that begins at the last place.
 static_assert(Lookahead::farthest + Lookahead::longestUnit + Lookahead::longestLook <=
@@ -120,7 +119,7 @@ bool LogReader::peekMayBeTaken(const Candidate& unit) {
 std::optional<Candidate> LogReader::peekUnitByLength(LogForm form) {
   Candidate unit = ahead_.peekUnit(0, form);
   const bool complete =
-      unit.length >= Record::headerSize + (form == LogForm::messages ? kMessageHeader : 0);
+      unit.length >= Record::headerSize + (form == LogForm::messages ? messageHeaderSize : 0);
   if (!complete || !ahead_.peekWhole(unit.length)) return std::nullopt;
   return unit;
 }
@@ -200,14 +199,14 @@ bool LogReader::canTrustLengths(std::size_t end, std::optional<std::size_t> next
 }
 
 void LogReader::take(LogUnit& unit, const Candidate& candidate) {
-  const std::size_t header = candidate.form == LogForm::messages ? kMessageHeader : 0;
+  const std::size_t header = candidate.form == LogForm::messages ? messageHeaderSize : 0;
   const std::uint64_t offset = window_.offset();
   if (candidate.form != ahead_.form() && ahead_.form() != LogForm::automatic && !changed_) {
     changed_ = true;
     const bool toMessages = candidate.form == LogForm::messages;
     tell({toMessages ? Finding::Kind::nowMessages : Finding::Kind::nowRecords, offset});
   }
-  const std::size_t total = RecordView(window_.at(0), kMessageHeader).u16(10);
+  const std::size_t total = RecordView(window_.at(0), messageHeaderSize).u16(totalLengthAt);
   if (!candidate.agrees() || (header != 0 && candidate.length % 0x10000 != total)) {
     tell({Finding::Kind::lengthsDisagree, offset, candidate.length, total,
           candidate.lengthFromRecord});
@@ -228,7 +227,7 @@ void LogReader::pass(std::size_t count) {
     ++blank;
   }
   if (gap_.length == 0 && wanted_ != LogForm::records && count >= 12 && count < kSmallestMessage) {
-    gap_.tooShort = RecordView(bytes, count).u16(10) == count;
+    gap_.tooShort = RecordView(bytes, count).u16(totalLengthAt) == count;
   } else {
     gap_.tooShort = false;
   }

@@ -1,15 +1,20 @@
 #ifndef MPUEVENT_LOG_FRAMING_LOGUNIT_H
 #define MPUEVENT_LOG_FRAMING_LOGUNIT_H
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
 namespace mpuevent::log {
 
+/// The CMAP header before a message's record, and where in it the message's total length stands.
+constexpr std::size_t messageHeaderSize = 64;
+constexpr std::size_t totalLengthAt = 10;
+
 /// How a log file is laid out.
 enum class LogForm {
   automatic,  ///< either of the two below, or one after the other
-  messages,   ///< back to back: a 64-byte CMAP header and the record that it carries
+  messages,   ///< back to back: a CMAP header and the record that it carries
   records,    ///< back to back: raw records, each of 152 + `evStructLength` bytes
 };
 

@@ -10,9 +10,7 @@ namespace mpuevent::log {
 
 namespace {
 
-constexpr std::size_t kMessageHeader = 64;
-constexpr std::size_t kTotalLengthAt = 10;
-constexpr std::size_t kSmallestMessage = kMessageHeader + Record::headerSize;
+constexpr std::size_t kSmallestMessage = messageHeaderSize + Record::headerSize;
 // A total length counts modulo this.
 constexpr std::size_t kTotalLengths = 0x10000;
 // So many zeros behind a unit are no accident.
@@ -32,7 +30,7 @@ bool mayComeNext(const Record& from, const Record& to) {
 }  // namespace
 
 Record Lookahead::recordOf(const Candidate& unit) const {
-  return recordAt(window_.at(unit.at + (unit.form == LogForm::messages ? kMessageHeader : 0)));
+  return recordAt(window_.at(unit.at + (unit.form == LogForm::messages ? messageHeaderSize : 0)));
 }
 
 void Lookahead::remember(const Candidate& unit) {
@@ -44,11 +42,11 @@ void Lookahead::remember(const Candidate& unit) {
 
 Candidate Lookahead::message(std::size_t at) {
   const unsigned char* bytes = window_.at(at);
-  const Record record = recordAt(bytes + kMessageHeader);
-  const std::size_t total = RecordView(bytes, kMessageHeader).u16(kTotalLengthAt);
+  const Record record = recordAt(bytes + messageHeaderSize);
+  const std::size_t total = RecordView(bytes, messageHeaderSize).u16(totalLengthAt);
   Candidate unit{Verdict::none, LogForm::messages, at, total,
                  kSmallestMessage + record.structLength()};
-  if (total < kMessageHeader && total + kTotalLengths == unit.lengthFromRecord) {
+  if (total < messageHeaderSize && total + kTotalLengths == unit.lengthFromRecord) {
     unit.length = unit.lengthFromRecord;
   }
   if (unit.agrees()) {

@@ -7,7 +7,6 @@ namespace mpuevent::log {
 
 namespace {
 
-constexpr std::size_t kSerialSize = 64;
 constexpr unsigned kLastSource = 33;
 constexpr unsigned kLastType = 3;
 constexpr unsigned kLastCategory = 13;
@@ -59,10 +58,14 @@ int knownCodes(const Record& record) {
 
 Verdict judgeHeader(const Record& record, const LogProfile& profile) {
   const bool known = profile.knowsSerials(record);
-  if (known && (record.u8(0) != 0 || record.u8(kSerialSize) != 0)) return Verdict::sound;
+  if (known && (record.u8(Record::enclosureSerialNumberAt) != 0 ||
+                record.u8(Record::controllerSerialNumberAt) != 0))
+    return Verdict::sound;
   const int codes = knownCodes(record);
-  const Serial enclosure = kindOf(record.bytes(0, kSerialSize));
-  const Serial controller = kindOf(record.bytes(kSerialSize, kSerialSize));
+  const Serial enclosure =
+      kindOf(record.bytes(Record::enclosureSerialNumberAt, Record::serialSize));
+  const Serial controller =
+      kindOf(record.bytes(Record::controllerSerialNumberAt, Record::serialSize));
   const bool empty = enclosure == Serial::empty && controller == Serial::empty;
   if (enclosure == Serial::text && controller == Serial::text) {
     const bool slotIsSmall = record.controllerSlot() < kManySlots;
@@ -81,10 +84,12 @@ Verdict judgeHeader(const Record& record, const LogProfile& profile) {
 }
 
 bool mayBeHeader(const unsigned char* bytes, const LogProfile& profile) {
-  const bool codes =
-      typeIsKnown(bytes[147]) && categoryIsKnown(bytes[148]) && sourceIsKnown(bytes[146]);
+  const bool codes = typeIsKnown(bytes[Record::typeAt]) &&
+                     categoryIsKnown(bytes[Record::categoryAt]) &&
+                     sourceIsKnown(bytes[Record::sourceAt]);
   // A text in each field ends with a NUL, at the latest in its last byte.
-  const bool texts = bytes[0] > ' ' && bytes[kSerialSize] > ' ' && bytes[kSerialSize - 1] == 0 &&
+  const bool texts = bytes[0] > ' ' && bytes[Record::controllerSerialNumberAt] > ' ' &&
+                     bytes[Record::controllerSerialNumberAt - 1] == 0 &&
                      bytes[serialsSize - 1] == 0;
   return codes || texts || profile.mayKnowSerials(bytes);
 }

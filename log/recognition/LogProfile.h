@@ -12,7 +12,7 @@
 namespace mpuevent::log {
 
 /// Both serial numbers, which open a record.
-constexpr std::size_t serialsSize = 128;
+constexpr std::size_t serialsSize = 2 * Record::serialSize;
 
 bool sameSerials(const Record& one, const Record& other);
 /// Whether both are by the same controller in the same log, so that their sequence ids compare.

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <utility>
 
+#include "event/HexDigits.h"
 #include "event/Text.h"
 
 namespace mpuevent {
@@ -14,13 +15,6 @@ namespace {
 
 constexpr std::size_t longestNumber = 26;
 constexpr std::size_t longestWord = 12;  // with what stands before it
-
-constexpr auto hexPairs = [] {
-  constexpr char digits[] = "0123456789ABCDEF";
-  std::array<std::array<char, 2>, 256> pairs{};
-  for (std::size_t i = 0; i < pairs.size(); ++i) pairs[i] = {digits[i >> 4], digits[i & 0xF]};
-  return pairs;
-}();
 
 template <std::size_t width>
 void copyEnds(char* place, const char* from, std::size_t size) {

@@ -92,7 +92,24 @@ class RecordView {
 /// A record: its header fields, and its payload.
 class Record : public RecordView {
  public:
+  static constexpr std::size_t serialSize = 64;  ///< of each of the two serial number fields
   static constexpr std::size_t headerSize = 152;
+
+  /// Where each field of the header stands.
+  enum Offset : std::size_t {
+    enclosureSerialNumberAt = 0,
+    controllerSerialNumberAt = 64,
+    controllerSlotAt = 128,
+    logInstanceAt = 132,
+    sequenceIdAt = 136,
+    timestampAt = 140,
+    structLengthAt = 144,
+    sourceAt = 146,
+    typeAt = 147,
+    categoryAt = 148,
+    idVersionAt = 149,
+    idAt = 150,
+  };
 
   /// The header of a record that is not null is there whole: `length` only tells how much of the
   /// payload is held behind it, below 152 nothing.
@@ -105,18 +122,22 @@ class Record : public RecordView {
     return {record, static_cast<int>(headerSize + Record(record, 0).structLength())};
   }
 
-  std::string_view enclosureSerialNumber() const { return text(0, 64); }
-  std::string_view controllerSerialNumber() const { return text(64, 64); }
-  std::uint32_t controllerSlot() const { return u32(128); }
-  std::uint32_t logInstance() const { return u32(132); }
-  std::uint32_t sequenceId() const { return u32(136); }
-  std::uint32_t timestamp() const { return u32(140); }
-  std::uint16_t structLength() const { return u16(144); }
-  std::uint8_t source() const { return u8(146); }
-  std::uint8_t type() const { return u8(147); }
-  std::uint8_t category() const { return u8(148); }
-  std::uint8_t idVersion() const { return u8(149); }
-  std::uint16_t id() const { return u16(150); }
+  std::string_view enclosureSerialNumber() const {
+    return text(enclosureSerialNumberAt, serialSize);
+  }
+  std::string_view controllerSerialNumber() const {
+    return text(controllerSerialNumberAt, serialSize);
+  }
+  std::uint32_t controllerSlot() const { return u32(controllerSlotAt); }
+  std::uint32_t logInstance() const { return u32(logInstanceAt); }
+  std::uint32_t sequenceId() const { return u32(sequenceIdAt); }
+  std::uint32_t timestamp() const { return u32(timestampAt); }
+  std::uint16_t structLength() const { return u16(structLengthAt); }
+  std::uint8_t source() const { return u8(sourceAt); }
+  std::uint8_t type() const { return u8(typeAt); }
+  std::uint8_t category() const { return u8(categoryAt); }
+  std::uint8_t idVersion() const { return u8(idVersionAt); }
+  std::uint16_t id() const { return u16(idAt); }
 
   /// All that is held behind the header, whatever `evStructLength` says.
   RecordView payload() const { return from(headerSize); }

@@ -17,8 +17,8 @@ EventDecoder::MessageHeader EventDecoder::messageHeader(const log::LogUnit& unit
   // An envelope reads (total length - 64) bytes modulo 2^16: a total length that wraps below 64
   // stands for the records that are too long for a message.
   const std::size_t total = header.size() + std::min(unit.record.size(), longestRecord);
-  header[10] = static_cast<unsigned char>(total >> 8 & 0xFF);
-  header[11] = static_cast<unsigned char>(total & 0xFF);
+  header[log::totalLengthAt] = static_cast<unsigned char>(total >> 8 & 0xFF);
+  header[log::totalLengthAt + 1] = static_cast<unsigned char>(total & 0xFF);
   return header;
 }
 

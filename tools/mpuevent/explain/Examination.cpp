@@ -9,8 +9,6 @@ namespace mpuevent::tool {
 
 namespace {
 
-constexpr std::size_t kRecordHeader = 152;
-
 // One bit each, in an order that does not leave the high ones to the end: not always all are tried.
 constexpr std::array<unsigned char, 8> kMasks = {0x01, 0x80, 0x10, 0x04, 0x40, 0x02, 0x20, 0x08};
 constexpr unsigned kLastMask = 0xFF;
@@ -40,7 +38,7 @@ void addName(std::string& to, std::string_view name) {
 
 Examination::Examination(const log::LogUnit& unit, std::chrono::milliseconds limit)
     : specimen_(unit),
-      firstByte_(unit.header == nullptr ? Specimen::messageHeaderSize : 0),
+      firstByte_(unit.header == nullptr ? log::messageHeaderSize : 0),
       begin_(std::chrono::steady_clock::now()),
       limit_(limit),
       findings_(specimen_.bytes().size()) {}
@@ -230,10 +228,10 @@ std::vector<ByteRun> Examination::runs() {
   for (std::size_t at = firstByte_; at < findings_.size(); ++at) {
     const Finding& finding = findings_[at];
     const auto offset =
-        static_cast<std::ptrdiff_t>(at) - static_cast<std::ptrdiff_t>(Specimen::messageHeaderSize);
-    const Part part = offset < 0                                         ? Part::message
-                      : static_cast<std::size_t>(offset) < kRecordHeader ? Part::header
-                                                                         : Part::payload;
+        static_cast<std::ptrdiff_t>(at) - static_cast<std::ptrdiff_t>(log::messageHeaderSize);
+    const Part part = offset < 0                                              ? Part::message
+                      : static_cast<std::size_t>(offset) < Record::headerSize ? Part::header
+                                                                              : Part::payload;
     const bool same =
         last != nullptr && finding.known == last->known && finding.effect == last->effect;
     std::string field = same ? runs.back().field : label(finding, names);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -17,6 +18,8 @@
 #include "explain/HexText.h"
 #include "forms/EventForm.h"
 #include "forms/Numbers.h"
+#include "log/choosing/KeptUnit.h"
+#include "log/choosing/RecordBytes.h"
 #include "log/input/InputFile.h"
 
 namespace mpuevent::tool {
@@ -27,45 +30,7 @@ using namespace std::chrono_literals;
 
 // With this, the longest record takes less than a second.
 constexpr auto kLimit = 800ms;
-constexpr std::size_t kMessageHeader = EventDecoder::MessageHeader().size();
-constexpr std::size_t kRecordHeader = 152;
-constexpr std::size_t kTotalLengthAt = 10;  // in a message header
-constexpr std::size_t kSequenceIdAt = 136;
-constexpr std::size_t kStructLengthAt = 144;
 constexpr std::size_t kMostNamed = 8;
-
-/// An event's bytes, kept.
-class Kept {
- public:
-  void keep(const log::LogUnit& unit, std::uint64_t index) {
-    header_.assign(unit.header, unit.header == nullptr ? nullptr : unit.header + kMessageHeader);
-    record_.assign(unit.record.begin(), unit.record.end());
-    offset_ = unit.offset;
-    index_ = index;
-  }
-
-  bool any() const { return !record_.empty(); }
-  std::uint64_t index() const { return index_; }
-  log::LogUnit unit() const {
-    return {offset_, header_.empty() ? nullptr : header_.data(), record_};
-  }
-
- private:
-  std::vector<unsigned char> header_;
-  std::vector<unsigned char> record_;
-  std::uint64_t offset_ = 0;
-  std::uint64_t index_ = 0;
-};
-
-std::size_t lengthAt(std::span<const unsigned char> bytes, std::size_t at) {
-  return std::size_t{bytes[at]} << 8 | bytes[at + 1];
-}
-
-std::uint32_t sequenceId(const log::LogUnit& unit) {
-  std::uint32_t id = 0;
-  for (const unsigned char byte : unit.record.subspan(kSequenceIdAt, 4)) id = id << 8 | byte;
-  return id;
-}
 
 std::string_view shownName(const ExplainOptions& options) {
   return options.file == "-" ? std::string_view("standard input") : options.file;
@@ -77,8 +42,9 @@ void report(const ExplainOptions& options, std::string_view text) {
 
 bool matches(const ExplainOptions& options, const log::LogUnit& unit, std::uint64_t index) {
   if (options.index) return index == *options.index;
-  if (options.sequence) return sequenceId(unit) == *options.sequence;
-  const std::size_t size = (unit.header == nullptr ? 0 : kMessageHeader) + unit.record.size();
+  if (options.sequence) return log::recordOf(unit.record).sequenceId() == *options.sequence;
+  const std::size_t size =
+      (unit.header == nullptr ? 0 : log::messageHeaderSize) + unit.record.size();
   return *options.at >= unit.offset && *options.at - unit.offset < size;
 }
 
@@ -112,7 +78,8 @@ void reportNothing(const ExplainOptions& options, std::uint64_t events) {
 }
 
 // The event that was asked for, in the first log that has it, and what became of the logs.
-ExitCode findEvent(const ExplainOptions& options, Output& output, Kept& found) {
+ExitCode findEvent(const ExplainOptions& options, Output& output,
+                   std::optional<log::KeptUnit>& found) {
   InputOptions input;
   input.selection.names = {options.file};
   input.form = options.form;
@@ -123,39 +90,41 @@ ExitCode findEvent(const ExplainOptions& options, Output& output, Kept& found) {
   run.forEachUnit([&](const LogFile&, const log::LogUnit& unit, std::uint64_t index) {
     ++events;
     if (!matches(options, unit, index)) return;
-    if (!found.any()) {
-      found.keep(unit, index);
+    if (!found) {
+      found.emplace(unit, 0, index);
     } else {
       others.push_back(index);
     }
   });
   if (!others.empty()) reportOthers(options, others);
-  if (!found.any() && events != 0) reportNothing(options, events);
-  return found.any() || run.exitCode() != decodedAll ? run.exitCode() : nothingDecoded;
+  if (!found && events != 0) reportNothing(options, events);
+  return found || run.exitCode() != decodedAll ? run.exitCode() : nothingDecoded;
 }
 
 // One message or record. Pasted text may hold less than all of it; what there is can be decoded.
 ExitCode takeEvent(const ExplainOptions& options, std::span<const unsigned char> bytes,
-                   Kept& found) {
-  const std::size_t smallest = kMessageHeader + kRecordHeader;
-  const std::size_t total = bytes.size() < smallest ? 0 : lengthAt(bytes, kTotalLengthAt);
+                   std::optional<log::KeptUnit>& found) {
+  const std::size_t smallest = log::messageHeaderSize + Record::headerSize;
+  const std::size_t total =
+      bytes.size() < smallest ? 0 : RecordView(bytes.data(), bytes.size()).u16(log::totalLengthAt);
   const bool looksLikeMessage =
-      total >= smallest && (total == bytes.size() ||
-                            total == smallest + lengthAt(bytes, kMessageHeader + kStructLengthAt));
+      total >= smallest &&
+      (total == bytes.size() ||
+       total == smallest + log::recordOf(bytes.subspan(log::messageHeaderSize)).structLength());
   const bool message = options.form == log::LogForm::messages ||
                        (options.form == log::LogForm::automatic && looksLikeMessage);
-  const auto record = bytes.subspan(std::min(bytes.size(), message ? kMessageHeader : 0));
-  if (record.size() < kRecordHeader) {
+  const auto record = bytes.subspan(std::min(bytes.size(), message ? log::messageHeaderSize : 0));
+  if (record.size() < Record::headerSize) {
     report(options, std::to_string(bytes.size()) + " bytes are no " +
                         (message ? "message" : "record") + ": it has " +
-                        std::to_string(message ? smallest : kRecordHeader) + " or more");
+                        std::to_string(message ? smallest : Record::headerSize) + " or more");
     return inputDamaged;
   }
   const std::size_t length = looksLikeMessage && message
-                                 ? total - kMessageHeader
-                                 : kRecordHeader + lengthAt(record, kStructLengthAt);
+                                 ? total - log::messageHeaderSize
+                                 : Record::headerSize + log::recordOf(record).structLength();
   const std::size_t held = std::min(length, record.size());
-  found.keep({0, message ? bytes.data() : nullptr, record.first(held)}, 0);
+  found.emplace(log::LogUnit{0, message ? bytes.data() : nullptr, record.first(held)}, 0, 0);
   if (record.size() > held) {
     report(options, std::to_string(record.size() - held) + " bytes behind the record left out");
   }
@@ -165,7 +134,7 @@ ExitCode takeEvent(const ExplainOptions& options, std::span<const unsigned char>
   return inputDamaged;
 }
 
-ExitCode readHexEvent(const ExplainOptions& options, Kept& found) {
+ExitCode readHexEvent(const ExplainOptions& options, std::optional<log::KeptUnit>& found) {
   const log::InputFile file(options.file);
   if (options.file == "-" && ::isatty(STDIN_FILENO) != 0) {
     report(options, "reads a terminal; Ctrl-D ends what is pasted");
@@ -183,7 +152,7 @@ ExitCode readHexEvent(const ExplainOptions& options, Kept& found) {
   return failed;
 }
 
-void writeEvent(const ExplainOptions& options, const Kept& found, TextBuffer& to) {
+void writeEvent(const ExplainOptions& options, const log::KeptUnit& found, TextBuffer& to) {
   const log::LogUnit unit = found.unit();
   const Pegasus::FieldRecorder fields;
   const auto event = EventDecoder::decode(EventDecoder::messageHeader(unit), unit.record);
@@ -202,17 +171,17 @@ ExitCode explain(const ExplainOptions& options) {
     return failed;
   }
   Output output;
-  Kept found;
+  std::optional<log::KeptUnit> found;
   const ExitCode result =
       options.hex ? readHexEvent(options, found) : findEvent(options, output, found);
-  if (found.any()) {
-    const std::vector<ByteRun> runs = Examination(found.unit(), kLimit).runs();
+  if (found) {
+    const std::vector<ByteRun> runs = Examination(found->unit(), kLimit).runs();
     if (options.output == ExplainOutput::json) {
-      appendExplainedJson(output.text(), found.unit(), runs);
+      appendExplainedJson(output.text(), found->unit(), runs);
     } else {
-      appendExplainedDump(output.text(), found.unit(), runs);
+      appendExplainedDump(output.text(), found->unit(), runs);
       output.text() += '\n';
-      writeEvent(options, found, output.text());
+      writeEvent(options, *found, output.text());
     }
   }
   output.close();

@@ -23,7 +23,7 @@ constexpr std::array<std::string_view, 3> kHeadings = {"Message header", "Record
 
 Bytes bytesOf(const log::LogUnit& unit, const ByteRun& run) {
   if (run.part == Part::message) {
-    return {unit.header + Specimen::messageHeaderSize + run.offset, run.length};
+    return {unit.header + log::messageHeaderSize + run.offset, run.length};
   }
   return unit.record.subspan(static_cast<std::size_t>(run.offset), run.length);
 }

@@ -105,15 +105,14 @@ std::vector<std::string_view> dumpWords(std::string_view line, bool colon) {
 
 // Words of more than a byte are numbers of the machine that wrote the dump, but for xxd's.
 void appendWord(std::string_view word, bool swapped, bool octal, Row& row) {
-  std::string digits(word);
-  if (octal) {
-    digits.assign(4, '0');
-    std::uint64_t number = numberOf(word, 8);
-    for (std::size_t i = digits.size(); i-- > 0; number /= 16)
-      digits[i] = "0123456789abcdef"[number % 16];
-  }
   const std::size_t begin = row.bytes.size();
-  appendDigits(digits, row.bytes);
+  if (octal) {
+    const std::uint64_t number = numberOf(word, 8);
+    row.bytes.push_back(static_cast<unsigned char>(number >> 8 & 0xFF));
+    row.bytes.push_back(static_cast<unsigned char>(number & 0xFF));
+  } else {
+    appendDigits(word, row.bytes);
+  }
   if (swapped)
     std::reverse(row.bytes.begin() + static_cast<std::ptrdiff_t>(begin), row.bytes.end());
 }

@@ -10,6 +10,7 @@
 
 #include "EventDecoder.h"
 #include "forms/Utf8.h"
+#include "log/choosing/RecordBytes.h"
 
 namespace mpuevent::tool {
 
@@ -17,11 +18,6 @@ namespace {
 
 using Pegasus::RecordedField;
 using Pegasus::String;
-
-// Where a record holds the numbers that an event does not keep as they are.
-constexpr std::size_t kStructLengthAt = 144;
-constexpr std::size_t kIdVersionAt = 149;
-constexpr std::size_t kIdAt = 150;
 
 // In the order of the header's bytes.
 constexpr std::string_view kHeaderNames[] = {
@@ -102,7 +98,7 @@ Specimen::Specimen(const log::LogUnit& unit) {
 }
 
 Specimen::Facts Specimen::decode() const {
-  const auto record = std::span(bytes_).subspan(messageHeaderSize);
+  const auto record = std::span(bytes_).subspan(log::messageHeaderSize);
   EventDecoder::MessageHeader header;
   std::copy_n(bytes_.begin(), header.size(), header.begin());
   Facts facts;
@@ -113,14 +109,14 @@ Specimen::Facts Specimen::decode() const {
     // The header promises more bytes than there are.
   }
   if (event == nullptr) return facts;
-  const auto u16 = [&record](std::size_t at) { return record[at] * 256U + record[at + 1]; };
+  const Record fields = log::recordOf(record);
   facts.decoder = EventDecoder::className(*event);
   facts.texts = {event->getEnclosureSerialNumber(), event->getControllerSerialNumber(),
                  event->getSource(), event->getCategory()};
   facts.numbers = {event->getControllerSlotID(), event->getEventLogInstanceNumber(),
                    event->getSequenceID(),       event->getTimestamp(),
-                   u16(kStructLengthAt),         std::as_const(*event).getEventType(),
-                   record[kIdVersionAt],         u16(kIdAt)};
+                   fields.structLength(),        std::as_const(*event).getEventType(),
+                   fields.idVersion(),           fields.id()};
   facts.eventId = event->getEventID();
   facts.summary = event->getSummary();
   facts.body = event->getBody();

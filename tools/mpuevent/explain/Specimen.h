@@ -41,7 +41,6 @@ class Specimen {
   /// The message header (zeros if the record had none) and the record: for the caller to change
   /// bytes, and to change them back.
   std::span<unsigned char> bytes() { return bytes_; }
-  static constexpr std::size_t messageHeaderSize = Pegasus::CMAPMessageHeader::wireSize;
 
   /// Adds to `effect` what the event of the bytes as they are now differs in from the first one.
   void compare(Effect& effect);

@@ -3,24 +3,9 @@
 #include <utility>
 
 #include "EventDecoder.h"
+#include "log/choosing/RecordBytes.h"
 
 namespace mpuevent::tool {
-
-namespace {
-
-// Where a record holds the lengths and codes that a decoded event does not keep as they are.
-constexpr std::size_t kStructLengthAt = 144;
-constexpr std::size_t kSourceAt = 146;
-constexpr std::size_t kEventTypeAt = 147;
-constexpr std::size_t kCategoryAt = 148;
-constexpr std::size_t kIdVersionAt = 149;
-constexpr std::size_t kIdAt = 150;
-
-unsigned u16At(std::span<const unsigned char> record, std::size_t at) {
-  return unsigned{record[at]} << 8 | record[at + 1];
-}
-
-}  // namespace
 
 // Unlike the other texts, which the event holds, this one is made anew for every caller.
 PaddedView EventFacts::eventTypeText(Pegasus::Quarn_Event& event) {
@@ -39,7 +24,7 @@ bool EventFacts::payloadWanted() const {
 
 void EventFacts::read(const DecodedEvent& decoded) {
   Pegasus::Quarn_Event& event = decoded.event;
-  const std::span<const unsigned char> record = decoded.record;
+  const Record record = log::recordOf(decoded.record);
   auto text = texts_.begin();
   const auto utf8 = [&text](const Pegasus::String& field) { return (text++)->assign(field); };
 
@@ -55,14 +40,14 @@ void EventFacts::read(const DecodedEvent& decoded) {
   timeText_.clear();
   if (decoded.time) appendDate(timeText_, *decoded.time);
   time_ = timeText_.view();
-  sourceCode_ = record[kSourceAt];
+  sourceCode_ = record.source();
   source_ = utf8(event.getSource());
-  categoryCode_ = record[kCategoryAt];
+  categoryCode_ = record.category();
   category_ = utf8(event.getCategory());
   eventTypeCode_ = std::as_const(event).getEventType();
   eventType_ = eventTypeText(event);
-  eventCode_ = u16At(record, kIdAt);
-  eventIdVersion_ = record[kIdVersionAt];
+  eventCode_ = record.id();
+  eventIdVersion_ = record.idVersion();
   eventId_ = utf8(event.getEventID());
   summary_ = utf8(event.getSummary());
   const Pegasus::String body = event.getBody();
@@ -70,11 +55,11 @@ void EventFacts::read(const DecodedEvent& decoded) {
   fieldsKnown_ = decoded.fields != nullptr && decoded.fields->isComplete();
   if (fieldsKnown_) fields_.take(*decoded.fields, body_, body.size());
 
-  rawEventType_ = record[kEventTypeAt];
+  rawEventType_ = record.type();
   recordLength_ = record.size();
-  structLength_ = u16At(record, kStructLengthAt);
+  structLength_ = record.structLength();
   payload_.reset();
-  if (payloadWanted()) payload_ = record.subspan(headerSize);
+  if (payloadWanted()) payload_ = decoded.record.subspan(Record::headerSize);
   readFile(decoded.file);
 }
 

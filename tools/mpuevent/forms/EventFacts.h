@@ -15,6 +15,7 @@
 #include "FactKey.h"
 #include "PaddedView.h"
 #include "Utf8.h"
+#include "event/RecordView.h"
 
 namespace mpuevent::tool {
 
@@ -75,9 +76,7 @@ class EventFacts {
   }
 
  private:
-  static constexpr std::size_t headerSize = 152;
-
-  bool lengthsAgree() const { return recordLength_ == headerSize + structLength_; }
+  bool lengthsAgree() const { return recordLength_ == Record::headerSize + structLength_; }
   PaddedView eventTypeText(Pegasus::Quarn_Event& event);
   void readFile(std::optional<std::string_view> file);
   bool payloadWanted() const;

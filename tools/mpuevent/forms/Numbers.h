@@ -6,6 +6,7 @@
 #include <span>
 
 #include "TextBuffer.h"
+#include "event/HexDigits.h"
 
 namespace mpuevent::tool {
 
@@ -21,14 +22,6 @@ inline void appendDecimal(TextBuffer& to, std::uint64_t number) { appendNumber(t
 inline void appendHex(TextBuffer& to, std::uint64_t number) {
   to += "0x";
   appendNumber(to, number, 16);
-}
-
-/// Writes two upper-case digits; returns the end.
-inline char* writeHexByte(char* to, unsigned char byte) {
-  constexpr char digits[] = "0123456789ABCDEF";
-  *to++ = digits[byte >> 4];
-  *to++ = digits[byte & 0xF];
-  return to;
 }
 
 /// Two upper-case digits for each byte, nothing between them.

@@ -11,8 +11,6 @@ namespace mpuevent::tool {
 
 namespace {
 
-constexpr std::size_t kSerialSize = 64;
-
 Severity severityOf(const Record& record) {
   switch (record.type()) {
     case 1:
@@ -98,9 +96,10 @@ Collector::Log* Collector::logOf(const log::LogUnit& unit) {
   std::memcpy(identity.data(), unit.record.data(), identity.size());
   if (lastLog_ && identity == lastIdentity_) return &logs_[*lastLog_];
   lastIdentity_ = identity;
-  for (const std::size_t serial : {std::size_t{0}, kSerialSize}) {
+  for (const std::size_t serial :
+       {Record::enclosureSerialNumberAt, Record::controllerSerialNumberAt}) {
     char* const begin = identity.data() + serial;
-    char* const end = begin + kSerialSize;
+    char* const end = begin + Record::serialSize;
     std::fill(std::find(begin, end, '\0'), end, '\0');
   }
   const auto known = logsByIdentity_.find(std::string(identity.data(), identity.size()));
@@ -149,7 +148,7 @@ void Collector::keepError(const LogFile& file, const log::LogUnit& unit, std::ui
   error.offset = unit.offset;
   error.header.clear();
   if (unit.header != nullptr) {
-    error.header.assign(unit.header, unit.header + EventDecoder::MessageHeader().size());
+    error.header.assign(unit.header, unit.header + log::messageHeaderSize);
   }
   error.record.assign(unit.record.begin(), unit.record.end());
 }

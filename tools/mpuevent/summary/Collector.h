@@ -37,8 +37,9 @@ class Collector {
   static constexpr std::size_t mostErrors = 10;
   static constexpr std::size_t mostColumns = 240;
 
-  // Both serials, filled up with NUL, slot, and log instance.
-  static constexpr std::size_t identitySize = 136;
+  // What a record tells before its sequence id: both serials, filled up with NUL, slot, and log
+  // instance.
+  static constexpr std::size_t identitySize = Record::sequenceIdAt;
   using Identity = std::array<char, identitySize>;
 
   struct Log {

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "event/HexDigits.h"
 #include "forms/Utf8.h"
 #include "log/choosing/RecordBytes.h"
 #include "summary/FirmwareText.h"
@@ -13,7 +14,7 @@ namespace mpuevent::tool {
 namespace {
 
 // Length, source, type, category, version and id: what a decoder goes by, beside the payload.
-constexpr std::size_t kCodesAt = 144;
+constexpr std::size_t kCodesAt = Record::structLengthAt;
 
 std::uint64_t word(const unsigned char* at) {
   std::uint64_t word = 0;
@@ -45,7 +46,7 @@ bool isUndecoded(std::string_view body, std::string_view summary) {
   if (summary.starts_with("Unhandled Event by ")) return true;
   if (!body.starts_with(begin) || !body.ends_with(end)) return false;
   return body.substr(begin.size(), body.size() - begin.size() - end.size())
-             .find_first_not_of("0123456789ABCDEF") == std::string_view::npos;
+             .find_first_not_of(upperHexDigits) == std::string_view::npos;
 }
 
 }  // namespace
@@ -62,7 +63,7 @@ void Kinds::add(const log::LogUnit& unit) {
 
 std::uint32_t Kinds::kindOf(const log::LogUnit& unit) {
   const Record record = log::recordOf(unit.record);
-  const std::uint64_t codes = std::uint64_t{record.u32(kCodesAt + 2)} << 16 | record.id();
+  const std::uint64_t codes = std::uint64_t{record.u32(Record::sourceAt)} << 16 | record.id();
   // Of each source one event is decoded in any case.
   if (kindsByBytes_.size() < mostDecodes || sources_[record.source()].name.empty()) {
     const auto [known, isNew] =

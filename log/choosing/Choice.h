@@ -34,7 +34,6 @@ class Choice {
   /// `record` has 152 bytes or more.
   bool chooses(std::span<const unsigned char> record) const;
 
- private:
   struct NumberTest {
     HeaderNumber number;
     std::vector<NumberRange> ranges;
@@ -45,7 +44,11 @@ class Choice {
     std::vector<std::string> texts;
     bool negated;
   };
+  /// What was required, for who chooses among records in another way.
+  const std::vector<NumberTest>& numbers() const { return numbers_; }
+  const std::vector<TextTest>& texts() const { return texts_; }
 
+ private:
   std::vector<NumberTest> numbers_;
   std::vector<TextTest> texts_;
 };

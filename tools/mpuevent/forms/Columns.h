@@ -39,6 +39,8 @@ class FactRow {
   FactValue value(const Column& column);
   /// Also of an event that was not read.
   std::vector<std::string_view> names() const;
+  /// All of them, in order.
+  std::span<const std::pair<const FactKey*, FactValue>> facts() const { return facts_; }
 
   // For EventFacts.
   void number(const FactKey& key, std::uint64_t number) { add(key, number); }

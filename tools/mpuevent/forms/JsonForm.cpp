@@ -1,6 +1,7 @@
 #include "Columns.h"
 #include "EventFacts.h"
 #include "EventForm.h"
+#include "JsonElements.h"
 #include "JsonWriter.h"
 
 namespace mpuevent::tool {
@@ -83,27 +84,9 @@ class JsonObject {
   void elements(const BodyFields* fields) {
     if (fields == nullptr) {
       writer_.null();
-      return;
+    } else {
+      writeElements(writer_, *fields);
     }
-    writer_.beginArray();
-    for (const BodyField& field : fields->fields()) {
-      switch (field.kind) {
-        case BodyField::value:
-          writer_.element(field.key, field.text);
-          break;
-        case BodyField::groupBegin:
-          writer_.beginObject();
-          text("key"_key, field.key);
-          writer_.key("fields"_key);
-          writer_.beginArray();
-          break;
-        case BodyField::groupEnd:
-          writer_.endArray();
-          writer_.endObject();
-          break;
-      }
-    }
-    writer_.endArray();
   }
 
   JsonWriter writer_;

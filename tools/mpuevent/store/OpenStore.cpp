@@ -1,0 +1,33 @@
+#include <array>
+#include <cstring>
+#include <fstream>
+
+#include "store/Engines.h"
+
+namespace mpuevent::tool {
+
+namespace {
+
+constexpr std::array<std::string_view, 2> kServers = {"postgresql://", "postgres://"};
+constexpr std::string_view kSqliteMagic{"SQLite format 3", 16};
+
+bool isServer(std::string_view name) {
+  return name.starts_with(kServers[0]) || name.starts_with(kServers[1]);
+}
+
+}  // namespace
+
+bool isStore(const std::string& name) {
+  if (isServer(name)) return true;
+  std::array<char, kSqliteMagic.size()> beginning{};
+  std::ifstream file(name, std::ios::binary);
+  return file.read(beginning.data(), beginning.size()) &&
+         std::string_view(beginning.data(), beginning.size()) == kSqliteMagic;
+}
+
+std::unique_ptr<Store> openStore(const std::string& target, StoreAccess access) {
+  if (isServer(target)) throw StoreError(target + ": this build has no PostgreSQL");
+  return openSqliteStore(target, access);
+}
+
+}  // namespace mpuevent::tool

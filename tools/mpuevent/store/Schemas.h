@@ -1,0 +1,14 @@
+#ifndef MPUEVENT_TOOL_STORE_SCHEMAS_H
+#define MPUEVENT_TOOL_STORE_SCHEMAS_H
+
+namespace mpuevent::tool {
+
+// The schema files, each as one text.
+extern const char* const kSqliteSchema;
+
+/// Of the schema. A store of a newer one is refused, one of an older one is migrated.
+inline constexpr int kSchemaVersion = 1;
+
+}  // namespace mpuevent::tool
+
+#endif

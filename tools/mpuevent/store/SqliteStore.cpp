@@ -1,0 +1,346 @@
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+
+#include "store/ChoiceSql.h"
+#include "store/Engines.h"
+#include "store/Schemas.h"
+
+namespace mpuevent::tool {
+
+namespace {
+
+constexpr int kApplicationId = 0x4D505545;  // "MPUE"
+constexpr int kWaitForLock = 10000;         // milliseconds
+constexpr std::size_t kRowsDecodedAgain = 2000;
+
+// Each commit is on the disk when it returns (FULL), as what has been stored may be deleted where
+// it came from; with batches of thousands that costs little. The log of a batch is not copied back
+// into the file before it is some 64 MB.
+constexpr char kSettings[] =
+    "PRAGMA synchronous = FULL;"
+    "PRAGMA cache_size = -65536;"
+    "PRAGMA temp_store = FILE;"
+    "PRAGMA wal_autocheckpoint = 16384;";
+
+constexpr char kKeyIs[] =
+    "enclosure_serial = ? AND controller_serial = ? AND log_instance = ? AND sequence_id = ?";
+
+std::string quoted(std::string_view name) { return '"' + std::string(name) + '"'; }
+
+/// Says what went wrong with the database `path`.
+[[noreturn]] void fail(const std::string& path, sqlite3* database, int code) {
+  const int kind = code & 0xFF;
+  if (kind == SQLITE_BUSY || kind == SQLITE_LOCKED) {
+    throw StoreError(path + ": locked by another program", true);
+  }
+  std::string reason = database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code);
+  if (kind == SQLITE_NOTADB) reason = "not a store, and no SQLite database at all";
+  throw StoreError(path + ": " + reason);
+}
+
+/// A prepared statement.
+class Statement {
+ public:
+  Statement(const std::string& path, sqlite3* database, const std::string& sql)
+      : path_(path), database_(database) {
+    const int code = sqlite3_prepare_v3(database, sql.data(), static_cast<int>(sql.size()),
+                                        SQLITE_PREPARE_PERSISTENT, &statement_, nullptr);
+    if (code != SQLITE_OK) fail(path, database, code);
+  }
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
+  ~Statement() { sqlite3_finalize(statement_); }
+
+  // Parameters from 1. What is bound must last until the statement has run.
+  void bind(int at, std::uint64_t number) {
+    check(sqlite3_bind_int64(statement_, at, static_cast<sqlite3_int64>(number)));
+  }
+  void bind(int at, std::string_view text) {
+    // A null pointer would be NULL.
+    const char* const begin = text.data() == nullptr ? "" : text.data();
+    check(sqlite3_bind_text64(statement_, at, begin, text.size(), SQLITE_STATIC, SQLITE_UTF8));
+  }
+  void bind(int at, std::span<const unsigned char> bytes) {
+    const void* const begin = bytes.data() == nullptr ? "" : static_cast<const void*>(bytes.data());
+    check(sqlite3_bind_blob64(statement_, at, begin, bytes.size(), SQLITE_STATIC));
+  }
+  void bind(int at, std::monostate) { check(sqlite3_bind_null(statement_, at)); }
+
+  /// Whether there is a row.
+  bool step() {
+    const int code = sqlite3_step(statement_);
+    if (code != SQLITE_ROW && code != SQLITE_DONE) fail(path_, database_, code);
+    return code == SQLITE_ROW;
+  }
+  void reset() { sqlite3_reset(statement_); }
+  void run() {
+    step();
+    reset();
+  }
+
+  // Columns from 0, valid until the next step.
+  std::uint64_t number(int column) const {
+    return static_cast<std::uint64_t>(sqlite3_column_int64(statement_, column));
+  }
+  std::uint32_t word(int column) const { return static_cast<std::uint32_t>(number(column)); }
+  bool isNull(int column) const { return sqlite3_column_type(statement_, column) == SQLITE_NULL; }
+  std::span<const unsigned char> bytes(int column) const {
+    const void* const begin = sqlite3_column_blob(statement_, column);
+    return {static_cast<const unsigned char*>(begin),
+            static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
+  }
+  std::string_view text(int column) const {
+    const std::span<const unsigned char> utf8 = bytes(column);
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): any bytes may be read as char.
+    return {reinterpret_cast<const char*>(utf8.data()), utf8.size()};
+  }
+
+ private:
+  void check(int code) {
+    if (code != SQLITE_OK) fail(path_, database_, code);
+  }
+
+  const std::string& path_;
+  sqlite3* database_;
+  sqlite3_stmt* statement_ = nullptr;
+};
+
+class SqliteStore : public Store {
+ public:
+  SqliteStore(const std::string& path, StoreAccess access) : path_(path) {
+    const int flags =
+        SQLITE_OPEN_READWRITE | (access == StoreAccess::write ? SQLITE_OPEN_CREATE : 0);
+    sqlite3* database = nullptr;
+    const int code = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
+    database_.reset(database);
+    if (code != SQLITE_OK) fail(path_, database, code);
+    sqlite3_extended_result_codes(database, 1);
+    sqlite3_busy_timeout(database, kWaitForLock);
+    if (access == StoreAccess::write) {
+      // Two programs may begin the same store.
+      if (isEmpty()) run("PRAGMA journal_mode = WAL");
+      Transaction transaction(*this);
+      if (isEmpty()) makeSchema();
+      checkSchema();
+      transaction.commit();
+      run(kSettings);
+    } else {
+      checkSchema();
+    }
+  }
+
+  std::size_t put(const Batch& batch) override;
+  void read(const log::Choice& choice, Order order,
+            const std::function<void(const StoredRecord&)>& visit) override;
+  std::vector<bool> has(std::span<const RecordKey> keys) override;
+  void forEachLog(const std::function<void(const StoredLog&)>& visit) override;
+  void forEachGap(const std::function<void(const StoredGap&)>& visit) override;
+  std::uint64_t decodeAgain(const log::Choice& choice,
+                            const std::function<void(std::uint64_t)>& progress) override;
+
+ private:
+  struct Close {
+    void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+  };
+  /// Undone unless it is committed.
+  class Transaction {
+   public:
+    explicit Transaction(SqliteStore& store) : store_(store) { store.run("BEGIN IMMEDIATE"); }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction() {
+      if (!done_) sqlite3_exec(store_.database_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+    void commit() {
+      store_.run("COMMIT");
+      done_ = true;
+    }
+
+   private:
+    SqliteStore& store_;
+    bool done_ = false;
+  };
+
+  Statement statement(const std::string& sql) { return {path_, database_.get(), sql}; }
+  void run(const char* sql) {
+    const int code = sqlite3_exec(database_.get(), sql, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK) fail(path_, database_.get(), code);
+  }
+  std::uint64_t number(const std::string& sql) {
+    Statement question = statement(sql);
+    return question.step() ? question.number(0) : 0;
+  }
+
+  bool isEmpty() {
+    return number("PRAGMA user_version") == 0 && number("PRAGMA application_id") == 0 &&
+           number("SELECT count(*) FROM sqlite_schema") == 0;
+  }
+  void makeSchema();
+  void checkSchema();
+  std::uint64_t replace(std::span<const std::uint64_t> ids, const Batch& batch);
+
+  const std::string path_;
+  std::unique_ptr<sqlite3, Close> database_;
+  std::unique_ptr<Statement> insert_;
+};
+
+void SqliteStore::makeSchema() {
+  run(kSqliteSchema);
+  run(("PRAGMA application_id = " + std::to_string(kApplicationId)).c_str());
+  run(("PRAGMA user_version = " + std::to_string(kSchemaVersion)).c_str());
+}
+
+void SqliteStore::checkSchema() {
+  if (number("PRAGMA application_id") != kApplicationId) {
+    throw StoreError(path_ + ": not a store, but an SQLite database of another program");
+  }
+  const std::uint64_t version = number("PRAGMA user_version");
+  if (version > kSchemaVersion) {
+    throw StoreError(path_ + ": its schema is version " + std::to_string(version) +
+                     ", this program knows up to " + std::to_string(kSchemaVersion) +
+                     "; use a newer mpuevent");
+  }
+}
+
+std::size_t SqliteStore::put(const Batch& batch) {
+  const std::span<const std::string_view> columns = Batch::columns();
+  if (insert_ == nullptr) {
+    std::string names;
+    std::string values;
+    for (const std::string_view column : columns) {
+      names += (names.empty() ? "" : ", ") + quoted(column);
+      values += values.empty() ? "?" : ", ?";
+    }
+    insert_ = std::make_unique<Statement>(
+        path_, database_.get(),
+        "INSERT INTO events (" + names + ") VALUES (" + values + ") ON CONFLICT DO NOTHING");
+  }
+  Transaction transaction(*this);
+  std::size_t added = 0;
+  for (std::size_t row = 0; row < batch.rows(); ++row) {
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+      std::visit([&](auto value) { insert_->bind(static_cast<int>(column) + 1, value); },
+                 batch.value(row, column));
+    }
+    insert_->run();
+    added += static_cast<std::size_t>(sqlite3_changes(database_.get()));
+  }
+  transaction.commit();
+  return added;
+}
+
+void SqliteStore::read(const log::Choice& choice, Order order,
+                       const std::function<void(const StoredRecord&)>& visit) {
+  const SqlCondition condition = conditionOf(choice);
+  Statement rows =
+      statement("SELECT record, file, \"index\", \"offset\", reason IS NULL FROM events WHERE " +
+                condition.sql +
+                (order == Order::asStored
+                     ? " ORDER BY id"
+                     : " ORDER BY enclosure_serial, controller_serial, log_instance, sequence_id"));
+  for (std::size_t at = 0; at < condition.texts.size(); ++at) {
+    rows.bind(static_cast<int>(at) + 1, condition.texts[at]);
+  }
+  while (rows.step()) {
+    visit({rows.bytes(0),
+           rows.isNull(1) ? std::nullopt : std::optional<std::string_view>(rows.text(1)),
+           rows.number(2), rows.number(3), rows.number(4) != 0});
+  }
+}
+
+std::vector<bool> SqliteStore::has(std::span<const RecordKey> keys) {
+  Statement question =
+      statement(std::string("SELECT 1 FROM events WHERE ") + kKeyIs + " AND hash = ?");
+  std::vector<bool> known;
+  for (const RecordKey& key : keys) {
+    question.bind(1, key.enclosureSerial);
+    question.bind(2, key.controllerSerial);
+    question.bind(3, std::uint64_t{key.logInstance});
+    question.bind(4, std::uint64_t{key.sequenceId});
+    question.bind(5, key.hash);
+    known.push_back(question.step());
+    question.reset();
+  }
+  return known;
+}
+
+void SqliteStore::forEachLog(const std::function<void(const StoredLog&)>& visit) {
+  // What could not be decoded has empty serials and zeros.
+  Statement logs = statement(
+      "SELECT enclosure_serial, controller_serial, log_instance, min(sequence_id), "
+      "max(sequence_id), count(*) FROM events WHERE NOT (enclosure_serial = '' AND "
+      "controller_serial = '' AND log_instance = 0 AND sequence_id = 0) GROUP BY 1, 2, 3");
+  while (logs.step()) {
+    visit({std::string(logs.text(0)), std::string(logs.text(1)), logs.word(2), logs.word(3),
+           logs.word(4), logs.number(5)});
+  }
+}
+
+void SqliteStore::forEachGap(const std::function<void(const StoredGap&)>& visit) {
+  Statement gaps = statement(
+      "SELECT enclosure_serial, controller_serial, log_instance, after, before FROM gaps");
+  while (gaps.step()) {
+    visit({std::string(gaps.text(0)), std::string(gaps.text(1)), gaps.word(2), gaps.word(3),
+           gaps.word(4)});
+  }
+}
+
+std::uint64_t SqliteStore::decodeAgain(const log::Choice& choice,
+                                       const std::function<void(std::uint64_t)>& progress) {
+  const SqlCondition condition = conditionOf(choice);
+  Statement rows =
+      statement("SELECT id, record, file, \"index\", \"offset\" FROM events WHERE id > $id AND " +
+                condition.sql + " ORDER BY id LIMIT " + std::to_string(kRowsDecodedAgain));
+  std::uint64_t last = 0;
+  std::uint64_t decoded = 0;
+  for (;;) {
+    Batch batch;
+    std::vector<std::uint64_t> ids;
+    rows.bind(1, last);
+    for (std::size_t at = 0; at < condition.texts.size(); ++at) {
+      rows.bind(static_cast<int>(at) + 2, condition.texts[at]);
+    }
+    while (rows.step()) {
+      ids.push_back(rows.number(0));
+      batch.add(rows.bytes(1),
+                {rows.isNull(2) ? std::nullopt : std::optional<std::string_view>(rows.text(2)),
+                 rows.number(3), rows.number(4)});
+    }
+    rows.reset();
+    if (ids.empty()) return decoded;
+    last = ids.back();
+    decoded += replace(ids, batch);
+    progress(decoded);
+  }
+}
+
+std::uint64_t SqliteStore::replace(std::span<const std::uint64_t> ids, const Batch& batch) {
+  const std::span<const std::string_view> columns = Batch::columns();
+  std::string sets;
+  for (const std::string_view column : columns) {
+    sets += (sets.empty() ? "" : ", ") + quoted(column) + " = ?";
+  }
+  Transaction transaction(*this);
+  Statement update = statement("UPDATE events SET " + sets + " WHERE id = ?");
+  for (std::size_t row = 0; row < batch.rows(); ++row) {
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+      std::visit([&](auto value) { update.bind(static_cast<int>(column) + 1, value); },
+                 batch.value(row, column));
+    }
+    update.bind(static_cast<int>(columns.size()) + 1, ids[row]);
+    update.run();
+  }
+  transaction.commit();
+  return batch.rows();
+}
+
+}  // namespace
+
+std::unique_ptr<Store> openSqliteStore(const std::string& path, StoreAccess access) {
+  return std::make_unique<SqliteStore>(path, access);
+}
+
+}  // namespace mpuevent::tool

@@ -86,22 +86,22 @@ void decodeChecked(std::string_view record, const Decode& decode) {
           "a Body in proportion to the record");
 }
 
-void requireThoroughly(std::string_view record, const Decode& decode) {
+Shown show(std::string_view record, const Decode& decode) {
   static const std::unique_ptr<tool::EventForm> json = tool::makeJsonForm({});
   const std::span bytes(reinterpret_cast<const unsigned char*>(record.data()), record.size());
-  support::EventFields fields;
+  const Pegasus::FieldRecorder recorded;
+  const std::unique_ptr<Pegasus::Quarn_Event> event = decode();
   tool::TextBuffer line;
-  inLinearTime(record.size(), [&] {
-    const Pegasus::FieldRecorder recorded;
-    const std::unique_ptr<Pegasus::Quarn_Event> event = decode();
-    fields = support::fieldsOf(*event);
-    line.clear();
-    json->write({{}, 0, 0, bytes, "decoder", *event, &recorded}, line);
-  });
-  require(fields.textSize() <= kTextOfAnyEvent + kTextPerByte * record.size(),
+  json->write({{}, 0, 0, bytes, "decoder", *event, &recorded}, line);
+  return {support::fieldsOf(*event), std::string(line.view())};
+}
+
+void requireThoroughly(std::string_view record, const Decode& decode) {
+  const Shown shown = show(record, decode);
+  require(shown.fields.textSize() <= kTextOfAnyEvent + kTextPerByte * record.size(),
           "text in proportion to the record");
-  require(fields == support::fieldsOf(*decode()), "decoding twice gives the same event");
-  requireSameFacts(line.view(), fields);
+  require(shown.fields == support::fieldsOf(*decode()), "decoding twice gives the same event");
+  requireSameFacts(shown.json, shown.fields);
 }
 
 std::vector<char> recordOf(const samples::Module& module, std::string_view input,

@@ -1,19 +1,25 @@
 #include "FuzzTarget.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <ctime>
+#include <functional>
 #include <iostream>
+#include <limits>
 
 namespace mpuevent::fuzz {
 
 namespace {
 
-// Under the sanitizers most work takes about 1 us a byte, and 5 ms if all of it is new to the
-// processor's caches, both on a machine with more to do than processors. A look at all of 64 KiB
-// for each of its bytes takes seconds, where 0.28 s are allowed.
-constexpr double kSecondsOfAnyWork = 0.02;
-constexpr double kSecondsPerByte = 4e-6;
-constexpr int kTries = 3;
+// Twice the time for twice the size, and what caches and fresh memory add, is linear; n times its
+// root would be 2.8 times. Such growth shows at every doubling, a step in the work at one of them.
+constexpr double kTimesForTwice = 2.4;
+constexpr std::size_t kDoublings = 4;
+// Work that takes no more is as good as linear, and too short to compare.
+constexpr double kSecondsPerByte = 50e-9;
+constexpr std::size_t kShortest = 16384;
+constexpr int kTries = 20;
 
 // Of this thread alone: what else the machine does counts for little.
 double processorSeconds() {
@@ -39,15 +45,23 @@ bool isThorough(std::string_view input, std::uint32_t share) {
   return isReplay || (mixed >> 16) % share == 0;
 }
 
-void inLinearTime(std::size_t bytes, const std::function<void()>& work) {
-  const double bound = kSecondsOfAnyWork + kSecondsPerByte * static_cast<double>(bytes);
-  bool held = false;
-  for (int tries = 0; tries < kTries && !held; ++tries) {
-    const double start = processorSeconds();
-    work();
-    held = processorSeconds() - start <= bound;
+void inLinearTime(std::size_t size,
+                  const std::function<std::function<void()>(std::size_t size)>& workOf) {
+  if (size < kShortest) return;
+  std::array<double, kDoublings + 1> least;  // of all of it, of a half, ...
+  least.fill(std::numeric_limits<double>::infinity());
+  for (int tries = 0; tries < kTries; ++tries) {
+    for (std::size_t half = 0; half < least.size(); ++half) {
+      const std::function<void()> work = workOf(size >> half);
+      const double start = processorSeconds();
+      work();
+      least[half] = std::min(least[half], processorSeconds() - start);
+      if (least[0] <= kSecondsPerByte * static_cast<double>(size)) return;
+    }
+    const auto grows = [](double twice, double once) { return twice > kTimesForTwice * once; };
+    if (std::adjacent_find(least.begin(), least.end(), std::not_fn(grows)) != least.end()) return;
   }
-  require(held, "time in proportion to the input");
+  require(false, "time in proportion to the input");
 }
 
 }  // namespace mpuevent::fuzz

@@ -18,12 +18,14 @@ void require(bool holds, const char* property);
 /// Whether properties are checked of this input that cost far more than what is tried: of one in
 /// `share`, told by its bytes, so that an input found to fail fails again; of each if it is
 /// replayed.
-bool isThorough(std::string_view input, std::uint32_t share = 64);
+bool isThorough(std::string_view input, std::uint32_t share = 128);
 extern bool isReplay;
 
-/// Runs `work`, which reads `bytes` bytes of input, and aborts if its time is out of proportion to
-/// them. Work that took too long is tried again, so it must give the same each time.
-void inLinearTime(std::size_t bytes, const std::function<void()>& work);
+/// Aborts if work grows faster than what it is given: if its time, each time that this doubles up
+/// to `size`, far more than doubles. `workOf` makes the work of a size, the same each time. Work
+/// that seems to is tried again.
+void inLinearTime(std::size_t size,
+                  const std::function<std::function<void()>(std::size_t size)>& workOf);
 
 }  // namespace mpuevent::fuzz
 

@@ -14,6 +14,7 @@
 
 namespace {
 
+using mpuevent::fuzz::Decode;
 using mpuevent::fuzz::require;
 using mpuevent::support::utf8;
 using Pegasus::Quarn_Event;
@@ -59,23 +60,35 @@ std::string longText(std::string_view bytes, std::size_t size) {
 
 void tryText(std::string_view bytes, std::size_t size) {
   const std::string text = longText(bytes, size);
-  std::string safe;
-  mpuevent::fuzz::inLinearTime(text.size(), [&] {
-    safe = utf8(Quarn_Event::makeSafeString(text.data(), static_cast<int>(text.size())));
-  });
+  const std::string safe =
+      utf8(Quarn_Event::makeSafeString(text.data(), static_cast<int>(text.size())));
   require(text.empty() || isSafeFormOf(safe, text), "makeSafeString of a long text");
   std::vector<char> value(text.begin(), text.end());
   value.push_back('\0');
   Pegasus::QuarnEvent event(nullptr, 0);
   char key[] = "Key";
   char format[] = "%s";
-  mpuevent::fuzz::inLinearTime(text.size(), [&] {
-    event = Pegasus::QuarnEvent(nullptr, 0);
-    event.addEntry(key, format, value.data());
-  });
+  event.addEntry(key, format, value.data());
   require(
       utf8(event.getBody()) == "<Key>" + mpuevent::support::withoutLoneBackslash(text) + "</Key>",
       "addEntry of a long text");
+  mpuevent::fuzz::inLinearTime(size, [bytes](std::size_t part) {
+    return [part = longText(bytes, part)] {
+      Quarn_Event::makeSafeString(part.data(), static_cast<int>(part.size()));
+    };
+  });
+}
+
+void tryRecord(const mpuevent::samples::Module& module, std::string_view input, std::size_t size) {
+  mpuevent::fuzz::decodeAs(module, mpuevent::fuzz::recordOf(module, input, size),
+                           mpuevent::fuzz::requireThoroughly);
+  mpuevent::fuzz::inLinearTime(size, [&](std::size_t part) {
+    return [&module, record = mpuevent::fuzz::recordOf(module, input, part)] {
+      mpuevent::fuzz::decodeAs(module, record, [](std::string_view bytes, const Decode& decode) {
+        mpuevent::fuzz::show(bytes, decode);
+      });
+    };
+  });
 }
 
 }  // namespace
@@ -89,9 +102,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       std::min<std::size_t>(256 * (data[1] + std::size_t{1}), kLongestPayload);
   const auto& modules = mpuevent::samples::modules();
   if (const std::size_t number = data[0] % (modules.size() + 4); number < modules.size()) {
-    mpuevent::fuzz::decodeAs(modules[number],
-                             mpuevent::fuzz::recordOf(modules[number], rest, wanted),
-                             mpuevent::fuzz::requireThoroughly);
+    tryRecord(modules[number], rest, wanted);
   } else {
     tryText(rest, wanted);
   }

@@ -19,7 +19,8 @@ using mpuevent::log::LogUnit;
 
 // The reader's; an input repeated until it is longer makes the window move.
 constexpr std::size_t kWindow = std::size_t{512} << 10;
-constexpr std::size_t kRepeatedSizes = 64;  // seldom: it takes far longer
+constexpr std::uint32_t kRepeatedShare = 1 << 14;  // one takes as long as thousands of others
+constexpr std::uint32_t kThoroughShare = 8;
 
 /// What the reader gave: a unit, or a finding.
 struct Step {
@@ -90,20 +91,25 @@ void requireNoGap(const std::vector<Step>& steps, std::size_t size) {
 
 }  // namespace
 
-/// The input: form, sizes of the pieces (3 bytes), log; its size decides whether
-/// the log is repeated.
+/// The input: form, sizes of the pieces (3 bytes), log. A small share are repeated, too, and read
+/// as logs of which the window holds a part.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::string input(data, data + size);
   input.resize(std::max<std::size_t>(size, 4));
   const auto form = static_cast<LogForm>(static_cast<unsigned char>(input[0]) % 3);
-  std::string log = input.substr(4);
-  while (size % kRepeatedSizes == 0 && !log.empty() && log.size() <= kWindow) log += log;
-
-  std::vector<Step> steps;
-  mpuevent::fuzz::inLinearTime(log.size(), [&] { steps = read(log, form, "\xFF", false); });
-  requireNoGap(steps, log.size());
   const std::string_view sizes = std::string_view(input).substr(1, 3);
-  require(read(log, form, sizes, false) == steps, "the same whatever the pieces");
-  requireNoGap(read(log, form, sizes, true), log.size());
+  std::string log = input.substr(4);
+  if (mpuevent::fuzz::isThorough(input, kRepeatedShare) && !log.empty()) {
+    while (log.size() <= kWindow) log += log;
+    mpuevent::fuzz::inLinearTime(log.size(), [&](std::size_t part) {
+      return [&, part] { read(std::string_view(log).substr(0, part), form, "\xFF", false); };
+    });
+  }
+  const std::vector<Step> steps = read(log, form, sizes, false);
+  requireNoGap(steps, log.size());
+  if (mpuevent::fuzz::isThorough(input, kThoroughShare)) {
+    require(read(log, form, "\xFF", false) == steps, "the same whatever the pieces");
+    requireNoGap(read(log, form, sizes, true), log.size());
+  }
   return 0;
 }

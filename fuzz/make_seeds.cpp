@@ -127,6 +127,7 @@ int main(int argc, char** argv) {
     const auto aText = static_cast<char>(mpuevent::samples::modules().size());
     writeFile(top / "fuzz_large" / "text-of-tags", std::string{aText, '\xFF'} + "\x02\x10\x11");
     writeFile(top / "fuzz_large" / "text-of-many-lengths", std::string{aText, '\xFF'} + "\x0B\x0E");
+    writeFile(top / "fuzz_large" / "text-of-unclosed-lengths", std::string{aText, '\xFF'} + "\x01");
     writeTextSeeds(top / "fuzz_text");
     writeReaderSeeds(top / "fuzz_reader");
   } catch (const std::exception& failure) {

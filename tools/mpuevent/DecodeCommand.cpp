@@ -87,6 +87,7 @@ void appendCount(TextBuffer& to, std::uint64_t count, std::string_view of) {
 ExitCode count(const DecodeOptions& options) {
   Output output;
   LogRun run(options.input, options.choosing, output);
+  run.follow(options.following);
   std::vector<FileCount> counts;
   bool several = false;
   std::uint64_t total = 0;
@@ -103,7 +104,7 @@ ExitCode count(const DecodeOptions& options) {
     for (const FileCount& file : counts) appendCount(output.text(), file.events, file.name);
   }
   appendCount(output.text(), total, several ? "total" : "");
-  output.close();
+  run.finish();
   return run.exitCode();
 }
 
@@ -120,6 +121,7 @@ ExitCode copy(const DecodeOptions& options) {
   }
   Output output;
   LogRun run(options.input, options.choosing, output);
+  run.follow(options.following);
   run.acceptLongRecords();
   run.forEachUnit([&](const LogFile&, const log::LogUnit& unit, std::uint64_t) {
     if (unit.header != nullptr) {
@@ -128,7 +130,7 @@ ExitCode copy(const DecodeOptions& options) {
     output.text() += asText(unit.record);
     output.flushIfLarge();
   });
-  output.close();
+  run.finish();
   return run.exitCode();
 }
 
@@ -136,6 +138,9 @@ ExitCode copy(const DecodeOptions& options) {
 
 ExitCode decode(const DecodeOptions& options) {
   requireColumnsOf(options.output, options.columns);
+  if (options.count && options.following.follow) {
+    throw std::invalid_argument("--follow does not go with --count, which needs all events first");
+  }
   if (options.count) return count(options);
   if (options.output == OutputForm::raw) return copy(options);
   const std::unique_ptr<EventForm> form = makeForm(options);
@@ -146,6 +151,7 @@ ExitCode decode(const DecodeOptions& options) {
   EventDecoder decoder;
   Output output;
   LogRun run(options.input, options.choosing, output);
+  run.follow(options.following);
 
   form->begin(output.text());
   std::optional<std::size_t> lastFile;
@@ -164,7 +170,7 @@ ExitCode decode(const DecodeOptions& options) {
     output.flushIfLarge();
   });
   form->end(output.text());
-  output.close();
+  run.finish();
   return run.exitCode();
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "ExitCode.h"
+#include "FollowOptions.h"
 #include "InputOptions.h"
 #include "choosing/ChoosingOptions.h"
 #include "forms/EventForm.h"
@@ -16,6 +17,7 @@ enum class Colour { automatic, always, never };
 /// `mpuevent decode`.
 struct DecodeOptions {
   InputOptions input;
+  FollowOptions following;
   ChoosingOptions choosing;
   bool count = false;  ///< only how many events are chosen
   OutputForm output = OutputForm::text;

@@ -56,6 +56,7 @@ void addColumns(CLI::App& command, DecodeOptions& options) {
 void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
   command.footer(kFooter);
   addInputOptions(command, options.input);
+  addFollowOptions(command, options.following);
   addChoosingOptions(command, options.choosing);
   command.add_flag("--count", options.count, "Only how many, a line a file and the total")
       ->group("Number of events");

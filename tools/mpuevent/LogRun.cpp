@@ -3,10 +3,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <stdexcept>
 #include <system_error>
 #include <vector>
 
 #include "EventDecoder.h"
+#include "StopSignals.h"
 #include "forms/Numbers.h"
 #include "log/input/InputFile.h"
 #include "log/input/InputNames.h"
@@ -17,6 +20,9 @@ namespace mpuevent::tool {
 namespace {
 
 constexpr std::string_view kStandardInput = "-";
+
+// A cursor costs a write to the disk.
+constexpr std::chrono::seconds kSavePeriod(1);
 
 std::string_view shownName(std::string_view input) {
   return input == kStandardInput ? "standard input" : input;
@@ -45,6 +51,7 @@ void LogRun::forEachUnit(const VisitUnit& visit, const VisitFile& beginFile) {
 }
 
 void LogRun::readAll() {
+  if (follows_ || cursor_) return readFollowed(options_.selection.names.front());
   log::InputNames names(options_.selection,
                         [this](const std::string& name, const std::string& reason) {
                           failed_ = true;
@@ -94,6 +101,93 @@ void LogRun::readInput(const std::string& input, bool several) {
   forEachLog(source, visitor);
 }
 
+void LogRun::follow(const FollowOptions& options) {
+  if (!options.follow && options.cursorFile.empty()) return;
+  const std::vector<std::string>& names = options_.selection.names;
+  if (names.size() != 1 || names[0] == kStandardInput || !options_.selection.namesFile.empty()) {
+    throw std::invalid_argument("--follow and --cursor-file go with one FILE");
+  }
+  if (options.follow && choosing_.merge) {
+    throw std::invalid_argument("--follow does not go with --merge, which needs all events first");
+  }
+  std::error_code unknown;
+  const bool regular = std::filesystem::is_regular_file(names[0], unknown);
+  if (!options.cursorFile.empty()) {
+    if (!regular && std::filesystem::exists(names[0], unknown)) {
+      throw std::invalid_argument("--cursor-file: " + names[0] + " is no regular file");
+    }
+    cursor_.emplace(options.cursorFile);
+  }
+  follows_ = options.follow;
+}
+
+void LogRun::readFollowed(const std::string& name) {
+  const StopSignals signals;
+  log::FollowedFile file(name, follows_, StopSignals::came);
+  beginBehindCursor(file, name);
+  const log::LogSource source{name,
+                              [&](unsigned char* to, std::size_t room) {
+                                if (file.idle()) beforeWaiting();
+                                output_.flush();
+                                if (std::chrono::steady_clock::now() - saved_ > kSavePeriod) {
+                                  saveCursor();
+                                }
+                                const long got = file.read(to, room);
+                                // What is there in part only is not damaged.
+                                if (StopSignals::came()) throw Enough();
+                                return got;
+                              },
+                              [&] { return file.idle(); },
+                              [&](std::uint64_t offset, unsigned char* to, std::size_t room) {
+                                return file.readAt(offset, to, room);
+                              }};
+  while (file.next()) {
+    begin_ = file.begin();
+    index_ = begin_ == 0 ? 0 : cursor_->place()->index + 1;
+    readLog({name, name, false, files_++}, source);
+  }
+}
+
+void LogRun::beginBehindCursor(log::FollowedFile& file, const std::string& name) {
+  if (cursor_ && !cursor_->place()) {
+    cursor_->saveBeginning(file.beginning());
+  } else if (cursor_) {
+    const log::LogPlace& place = *cursor_->place();
+    if (!file.beginBehind(place.file, place.time) && place.file.length != 0) {
+      report(name, "the event of the cursor, sequence id " + std::to_string(place.sequenceId) +
+                       ", is neither there nor in a log rotated away; all is read");
+    }
+  }
+  std::error_code unknown;
+  if (follows_ && !std::filesystem::exists(name, unknown)) {
+    report(name, "is not there yet, waiting for it");
+  }
+}
+
+void LogRun::beforeWaiting() {
+  if (keepsLast()) {
+    visitKept();
+    last_.clear();
+    showedLast_ = true;
+  }
+  output_.flush();
+  saveCursor();
+}
+
+// Not while there are events that are kept to be written later.
+void LogRun::saveCursor() {
+  if (!cursor_ || choosing_.merge || keepsLast()) return;
+  output_.synchronise();
+  cursor_->save();
+  saved_ = std::chrono::steady_clock::now();
+}
+
+void LogRun::finish() {
+  if (cursor_) output_.synchronise();
+  output_.close();
+  if (cursor_) cursor_->save();
+}
+
 void LogRun::readLog(const LogFile& file, const log::LogSource& source) {
   if (beginFile_) beginFile_(file);
   log::LogReader reader(
@@ -111,9 +205,12 @@ void LogRun::readLog(const LogFile& file, const log::LogSource& source) {
 
 void LogRun::readUnits(const LogFile& file, log::LogReader& reader) {
   log::LogUnit unit;
-  for (std::uint64_t index = 0; reader.next(unit); ++index) {
+  for (std::uint64_t index = index_; reader.next(unit); ++index) {
+    unit.offset += begin_;
     if (watch_.read) watch_.read(file, unit);
     if (isChosen(unit)) take(file, unit, index);
+    if (cursor_) cursor_->moveBehind(unit, unit.offset, index);
+    endIfEnough();
   }
 }
 
@@ -129,7 +226,7 @@ void LogRun::take(const LogFile& file, const log::LogUnit& unit, std::uint64_t i
   if (choosing_.merge) {
     keep(file);
     merge_.add(unit, file.number, index);
-  } else if (choosing_.last) {
+  } else if (keepsLast()) {
     keep(file);
     if (last_.size() == *choosing_.last) last_.pop_front();
     last_.emplace_back(unit, file.number, index);
@@ -156,6 +253,9 @@ void LogRun::visit(const LogFile& file, const log::LogUnit& unit, std::uint64_t 
   }
   visit_(file, unit, index);
   ++visited_;
+}
+
+void LogRun::endIfEnough() const {
   if (visited_ == choosing_.first) throw Enough();
 }
 
@@ -173,6 +273,7 @@ void LogRun::visitKept(const log::KeptUnit& unit) {
   const FileNames& names = keptFiles_.at(unit.file());
   visit({names.name, names.shownName, names.isOneOfSeveral, unit.file()}, unit.unit(),
         unit.index());
+  endIfEnough();
 }
 
 void LogRun::tell(const LogFile& file, const log::Finding& finding) {
@@ -182,7 +283,7 @@ void LogRun::tell(const LogFile& file, const log::Finding& finding) {
   if (finding.kind == log::Finding::Kind::notALog) {
     report(name, describe(finding));
   } else {
-    reportAt(name, finding.offset, describe(finding));
+    reportAt(name, begin_ + finding.offset, describe(finding));
   }
 }
 
@@ -194,7 +295,8 @@ void LogRun::sumUp(const LogFile& file, const log::LogReader& reader) {
   }
   const log::Accounting& accounting = reader.accounting();
   if (accounting.bytes() == 0) {
-    if (reader.readError() == 0) report(name, "no events, the input is empty");
+    const bool goesOn = follows_ || cursor_;
+    if (reader.readError() == 0 && !goesOn) report(name, "no events, the input is empty");
   } else if (accounting.events != 0 && (options_.verbose || accounting.skippedBytes != 0)) {
     report(name, describe(accounting));
   } else if (accounting.events == 0 && reader.packing() != log::Packing::none) {

@@ -1,6 +1,7 @@
 #ifndef MPUEVENT_TOOL_LOGRUN_H
 #define MPUEVENT_TOOL_LOGRUN_H
 
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -12,12 +13,15 @@
 #include <utility>
 
 #include "ExitCode.h"
+#include "FollowOptions.h"
 #include "InputOptions.h"
 #include "Output.h"
 #include "choosing/ChoosingOptions.h"
 #include "choosing/Grep.h"
 #include "log/choosing/KeptUnit.h"
 #include "log/choosing/Merge.h"
+#include "log/following/Cursor.h"
+#include "log/following/FollowedFile.h"
 #include "log/framing/LogReader.h"
 #include "log/input/LogSource.h"
 
@@ -59,6 +63,13 @@ class LogRun {
   /// or not; files of which events are kept for an order of their own are begun before.
   void forEachUnit(const VisitUnit& visit, const VisitFile& beginFile = {});
 
+  /// The one log is read as it grows, or from where somebody left off. Throws
+  /// `std::invalid_argument` if the options don't suit one another, and what log::Cursor throws.
+  void follow(const FollowOptions& options);
+
+  /// Closes the output; then the cursor, if there is one, may tell that all was written.
+  void finish();
+
   /// Records that are longer than what can be decoded of them are no damage from now on.
   void acceptLongRecords() { longRecordsAccepted_ = true; }
 
@@ -78,6 +89,11 @@ class LogRun {
   };
 
   void readAll();
+  void readFollowed(const std::string& name);
+  void beginBehindCursor(log::FollowedFile& file, const std::string& name);
+  void beforeWaiting();
+  void saveCursor();
+  bool keepsLast() const { return choosing_.last && !showedLast_; }
   void readInput(const std::string& input, bool several);
   void readLog(const LogFile& file, const log::LogSource& source);
   void readUnits(const LogFile& file, log::LogReader& reader);
@@ -85,6 +101,7 @@ class LogRun {
   void take(const LogFile& file, const log::LogUnit& unit, std::uint64_t index);
   void keep(const LogFile& file);
   void visit(const LogFile& file, const log::LogUnit& unit, std::uint64_t index);
+  void endIfEnough() const;
   void visitKept();
   void visitKept(const log::KeptUnit& unit);
   void tell(const LogFile& file, const log::Finding& finding);
@@ -108,6 +125,12 @@ class LogRun {
   bool failed_ = false;
   bool damaged_ = false;
   bool longRecordsAccepted_ = false;
+  bool follows_ = false;
+  bool showedLast_ = false;  // those that were there before it waited for more
+  std::optional<log::Cursor> cursor_;
+  std::chrono::steady_clock::time_point saved_;
+  std::uint64_t begin_ = 0;  // of what is read, in its file,
+  std::uint64_t index_ = 0;  // and the number of its first event
 };
 
 }  // namespace mpuevent::tool

@@ -43,6 +43,14 @@ void Output::flush() {
   throwIf(error);
 }
 
+void Output::synchronise() {
+  flush();
+  // Pipes and terminals cannot.
+  if (::fdatasync(STDOUT_FILENO) != 0 && errno != EINVAL && errno != EROFS && errno != EBADF) {
+    throwIf(errno);
+  }
+}
+
 void Output::close() {
   flush();
   // One who writes nothing may have no standard output.

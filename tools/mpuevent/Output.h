@@ -22,6 +22,8 @@ class Output {
     if (text_.size() >= large) flush();
   }
   void flush();
+  /// Flushes, and waits until a file is on the disk.
+  void synchronise();
   /// Flushes, and closes standard output, which may be when a failure shows.
   void close();
 

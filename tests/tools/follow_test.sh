@@ -1,0 +1,75 @@
+#!/usr/bin/env bash
+# follow_test.sh MPUEVENT...: a log is written in pieces, renamed away and copied and truncated, while
+# the tool follows it, is killed again and again, and goes on from its cursor.
+set -u
+tool=("${@:1:$#-1}" "$(realpath "${!#}")")
+here=$(mktemp -d)
+trap 'rm -rf "$here"' EXIT
+cd "$here" || exit 1
+last=120
+failures=0
+fail() {
+  printf 'FAILED: %s\n' "$*"
+  failures=$((failures + 1))
+}
+
+zeros() { head -c "$1" /dev/zero; }
+# record SEQUENCE_ID: 157 bytes.
+record() {
+  printf 'ENC7' && zeros 60 && printf 'CTL1' && zeros 66
+  printf '%b' "\0\3\0\0$(printf '\\x%02x\\x%02x' $(($1 / 256)) $(($1 % 256)))"
+  printf '\0\0\0\7\0\5\15\3\4\6\2\1hello'
+}
+write_log() {
+  local i
+  for ((i = 0; i < last; ++i)); do
+    record "$i" >piece
+    head -c $((RANDOM % 157)) piece >part
+    cat part >>log
+    [ $((i % 4)) = 0 ] && sleep 0.05
+    tail -c +$(($(stat -c %s part) + 1)) piece >>log
+    case $((RANDOM % 12)) in
+      0) mv log "log.$i" ;;
+      1) cp log "log.$i" && : >log ;;
+    esac
+  done
+}
+options=(decode -o csv --no-header --fields sequence_id,record_length --cursor-file place)
+follow() { "${tool[@]}" "${options[@]}" --follow log >>out 2>>err & }
+# arrived IDS...: each came, and nothing but whole lines.
+arrived() { [ "$(sort -n -u out)" = "$(printf '%d,157\r\n' "$@")" ]; }
+
+write_log &
+writer=$!
+while kill -0 $writer 2>/dev/null; do
+  follow
+  sleep 0.$((RANDOM % 7 + 2))
+  kill -9 $!
+  wait $! 2>/dev/null
+done
+follow
+for ((i = 0; i < 200; ++i)); do
+  arrived $(seq 0 $((last - 1))) && break
+  sleep 0.1
+done
+arrived $(seq 0 $((last - 1))) || fail "$(sort -n -u out | wc -l) of $last events: $(cat err)"
+[ "$(wc -l <out)" -lt $((2 * last)) ] || fail "$(wc -l <out) lines: the place was not kept"
+grep -v 'is not there yet, waiting' err && fail 'messages'
+kill -TERM $!
+wait $!
+[ $? -le 1 ] || fail "stopped: exit code $?"
+
+# Without --follow it goes on as well, also in what was rotated twice meanwhile.
+: >out
+for i in 200 201 202; do
+  [ $i = 200 ] || mv log "log.$i"
+  record $i >>log
+done
+"${tool[@]}" "${options[@]}" log >out && arrived 200 201 202 || fail "went on: $(cat out)"
+"${tool[@]}" "${options[@]}" log >out
+[ $? = 1 ] || fail 'nothing is new'
+rm log*
+record 9 >log
+"${tool[@]}" "${options[@]}" log >out 2>err && arrived 9 || fail "another log: $(cat out)"
+grep -q 'sequence id 202, is neither there nor in a log rotated away' err || fail "$(cat err)"
+[ "$failures" = 0 ]

@@ -28,6 +28,7 @@ RecordBuilder bugcheck(unsigned id, std::size_t payloadSize, std::uint8_t source
 
 TEST(CacheBugchecks, WithoutAMeaningAreTracedAndShownInHex) {
   for (const std::uint8_t source : {cache1, cache2}) {
+    SCOPED_TRACE(+source);
     const TraceCapture trace;
     EXPECT_EQ(textsOf(*decode(bugcheck(47, 2, source).str())),
               (Texts{"Bugcheck 47", "Unhandled Event by CACHE18P", "<Hex>0102</Hex>"}));

@@ -59,6 +59,7 @@ char* (IOMGR8P_Event::*const classes[])(IOMGR_EVL*, char*) = {
 
 TEST(Iomgr, KnowsNoOtherClasses) {
   for (const std::uint32_t number : {0U, 33U, 0x01000001U, 0xFFFFFFFFU}) {
+    SCOPED_TRACE(number);
     const auto unknown = event(number, 1, 40, ramp(40));
     EXPECT_EQ(utf8(unknown->getEventID()), "Unknown Event");
     EXPECT_EQ(utf8(unknown->getSummary()), "");

@@ -25,6 +25,7 @@ EventFields decode(const Payload& payload, std::uint16_t id = 3) {
 TEST(IscsiManagement, NamesTheEventWhateverThePayloadKind) {
   const mpuevent::support::TraceCapture trace;
   for (const std::uint16_t kind : {std::uint16_t{0}, std::uint16_t{7}, std::uint16_t{0x0100}}) {
+    SCOPED_TRACE(kind);
     const EventFields event = decode(Payload().u16(kind).u16(1).zeros(90), 65535);
     EXPECT_EQ(event.eventId(), "Unknown (65535)");
     EXPECT_EQ(event.summary(), "");

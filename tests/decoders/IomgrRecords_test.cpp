@@ -60,6 +60,7 @@ TEST(IomgrRecords, EndWithExtentsThatBeginInTheData) {
   EXPECT_EQ(extents(5, 305, 600), 1U);
   // The record's end comes before the data's.
   for (const std::uint32_t dataLength : {600U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+    SCOPED_TRACE(dataLength);
     EXPECT_EQ(extents(510, dataLength, 264 + 2 * 80), 2U);
     EXPECT_EQ(extents(510, dataLength, 264 + 2 * 80 + 2), 3U);
   }

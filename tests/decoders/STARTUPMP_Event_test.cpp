@@ -112,6 +112,7 @@ TEST(RegisterReport, FindsEachRegisterAtItsOwnWord) {
 TEST(RegisterReport, EndsWithThePayloadAndWithTheRecord) {
   const std::string one = bodyOf(100, snapshot(1));
   for (const std::uint16_t claimed : {std::uint16_t{4}, std::uint16_t{7}}) {
+    SCOPED_TRACE(claimed);
     EXPECT_EQ(utf8(decode(record(100, snapshot(3).str()).structLength(claimed).str())->getBody()),
               one);
   }
@@ -157,6 +158,7 @@ TEST(StartupBodies, CanBeHadFromARecordAlone) {
       {101, get_R5600_stack_dump          },
   };
   for (const auto& [id, body] : cases) {
+    SCOPED_TRACE(id);
     const std::string bytes = record(id, letters(340).at(0).bytes("text\n").str()).str();
     EXPECT_EQ(utf8(body(reinterpret_cast<EmpEvLogMsg_s const*>(bytes.data()))),
               utf8(decode(bytes)->getBody()));

@@ -42,6 +42,7 @@ TEST(UnknownEvents, ShowThePayloadInHexAndTraceTheId) {
       {28, "Unhandled Event by SNMPMP",    "SNMPMP_Event:99               :----: "},
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(+c.source);
     const TraceCapture trace;
     const auto event = decode(
         RecordBuilder().source(c.source).id(26).payload(std::string("\x01\xAB\0\x7F", 4)).str());

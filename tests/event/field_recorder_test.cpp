@@ -96,6 +96,7 @@ TEST(FieldRecorder, TellsTheElementsOfEverySample) {
       SCOPED_TRACE(testing::Message() << module.name << ", event id " << sample.id);
       const std::string whole = mpuevent::samples::record(module, sample).str();
       for (int round = 0; round < 40; ++round) {
+        SCOPED_TRACE(round);
         std::string record = whole;
         for (int change = round; change > 0 && record.size() > 152; change /= 2) {
           constexpr char bytes[] = "<>/\\=&; \0\1\2\xC3\xA9\xFF";

@@ -152,11 +152,13 @@ TEST(BaseEvent, TraceNumbersAreDecimalButForEventIdsThatFollowTheStream) {
           << lines[5];
     }
     for (const auto source : std::initializer_list<std::uint8_t>{13, 23, 24}) {
+      SCOPED_TRACE(+source);
       EXPECT_EQ(last(RecordBuilder().source(source).id(26)),
                 "Unknown EventID: 0x" + std::string(id));
     }
     EXPECT_EQ(last(RecordBuilder().source(18).id(26)), "Unknown EventID: " + std::string(id));
     for (const auto source : std::initializer_list<std::uint8_t>{4, 5, 7}) {
+      SCOPED_TRACE(+source);
       EXPECT_EQ(last(RecordBuilder().source(source).id(260)), "Unknown EventID: 0x260");
     }
     const Payload classed = Payload().u32(1).u32(2).u32(3).u32(4).u32(492);

@@ -48,6 +48,7 @@ TEST(PegasusString, ReadsUtf8) {
       {"\xEF\xBF\xBE\xEF\xBF\xBF\xED\xA0\x80",             u"\uFFFD\uFFFD\uFFFD"            },
   };
   for (const auto& test : cases) {
+    SCOPED_TRACE(test.result);
     EXPECT_EQ(unitsOf(fromBytes(test.bytes)), test.units) << testing::PrintToString(test.bytes);
   }
 }

@@ -80,6 +80,7 @@ TEST(JsonForm, WritesOneObjectALine) {
   };
   const auto form = makeJsonForm({});
   for (const auto& [elements, json] : cases) {
+    SCOPED_TRACE(json);
     EXPECT_EQ(written(*form, elements), std::string(kJsonFacts) + json + rest + "\n");
   }
 }

@@ -63,6 +63,7 @@ TEST(Trace, AsksTheServiceOnceForEachLine) {
     const Lines all = linesFor(std::numeric_limits<int>::max());
     ASSERT_EQ(all.size(), count);
     for (std::size_t wanted = 0; wanted <= count; ++wanted) {
+      SCOPED_TRACE(wanted);
       const Lines first(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(wanted));
       EXPECT_EQ(linesFor(static_cast<int>(wanted)), first);
     }

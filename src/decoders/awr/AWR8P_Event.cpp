@@ -37,8 +37,8 @@ class Nodes {
   std::size_t payloadEnd() const { return end_; }
   bool holdsHead(std::size_t at) const { return at <= end_ && headSize <= end_ - at; }
 
-  /// A container counts its children down from a signed length, so that one below 0 has none; but
-  /// where the next node stands an unsigned length says, and after such a one there is no next.
+  /// Children are counted with a signed length, siblings are located with the same bits unsigned:
+  /// a container of negative length has no children and ends its parent.
   Node at(std::size_t at) const {
     const auto type = static_cast<NodeType>(payload_.u32(at));
     const std::size_t data = at + headSize;
@@ -50,7 +50,7 @@ class Nodes {
     return payload_.bytes(node.data, node.end - node.data);
   }
 
-  /// The bytes that a node shows. A text pays no heed to lengths.
+  /// The bytes that a node shows. A text ends at its NUL, whatever length its node gives.
   std::string_view shown(const Node& node) const {
     switch (node.type) {
       case NodeType::text:
@@ -72,10 +72,11 @@ class Nodes {
 /// Calls `visit` with the type and bytes of the node at the payload's start and of those in it, in
 /// the order of the record.
 ///
-/// A node may reach past the container that it stands in, which then goes on, or ends, amid the
-/// node: bytes can come again at every depth, more often than any machine can show them. So the
-/// walk ends when it has come to several times the payload. Only such trees get there, as in all
-/// others no byte comes twice but those of a text that is longer than its node says.
+/// A node may claim more bytes than its container holds. The container's next sibling then stands
+/// in the middle of that node, so that the same bytes are visited again, at every depth once more:
+/// a small record could show more than any machine can hold. The walk therefore stops after
+/// several times the payload's size. No other tree gets there: its bytes come once, or twice where
+/// a text is longer than its node says.
 template <class Visit>
 void forEachNode(const Nodes& nodes, Visit visit) {
   struct Siblings {

@@ -1,6 +1,8 @@
 #include "log/choosing/Merge.h"
 
+#include <memory>
 #include <queue>
+#include <span>
 #include <utility>
 
 #include "log/choosing/RecordBytes.h"

@@ -1,6 +1,7 @@
 #include "log/framing/IntactRecords.h"
 
 #include <array>
+#include <cstddef>
 
 #include "log/recognition/HeaderVerdict.h"
 

@@ -1,7 +1,7 @@
 #include "log/framing/LogReader.h"
 
 #include <algorithm>
-#include <string_view>
+#include <span>
 #include <utility>
 
 #include "log/framing/IntactRecords.h"

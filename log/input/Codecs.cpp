@@ -3,6 +3,9 @@
 #include <zlib.h>
 #include <zstd.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <new>
 
 #include "log/input/Decompression.h"

@@ -1,7 +1,6 @@
 #include "log/input/Packing.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <string_view>
 

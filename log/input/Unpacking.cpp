@@ -2,10 +2,12 @@
 #include <archive_entry.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <span>
+#include <string>
 #include <utility>
 #include <vector>
 

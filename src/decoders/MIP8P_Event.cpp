@@ -1,5 +1,9 @@
 #include <MPUEvent/MIP8P_Event.h>
 
+#include <algorithm>
+#include <span>
+#include <string_view>
+
 #include "decoders/iomgr/EventClasses.h"
 #include "event/Text.h"
 #include "event/Undecoded.h"

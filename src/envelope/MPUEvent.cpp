@@ -3,7 +3,10 @@
 #include <CMAP/CMAPErrorCodes.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #include "event/BodyWriter.h"
 #include "event/RecordView.h"

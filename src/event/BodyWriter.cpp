@@ -5,6 +5,7 @@
 #include <bit>
 #include <charconv>
 #include <utility>
+#include <vector>
 
 #include "event/HexDigits.h"
 #include "event/Text.h"

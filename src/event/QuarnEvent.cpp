@@ -1,5 +1,6 @@
 #include <MPUEvent/QuarnEvent.h>
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>

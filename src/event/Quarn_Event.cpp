@@ -1,6 +1,8 @@
 #include <MPUEvent/Quarn_Event.h>
 
+#include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #include "event/BodyWriter.h"
 #include "event/RecordView.h"

@@ -1,6 +1,7 @@
 #include "event/SafeBody.h"
 
 #include <cassert>
+#include <utility>
 
 #include "event/SafeText.h"
 

@@ -1,5 +1,7 @@
 #include <MPUEvent/StringFormat.h>
 
+#include <cstdint>
+
 #include "event/BodyWriter.h"
 
 namespace Pegasus {

@@ -1,5 +1,7 @@
 #include "event/Undecoded.h"
 
+#include <string_view>
+
 #include "event/BodyWriter.h"
 
 namespace mpuevent {

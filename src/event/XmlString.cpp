@@ -1,5 +1,7 @@
 #include <MPUEvent/StringFormat.h>
+
 #include <MPUEvent/XmlString.h>
+#include <string>
 
 #include "event/BodyWriter.h"
 

@@ -1,5 +1,7 @@
 #include <MPUEvent/Quarn_Event.h>
 
+#include <string_view>
+
 #include "event/Tables.h"
 #include "event/Text.h"
 #include "event/Trace.h"

@@ -1,6 +1,9 @@
 #include <MPUEvent/AWR8P_Event.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
 #include <utility>
 #include <vector>
 

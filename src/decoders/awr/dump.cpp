@@ -1,5 +1,7 @@
 #include "decoders/awr/dump.h"
 
+#include <cstddef>
+
 #include "event/Entry.h"
 
 namespace mpuevent::awr {

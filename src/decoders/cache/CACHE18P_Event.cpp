@@ -1,8 +1,10 @@
 #include <MPUEvent/CACHE18P_Event.h>
 
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <span>
 #include <string_view>
 
 #include "decoders/cache/layouts.h"

@@ -1,6 +1,7 @@
 #include "decoders/cache/layouts.h"
 
 #include <span>
+#include <string_view>
 
 namespace mpuevent::cache {
 

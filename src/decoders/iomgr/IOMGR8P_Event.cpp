@@ -1,5 +1,9 @@
 #include <MPUEvent/IOMGR8P_Event.h>
 
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
 #include "decoders/iomgr/classes.h"
 #include "event/Entry.h"
 #include "event/Text.h"

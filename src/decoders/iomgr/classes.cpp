@@ -1,5 +1,8 @@
 #include "decoders/iomgr/classes.h"
 
+#include <span>
+#include <string_view>
+
 #include "event/Entry.h"
 
 namespace mpuevent::iomgr {

@@ -1,6 +1,7 @@
 #include "decoders/iomgr/records.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "event/Lists.h"
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "decoders/iscsimp/builders.h"
 #include "decoders/iscsimp/tables.h"

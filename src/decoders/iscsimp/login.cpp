@@ -1,6 +1,8 @@
 // A session that came up, and what was negotiated for it.
 #include <cstddef>
 #include <cstdint>
+#include <span>
+#include <string_view>
 
 #include "decoders/iscsimp/builders.h"
 #include "decoders/iscsimp/elements.h"

@@ -1,6 +1,7 @@
 // Parameters and requests that were refused, and internal messages that failed.
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include "decoders/iscsimp/builders.h"

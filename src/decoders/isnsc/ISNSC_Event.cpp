@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "decoders/isnsc/messages.h"
 #include "event/Codes.h"

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "event/Codes.h"
 #include "event/Fields.h"

@@ -1,5 +1,8 @@
 #include <MPUEvent/STARTUPMP_Event.h>
 
+#include <cstdint>
+#include <string_view>
+
 #include "decoders/startup/bodies.h"
 #include "event/ExportedBody.h"
 #include "event/Tables.h"

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <span>
+#include <string_view>
 
 #include "decoders/startup/bodies.h"
 #include "event/BodyWriter.h"

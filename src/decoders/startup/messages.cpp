@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "decoders/startup/bodies.h"
 #include "event/BodyWriter.h"

@@ -1,5 +1,8 @@
 #include <MPUEvent/SYSTEM_CONFIGMP_Event.h>
 
+#include <cstdint>
+#include <string_view>
+
 #include "decoders/systemconfig/kinds.h"
 #include "decoders/systemconfig/summary.h"
 #include "event/ExportedBody.h"

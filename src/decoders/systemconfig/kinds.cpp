@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "decoders/configuration.h"
 #include "decoders/systemconfig/summary.h"

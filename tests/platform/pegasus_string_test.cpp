@@ -48,7 +48,6 @@ TEST(PegasusString, ReadsUtf8) {
       {"\xEF\xBF\xBE\xEF\xBF\xBF\xED\xA0\x80",             u"\uFFFD\uFFFD\uFFFD"            },
   };
   for (const auto& test : cases) {
-    SCOPED_TRACE(test.result);
     EXPECT_EQ(unitsOf(fromBytes(test.bytes)), test.units) << testing::PrintToString(test.bytes);
   }
 }
@@ -161,6 +160,7 @@ TEST(PegasusString, ChangingOneCopyLeavesTheOther) {
       {[](String& text) { text.toLower(); },                                "abcdef"      },
   };
   for (const auto& test : cases) {
+    SCOPED_TRACE(test.result);
     String text = "AbcDef";
     const String copy = text;
     test.change(text);

@@ -159,8 +159,7 @@ const Type& valueOf(const Properties& properties, std::string_view name) {
 String hostName() {
   std::array<char, 256> name{};
   ::gethostname(name.data(), name.size() - 1);
-  tool::Utf8Text text;
-  return xmlSafe(text.assignBytes(name.data()));
+  return xmlSafeBytes(name.data());
 }
 
 }  // namespace
@@ -207,9 +206,29 @@ std::string instanceId(std::span<const unsigned char> bytes) {
   return id + std::to_string(record.logInstance()) + ":" + std::to_string(record.sequenceId());
 }
 
-String logInstanceId(const std::string& path) {
+String xmlSafeBytes(std::string_view bytes) {
   tool::Utf8Text text;
-  return ascii(std::string(kOwner) + ":") + xmlSafe(text.assignBytes(path));
+  return xmlSafe(text.assignBytes(bytes));
+}
+
+String logInstanceId(const std::string& path) {
+  return xmlSafeBytes(std::string(kOwner) + ":" + path);
+}
+
+Properties logProperties(const std::string& path, const log::Accounting& read) {
+  return {
+      {"InstanceID",             logInstanceId(path)      },
+      {"Name",                   xmlSafeBytes(path)       },
+      {"ElementName",            xmlSafeBytes(path)       },
+      {"MaxNumberOfRecords",     Uint64{0}                },
+      {"CurrentNumberOfRecords", Uint64{read.events}      },
+      {"OverwritePolicy",        Uint16{0}                },
+      {"LogState",               Uint16{4}                },
+      {"EnabledState",           Uint16{5}                },
+      {"RequestedState",         Uint16{12}               },
+      {"SkippedBytes",           Uint64{read.skippedBytes}},
+      {"PaddingBytes",           Uint64{read.paddingBytes}},
+  };
 }
 
 Uint16 perceivedSeverity(unsigned eventType) {
@@ -246,12 +265,11 @@ Properties EventProperties::factsOf(const log::LogUnit& unit, const Place* place
 
 Properties EventProperties::ofEntry(const log::LogUnit& unit, const Place& place) {
   Properties properties = factsOf(unit, &place);
-  tool::Utf8Text text;
   const String title = valueOf<String>(properties, "EventIDText");
   properties.push_back({"InstanceID", ascii(instanceId(unit.record))});
   properties.push_back({"ElementName", title});
   properties.push_back({"LogInstanceID", logInstanceId(place.log)});
-  properties.push_back({"LogName", xmlSafe(text.assignBytes(place.log))});
+  properties.push_back({"LogName", xmlSafeBytes(place.log)});
   properties.push_back({"RecordID", ascii(std::to_string(unit.offset))});
   return properties;
 }

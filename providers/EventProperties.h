@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "forms/EventFacts.h"
+#include "log/accounting/Accounting.h"
 #include "log/framing/LogUnit.h"
 
 namespace mpuevent::provider {
@@ -39,8 +40,14 @@ Pegasus::String xmlSafe(std::string_view utf8);
 /// become the same.
 std::string instanceId(std::span<const unsigned char> record);
 
+/// The same of bytes that need not be UTF-8: then they are Latin-1.
+Pegasus::String xmlSafeBytes(std::string_view bytes);
+
 /// InstanceID of the log at `path`.
 Pegasus::String logInstanceId(const std::string& path);
+
+/// Of an MPU_EventLog of which all was read.
+Properties logProperties(const std::string& path, const log::Accounting& read);
 
 /// CIM's PerceivedSeverity of an event type: 1, 2, 3, or 0 for none of these.
 Pegasus::Uint16 perceivedSeverity(unsigned eventType);

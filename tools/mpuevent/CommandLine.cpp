@@ -8,6 +8,7 @@
 
 #include "DecodeCommand.h"
 #include "explain/ExplainCommand.h"
+#include "store/StoreCommand.h"
 #include "summary/SummaryCommand.h"
 
 namespace mpuevent::tool {
@@ -34,6 +35,7 @@ class CommandLine {
     add("decode", "Write the events of logs in readable form", decode_, addDecodeOptions, decode);
     add("explain", "Show which bytes of an event make which of its fields", explain_,
         addExplainOptions, explain);
+    add("store", "Keep events in a database, each once", store_, addStoreOptions, store);
     add("summary", "Tell what is in logs, on a page", summary_, addSummaryOptions, summary);
     CLI::App* help = add("help", "Tell of the program, or of a command");
     help->add_option("COMMAND", helpTopic_, "The command to tell of")->type_name("");
@@ -125,6 +127,7 @@ class CommandLine {
   CLI::App app_{"Decodes the event logs of a storage controller.", "mpuevent"};
   DecodeOptions decode_;
   ExplainOptions explain_;
+  StoreOptions store_;
   SummaryOptions summary_;
   std::string helpTopic_;
   Command command_;

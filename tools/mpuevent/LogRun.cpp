@@ -14,6 +14,7 @@
 #include "log/input/InputFile.h"
 #include "log/input/InputNames.h"
 #include "log/input/PackingAdvice.h"
+#include "store/Store.h"
 
 namespace mpuevent::tool {
 
@@ -72,6 +73,8 @@ ExitCode LogRun::exitCode() const {
 }
 
 void LogRun::readInput(const std::string& input, bool several) {
+  if (isPartOfStore(input)) return;
+  if (isStore(input)) return readStore(input, several);
   if (input == kStandardInput && ::isatty(STDIN_FILENO) != 0) {
     report(shownName(input), "reads a terminal; --help tells of files");
   }
@@ -106,6 +109,9 @@ void LogRun::follow(const FollowOptions& options) {
   const std::vector<std::string>& names = options_.selection.names;
   if (names.size() != 1 || names[0] == kStandardInput || !options_.selection.namesFile.empty()) {
     throw std::invalid_argument("--follow and --cursor-file go with one FILE");
+  }
+  if (isStore(names[0])) {
+    throw std::invalid_argument("--follow and --cursor-file go with logs, not with a store");
   }
   if (options.follow && choosing_.merge) {
     throw std::invalid_argument("--follow does not go with --merge, which needs all events first");
@@ -188,6 +194,40 @@ void LogRun::finish() {
   if (cursor_) cursor_->save();
 }
 
+// A store is one file, although each of its events names the one that it came from.
+void LogRun::readStore(const std::string& name, bool several) {
+  const LogFile store{name, name, several, files_++};
+  if (beginFile_) beginFile_(store);
+  log::Accounting accounting;
+  const auto read = [&](const log::Choice& choice, Store::Order order, const auto& visitUnit) {
+    openStore(name, StoreAccess::read)->read(choice, order, [&](const StoredRecord& stored) {
+      if (!stored.isDecoded) return;
+      visitUnit(LogFile{stored.file, name, several, store.number},
+                log::LogUnit{stored.offset, nullptr, stored.record}, stored.index);
+    });
+  };
+  try {
+    if (watch_.read) {
+      // What was not chosen is not missing.
+      read({}, Store::Order::byLog,
+           [this](const LogFile& file, const log::LogUnit& unit, std::uint64_t) {
+             watch_.read(file, unit);
+           });
+    }
+    read(choosing_.choice, Store::Order::asStored,
+         [&](const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
+           ++accounting.events;
+           accounting.eventBytes += unit.record.size();
+           if (isChosen(unit)) take(file, unit, index);
+         });
+  } catch (const StoreError& error) {
+    failed_ = true;
+    output_.flush();
+    complain(error.what());
+  }
+  if (watch_.endFile) watch_.endFile(store, accounting);
+}
+
 void LogRun::readLog(const LogFile& file, const log::LogSource& source) {
   if (beginFile_) beginFile_(file);
   log::LogReader reader(
@@ -196,10 +236,10 @@ void LogRun::readLog(const LogFile& file, const log::LogSource& source) {
   try {
     readUnits(file, reader);
   } catch (const Enough&) {
-    if (watch_.endFile) watch_.endFile(file, reader);
+    if (watch_.endFile) watch_.endFile(file, reader.accounting());
     throw;
   }
-  if (watch_.endFile) watch_.endFile(file, reader);
+  if (watch_.endFile) watch_.endFile(file, reader.accounting());
   sumUp(file, reader);
 }
 
@@ -224,23 +264,30 @@ bool LogRun::isChosen(const log::LogUnit& unit) {
 
 void LogRun::take(const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
   if (choosing_.merge) {
-    keep(file);
-    merge_.add(unit, file.number, index);
+    merge_.add(unit, keep(file), index);
   } else if (keepsLast()) {
-    keep(file);
     if (last_.size() == *choosing_.last) last_.pop_front();
-    last_.emplace_back(unit, file.number, index);
+    last_.emplace_back(unit, keep(file), index);
   } else {
     visit(file, unit, index);
   }
 }
 
-// The names of a file, of which an event is kept, last longer than it.
-void LogRun::keep(const LogFile& file) {
-  if (!keptFiles_.empty() && keptFiles_.rbegin()->first == file.number) return;
-  keptFiles_.emplace(file.number,
-                     FileNames{file.name ? std::optional<std::string>(*file.name) : std::nullopt,
-                               std::string(file.shownName), file.isOneOfSeveral});
+// The names of a file, of which an event is kept, last longer than it. Returns their place; for a
+// merge, which wants a file's events one after another, a new one with each change of file.
+std::size_t LogRun::keep(const LogFile& file) {
+  const auto isThisOne = [&file](const FileNames& names) {
+    return names.number == file.number && names.name == file.name;
+  };
+  const auto from =
+      choosing_.merge && !keptFiles_.empty() ? keptFiles_.end() - 1 : keptFiles_.begin();
+  const auto known = std::find_if(from, keptFiles_.end(), isThisOne);
+  const auto place = static_cast<std::size_t>(known - keptFiles_.begin());
+  if (known == keptFiles_.end()) {
+    keptFiles_.push_back({file.name ? std::optional<std::string>(*file.name) : std::nullopt,
+                          std::string(file.shownName), file.isOneOfSeveral, file.number});
+  }
+  return place;
 }
 
 void LogRun::visit(const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
@@ -270,8 +317,8 @@ void LogRun::visitKept() {
 }
 
 void LogRun::visitKept(const log::KeptUnit& unit) {
-  const FileNames& names = keptFiles_.at(unit.file());
-  visit({names.name, names.shownName, names.isOneOfSeveral, unit.file()}, unit.unit(),
+  const FileNames& names = keptFiles_[unit.file()];
+  visit({names.name, names.shownName, names.isOneOfSeveral, names.number}, unit.unit(),
         unit.index());
   endIfEnough();
 }

@@ -5,12 +5,12 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "ExitCode.h"
 #include "FollowOptions.h"
@@ -36,9 +36,9 @@ struct LogFile {
   std::size_t number;  ///< in the order in which they are read, from 0
 };
 
-/// Reads the logs that a command was given, one after another, and chooses among their events: what
-/// is wrong with the logs is reported on standard error, with what `output` holds written before
-/// it, and makes the exit code.
+/// Reads the logs and stores that a command was given, one after another, and chooses among their
+/// events: what is wrong with the logs is reported on standard error, with what `output` holds
+/// written before it, and makes the exit code.
 class LogRun {
  public:
   using VisitUnit =
@@ -52,7 +52,7 @@ class LogRun {
     std::function<void(const LogFile& file, const log::LogUnit& unit)> read;
     std::function<void(const LogFile& file, const log::Finding& finding)> find;
     /// No more of the file is read.
-    std::function<void(const LogFile& file, const log::LogReader& reader)> endFile;
+    std::function<void(const LogFile& file, const log::Accounting& accounting)> endFile;
   };
 
   /// The options must last.
@@ -86,6 +86,7 @@ class LogRun {
     std::optional<std::string> name;
     std::string shownName;
     bool isOneOfSeveral;
+    std::size_t number;
   };
 
   void readAll();
@@ -95,11 +96,12 @@ class LogRun {
   void saveCursor();
   bool keepsLast() const { return choosing_.last && !showedLast_; }
   void readInput(const std::string& input, bool several);
+  void readStore(const std::string& name, bool several);
   void readLog(const LogFile& file, const log::LogSource& source);
   void readUnits(const LogFile& file, log::LogReader& reader);
   bool isChosen(const log::LogUnit& unit);
   void take(const LogFile& file, const log::LogUnit& unit, std::uint64_t index);
-  void keep(const LogFile& file);
+  std::size_t keep(const LogFile& file);
   void visit(const LogFile& file, const log::LogUnit& unit, std::uint64_t index);
   void endIfEnough() const;
   void visitKept();
@@ -119,7 +121,7 @@ class LogRun {
   Watch watch_;
   std::size_t files_ = 0;
   std::uint64_t visited_ = 0;
-  std::map<std::size_t, FileNames> keptFiles_;
+  std::vector<FileNames> keptFiles_;
   std::deque<log::KeptUnit> last_;
   log::Merge merge_;
   bool failed_ = false;

@@ -34,6 +34,8 @@ ExitCode run(const UsageError& error) {
 int main(int argc, char** argv) {
   // A reader that goes away shows as an error of the write.
   std::signal(SIGPIPE, SIG_IGN);
+  // So does a file that may not grow.
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     return std::visit([](const auto& request) { return run(request); }, parseArguments(argc, argv));
   } catch (const ClosedPipe&) {

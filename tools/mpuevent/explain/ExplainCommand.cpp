@@ -21,6 +21,7 @@
 #include "log/choosing/KeptUnit.h"
 #include "log/choosing/RecordBytes.h"
 #include "log/input/InputFile.h"
+#include "store/Store.h"
 
 namespace mpuevent::tool {
 
@@ -71,9 +72,11 @@ void reportNothing(const ExplainOptions& options, std::uint64_t events) {
     text += options.index ? "with index " : "with sequence id ";
     appendDecimal(text, options.index ? *options.index : *options.sequence);
   }
-  text += "; it has ";
-  appendDecimal(text, events);
-  text += events == 1 ? " event" : " events";
+  if (events != 0) {
+    text += "; it has ";
+    appendDecimal(text, events);
+    text += events == 1 ? " event" : " events";
+  }
   report(options, text.view());
 }
 
@@ -83,8 +86,15 @@ ExitCode findEvent(const ExplainOptions& options, Output& output,
   InputOptions input;
   input.selection.names = {options.file};
   input.form = options.form;
-  const ChoosingOptions all;
-  LogRun run(input, all, output);
+  ChoosingOptions choosing;
+  // A store finds it; of a file all is read, to tell how many events it has.
+  if (options.sequence && isStore(options.file)) {
+    const auto id = static_cast<std::uint32_t>(*options.sequence);
+    choosing.choice.require(log::HeaderNumber::sequenceId, {
+                                                               {id, id}
+    });
+  }
+  LogRun run(input, choosing, output);
   std::uint64_t events = 0;
   std::vector<std::uint64_t> others;
   run.forEachUnit([&](const LogFile&, const log::LogUnit& unit, std::uint64_t index) {

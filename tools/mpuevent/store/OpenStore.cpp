@@ -1,5 +1,5 @@
+#include <algorithm>
 #include <array>
-#include <cstring>
 #include <fstream>
 
 #include "store/Engines.h"
@@ -9,6 +9,7 @@ namespace mpuevent::tool {
 namespace {
 
 constexpr std::array<std::string_view, 2> kServers = {"postgresql://", "postgres://"};
+constexpr std::array<std::string_view, 3> kBesideStore = {"-wal", "-shm", "-journal"};
 constexpr std::string_view kSqliteMagic{"SQLite format 3", 16};
 
 bool isServer(std::string_view name) {
@@ -23,6 +24,12 @@ bool isStore(const std::string& name) {
   std::ifstream file(name, std::ios::binary);
   return file.read(beginning.data(), beginning.size()) &&
          std::string_view(beginning.data(), beginning.size()) == kSqliteMagic;
+}
+
+bool isPartOfStore(const std::string& name) {
+  return std::any_of(kBesideStore.begin(), kBesideStore.end(), [&name](std::string_view ending) {
+    return name.ends_with(ending) && isStore(name.substr(0, name.size() - ending.size()));
+  });
 }
 
 std::unique_ptr<Store> openStore(const std::string& target, StoreAccess access) {

@@ -1,6 +1,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <string>
 
@@ -14,21 +15,46 @@ namespace {
 
 constexpr int kApplicationId = 0x4D505545;  // "MPUE"
 constexpr int kWaitForLock = 10000;         // milliseconds
-constexpr std::size_t kRowsDecodedAgain = 2000;
+constexpr std::size_t kRowsAtOnce = 2000;
 
 // Each commit is on the disk when it returns (FULL), as what has been stored may be deleted where
 // it came from; with batches of thousands that costs little. The log of a batch is not copied back
 // into the file before it is some 64 MB.
+// Rows of some 2 KB want large pages; words are merged as they come in, 16 MB at a time.
+constexpr char kFormat[] =
+    "PRAGMA page_size = 16384;"
+    "PRAGMA journal_mode = WAL;";
 constexpr char kSettings[] =
     "PRAGMA synchronous = FULL;"
-    "PRAGMA cache_size = -65536;"
+    "PRAGMA cache_size = -32768;"
     "PRAGMA temp_store = FILE;"
-    "PRAGMA wal_autocheckpoint = 16384;";
+    "PRAGMA wal_autocheckpoint = 4096;";
+
+constexpr std::array<std::string_view, 3> kWordColumns = {"event_id", "summary", "body"};
 
 constexpr char kKeyIs[] =
     "enclosure_serial = ? AND controller_serial = ? AND log_instance = ? AND sequence_id = ?";
 
 std::string quoted(std::string_view name) { return '"' + std::string(name) + '"'; }
+
+std::string listOf(std::span<const std::string_view> names, std::string_view behind) {
+  std::string list;
+  for (const std::string_view name : names) {
+    if (!list.empty()) list += ", ";
+    list += quoted(name) + std::string(behind);
+  }
+  return list;
+}
+
+std::vector<std::size_t> placesOf(std::span<const std::string_view> names) {
+  const std::span<const std::string_view> all = Batch::columns();
+  std::vector<std::size_t> places;
+  for (const std::string_view name : names) {
+    places.push_back(
+        static_cast<std::size_t>(std::find(all.begin(), all.end(), name) - all.begin()));
+  }
+  return places;
+}
 
 /// Says what went wrong with the database `path`.
 [[noreturn]] void fail(const std::string& path, sqlite3* database, int code) {
@@ -68,12 +94,19 @@ class Statement {
     check(sqlite3_bind_blob64(statement_, at, begin, bytes.size(), SQLITE_STATIC));
   }
   void bind(int at, std::monostate) { check(sqlite3_bind_null(statement_, at)); }
+  void bind(int first, const Batch& batch, std::size_t row, std::span<const std::size_t> columns) {
+    for (const std::size_t column : columns) {
+      std::visit([this, first](auto value) { bind(first, value); }, batch.value(row, column));
+      ++first;
+    }
+  }
 
   /// Whether there is a row.
   bool step() {
     const int code = sqlite3_step(statement_);
-    if (code != SQLITE_ROW && code != SQLITE_DONE) fail(path_, database_, code);
-    return code == SQLITE_ROW;
+    if (code == SQLITE_ROW || code == SQLITE_DONE) return code == SQLITE_ROW;
+    sqlite3_reset(statement_);
+    fail(path_, database_, code);
   }
   void reset() { sqlite3_reset(statement_); }
   void run() {
@@ -108,11 +141,26 @@ class Statement {
   sqlite3_stmt* statement_ = nullptr;
 };
 
+void bindTexts(Statement& statement, const SqlCondition& condition) {
+  for (std::size_t at = 0; at < condition.texts.size(); ++at) {
+    statement.bind(static_cast<int>(at) + 1, std::string_view(condition.texts[at]));
+  }
+}
+
+/// From the columns file, index, offset.
+RecordPlace placeIn(const Statement& row, int first) {
+  return {row.isNull(first) ? std::nullopt : std::optional<std::string_view>(row.text(first)),
+          row.number(first + 1), row.number(first + 2)};
+}
+
 class SqliteStore : public Store {
  public:
   SqliteStore(const std::string& path, StoreAccess access) : path_(path) {
-    const int flags =
-        SQLITE_OPEN_READWRITE | (access == StoreAccess::write ? SQLITE_OPEN_CREATE : 0);
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX |
+                      (access == StoreAccess::write ? SQLITE_OPEN_CREATE : 0);
+    // A lock for counting memory, at each allocation, is of no use here.
+    static const int uncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    static_cast<void>(uncounted);
     sqlite3* database = nullptr;
     const int code = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
     database_.reset(database);
@@ -120,15 +168,10 @@ class SqliteStore : public Store {
     sqlite3_extended_result_codes(database, 1);
     sqlite3_busy_timeout(database, kWaitForLock);
     if (access == StoreAccess::write) {
-      // Two programs may begin the same store.
-      if (isEmpty()) run("PRAGMA journal_mode = WAL");
-      Transaction transaction(*this);
-      if (isEmpty()) makeSchema();
-      checkSchema();
-      transaction.commit();
-      run(kSettings);
-    } else {
-      checkSchema();
+      openToWrite();
+    } else if (version() < kSchemaVersion) {
+      throw StoreError(path_ + ": of an older version; 'mpuevent store " + path_ +
+                       " --again' makes it one of this");
     }
   }
 
@@ -165,8 +208,8 @@ class SqliteStore : public Store {
   };
 
   Statement statement(const std::string& sql) { return {path_, database_.get(), sql}; }
-  void run(const char* sql) {
-    const int code = sqlite3_exec(database_.get(), sql, nullptr, nullptr, nullptr);
+  void run(const std::string& sql) {
+    const int code = sqlite3_exec(database_.get(), sql.c_str(), nullptr, nullptr, nullptr);
     if (code != SQLITE_OK) fail(path_, database_.get(), code);
   }
   std::uint64_t number(const std::string& sql) {
@@ -179,21 +222,26 @@ class SqliteStore : public Store {
            number("SELECT count(*) FROM sqlite_schema") == 0;
   }
   void makeSchema();
-  void checkSchema();
-  std::uint64_t replace(std::span<const std::uint64_t> ids, const Batch& batch);
+  std::uint64_t version();
+  void openToWrite();
+  void migrate();
+  std::size_t insert(const Batch& batch);
+  void replace(std::span<const std::uint64_t> ids, const Batch& batch);
 
   const std::string path_;
   std::unique_ptr<sqlite3, Close> database_;
   std::unique_ptr<Statement> insert_;
+  std::unique_ptr<Statement> insertWords_;
 };
 
 void SqliteStore::makeSchema() {
   run(kSqliteSchema);
-  run(("PRAGMA application_id = " + std::to_string(kApplicationId)).c_str());
-  run(("PRAGMA user_version = " + std::to_string(kSchemaVersion)).c_str());
+  run("PRAGMA application_id = " + std::to_string(kApplicationId));
+  run("PRAGMA user_version = " + std::to_string(kSchemaVersion));
 }
 
-void SqliteStore::checkSchema() {
+// Throws unless this is a store, of this version or an older one.
+std::uint64_t SqliteStore::version() {
   if (number("PRAGMA application_id") != kApplicationId) {
     throw StoreError(path_ + ": not a store, but an SQLite database of another program");
   }
@@ -203,32 +251,81 @@ void SqliteStore::checkSchema() {
                      ", this program knows up to " + std::to_string(kSchemaVersion) +
                      "; use a newer mpuevent");
   }
+  return version;
+}
+
+void SqliteStore::openToWrite() {
+  // Two programs may begin the same store.
+  if (isEmpty()) run(kFormat);
+  Transaction transaction(*this);
+  if (isEmpty()) {
+    makeSchema();
+  } else if (version() < kSchemaVersion) {
+    migrate();
+  }
+  transaction.commit();
+  run(kSettings);
+}
+
+// Everything that a store is made of can be made of its records anew, so an older one needs no
+// steps from version to version: of it no more is asked than the columns that say where a record is
+// from.
+void SqliteStore::migrate() {
+  run("DROP TABLE IF EXISTS words");
+  for (const std::string type : {"view", "trigger", "index"}) {
+    std::vector<std::string> names;
+    Statement known =
+        statement("SELECT name FROM sqlite_schema WHERE sql IS NOT NULL AND type = '" + type + "'");
+    while (known.step()) names.emplace_back(known.text(0));
+    for (const std::string& name : names) run("DROP " + type + " " + quoted(name));
+  }
+  run("ALTER TABLE events RENAME TO older_events");
+  makeSchema();
+  {
+    Statement rows =
+        statement("SELECT record, file, \"index\", \"offset\" FROM older_events ORDER BY rowid");
+    Batch batch;
+    while (rows.step()) {
+      batch.add(rows.bytes(0), placeIn(rows, 1));
+      if (batch.rows() < kRowsAtOnce) continue;
+      insert(batch);
+      batch.clear();
+    }
+    insert(batch);
+  }
+  run("DROP TABLE older_events");
 }
 
 std::size_t SqliteStore::put(const Batch& batch) {
-  const std::span<const std::string_view> columns = Batch::columns();
-  if (insert_ == nullptr) {
-    std::string names;
-    std::string values;
-    for (const std::string_view column : columns) {
-      names += (names.empty() ? "" : ", ") + quoted(column);
-      values += values.empty() ? "?" : ", ?";
-    }
-    insert_ = std::make_unique<Statement>(
-        path_, database_.get(),
-        "INSERT INTO events (" + names + ") VALUES (" + values + ") ON CONFLICT DO NOTHING");
-  }
   Transaction transaction(*this);
+  const std::size_t added = insert(batch);
+  transaction.commit();
+  return added;
+}
+
+std::size_t SqliteStore::insert(const Batch& batch) {
+  const std::vector<std::size_t> all = placesOf(Batch::columns());
+  const std::vector<std::size_t> words = placesOf(kWordColumns);
+  if (insert_ == nullptr) {
+    std::string values;
+    for (std::size_t at = 0; at < all.size(); ++at) values += at == 0 ? "?" : ", ?";
+    insert_ = std::make_unique<Statement>(path_, database_.get(),
+                                          "INSERT INTO events (" + listOf(Batch::columns(), "") +
+                                              ") VALUES (" + values + ") ON CONFLICT DO NOTHING");
+    insertWords_ = std::make_unique<Statement>(
+        path_, database_.get(),
+        "INSERT INTO words (rowid, " + listOf(kWordColumns, "") + ") VALUES (?, ?, ?, ?)");
+  }
   std::size_t added = 0;
   for (std::size_t row = 0; row < batch.rows(); ++row) {
-    for (std::size_t column = 0; column < columns.size(); ++column) {
-      std::visit([&](auto value) { insert_->bind(static_cast<int>(column) + 1, value); },
-                 batch.value(row, column));
-    }
+    insert_->bind(1, batch, row, all);
     insert_->run();
-    added += static_cast<std::size_t>(sqlite3_changes(database_.get()));
+    if (sqlite3_changes(database_.get()) == 0) continue;
+    ++added;
+    insertWords_->bind(1, static_cast<std::uint64_t>(sqlite3_last_insert_rowid(database_.get())));
+    insertWords_->bind(2, batch, row, words);
+    insertWords_->run();
   }
-  transaction.commit();
   return added;
 }
 
@@ -241,13 +338,10 @@ void SqliteStore::read(const log::Choice& choice, Order order,
                 (order == Order::asStored
                      ? " ORDER BY id"
                      : " ORDER BY enclosure_serial, controller_serial, log_instance, sequence_id"));
-  for (std::size_t at = 0; at < condition.texts.size(); ++at) {
-    rows.bind(static_cast<int>(at) + 1, condition.texts[at]);
-  }
+  bindTexts(rows, condition);
   while (rows.step()) {
-    visit({rows.bytes(0),
-           rows.isNull(1) ? std::nullopt : std::optional<std::string_view>(rows.text(1)),
-           rows.number(2), rows.number(3), rows.number(4) != 0});
+    const RecordPlace place = placeIn(rows, 1);
+    visit({rows.bytes(0), place.file, place.index, place.offset, rows.number(4) != 0});
   }
 }
 
@@ -291,50 +385,41 @@ void SqliteStore::forEachGap(const std::function<void(const StoredGap&)>& visit)
 std::uint64_t SqliteStore::decodeAgain(const log::Choice& choice,
                                        const std::function<void(std::uint64_t)>& progress) {
   const SqlCondition condition = conditionOf(choice);
+  // The texts are $1, $2 and so on by their names, whatever their places.
   Statement rows =
-      statement("SELECT id, record, file, \"index\", \"offset\" FROM events WHERE id > $id AND " +
-                condition.sql + " ORDER BY id LIMIT " + std::to_string(kRowsDecodedAgain));
+      statement("SELECT record, file, \"index\", \"offset\", id FROM events WHERE " +
+                condition.sql + " AND id > $last ORDER BY id LIMIT " + std::to_string(kRowsAtOnce));
+  bindTexts(rows, condition);
   std::uint64_t last = 0;
   std::uint64_t decoded = 0;
   for (;;) {
     Batch batch;
     std::vector<std::uint64_t> ids;
-    rows.bind(1, last);
-    for (std::size_t at = 0; at < condition.texts.size(); ++at) {
-      rows.bind(static_cast<int>(at) + 2, condition.texts[at]);
-    }
+    rows.bind(static_cast<int>(condition.texts.size()) + 1, last);
     while (rows.step()) {
-      ids.push_back(rows.number(0));
-      batch.add(rows.bytes(1),
-                {rows.isNull(2) ? std::nullopt : std::optional<std::string_view>(rows.text(2)),
-                 rows.number(3), rows.number(4)});
+      batch.add(rows.bytes(0), placeIn(rows, 1));
+      ids.push_back(rows.number(4));
     }
     rows.reset();
     if (ids.empty()) return decoded;
+    replace(ids, batch);
     last = ids.back();
-    decoded += replace(ids, batch);
+    decoded += ids.size();
     progress(decoded);
   }
 }
 
-std::uint64_t SqliteStore::replace(std::span<const std::uint64_t> ids, const Batch& batch) {
-  const std::span<const std::string_view> columns = Batch::columns();
-  std::string sets;
-  for (const std::string_view column : columns) {
-    sets += (sets.empty() ? "" : ", ") + quoted(column) + " = ?";
-  }
+void SqliteStore::replace(std::span<const std::uint64_t> ids, const Batch& batch) {
+  const std::vector<std::size_t> all = placesOf(Batch::columns());
   Transaction transaction(*this);
-  Statement update = statement("UPDATE events SET " + sets + " WHERE id = ?");
+  Statement update =
+      statement("UPDATE events SET " + listOf(Batch::columns(), " = ?") + " WHERE id = ?");
   for (std::size_t row = 0; row < batch.rows(); ++row) {
-    for (std::size_t column = 0; column < columns.size(); ++column) {
-      std::visit([&](auto value) { update.bind(static_cast<int>(column) + 1, value); },
-                 batch.value(row, column));
-    }
-    update.bind(static_cast<int>(columns.size()) + 1, ids[row]);
+    update.bind(1, batch, row, all);
+    update.bind(static_cast<int>(all.size()) + 1, ids[row]);
     update.run();
   }
   transaction.commit();
-  return batch.rows();
 }
 
 }  // namespace

@@ -94,6 +94,8 @@ class Store {
 
 /// Whether the name is that of a server, or of a file that is a store or another database.
 bool isStore(const std::string& name);
+/// Whether the name is that of a file which a store keeps beside its own.
+bool isPartOfStore(const std::string& name);
 
 enum class StoreAccess {
   write,  ///< made if there is none, brought to this version's schema if it is older

@@ -44,10 +44,9 @@ CREATE INDEX events_by_time ON events (timestamp, source_code, source, event_typ
 -- Words: SELECT ... FROM events WHERE id IN (SELECT rowid FROM words WHERE words MATCH 'parity').
 CREATE VIRTUAL TABLE words USING fts5(event_id, summary, body, content='events',
   content_rowid='id');
-CREATE TRIGGER words_insert AFTER INSERT ON events BEGIN
-  INSERT INTO words(rowid, event_id, summary, body)
-    VALUES (new.id, new.event_id, new.summary, new.body);
-END;
+INSERT INTO words(words, rank) VALUES ('hashsize', 16777216);  -- bytes that are written at once
+-- There is no trigger for INSERT, which would write the words event by event: who inserts an event
+-- inserts its words as well.
 CREATE TRIGGER words_delete AFTER DELETE ON events BEGIN
   INSERT INTO words(words, rowid, event_id, summary, body)
     VALUES ('delete', old.id, old.event_id, old.summary, old.body);

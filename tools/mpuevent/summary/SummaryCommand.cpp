@@ -37,8 +37,8 @@ ExitCode summary(const SummaryOptions& options) {
   watch.find = [&](const LogFile& file, const log::Finding& finding) {
     collector.find(file, finding);
   };
-  watch.endFile = [&](const LogFile& file, const log::LogReader& reader) {
-    collector.endFile(file, reader.accounting());
+  watch.endFile = [&](const LogFile& file, const log::Accounting& accounting) {
+    collector.endFile(file, accounting);
   };
   run.watch(std::move(watch));
   run.forEachUnit([&](const LogFile& file, const log::LogUnit& unit,

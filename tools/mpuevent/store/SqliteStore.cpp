@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <system_error>
 
 #include "store/ChoiceSql.h"
 #include "store/Engines.h"
@@ -63,6 +64,10 @@ std::vector<std::size_t> placesOf(std::span<const std::string_view> names) {
     throw StoreError(path + ": locked by another program", true);
   }
   std::string reason = database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code);
+  if (const int cause = database != nullptr ? sqlite3_system_errno(database) : 0;
+      cause != 0 && (kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN)) {
+    reason += ": " + std::generic_category().message(cause);
+  }
   if (kind == SQLITE_NOTADB) reason = "not a store, and no SQLite database at all";
   throw StoreError(path + ": " + reason);
 }

@@ -1,7 +1,9 @@
 // Decodes a record as an agent does: C++11, and nothing but what is installed.
 #include <MPUEvent/FieldRecorder.h>
 #include <MPUEvent/MPUEvent.h>
+#include <MPUEvent/Version.h>
 
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -15,6 +17,7 @@ std::string text(const Pegasus::String& string) { return std::string(string.getC
 
 // 0 if everything came out as it must, else the number of the check that failed.
 extern "C" __attribute__((visibility("default"))) int decodeOne() {
+  if (std::strcmp(mpuevent_version(), MPUEVENT_VERSION) != 0) return 7;
   char record[154] = {};
   record[145] = 2;   // payload length
   record[146] = 12;  // source

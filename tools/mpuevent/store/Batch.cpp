@@ -1,6 +1,7 @@
 #include "store/Batch.h"
 
 #include <MPUEvent/FieldRecorder.h>
+#include <MPUEvent/Version.h>
 #include <Pegasus/Common/Exception.h>
 
 #include <algorithm>

@@ -1,0 +1,3 @@
+#include <MPUEvent/Version.h>
+
+const char* mpuevent_version() { return MPUEVENT_VERSION; }

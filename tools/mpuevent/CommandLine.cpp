@@ -1,12 +1,16 @@
 #include "CommandLine.h"
 
+#include <MPUEvent/Version.h>
+
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include "DecodeCommand.h"
+#include "OfferedWords.h"
 #include "explain/ExplainCommand.h"
 #include "store/StoreCommand.h"
 #include "summary/SummaryCommand.h"
@@ -38,7 +42,9 @@ class CommandLine {
     add("store", "Keep events in a database, each once", store_, addStoreOptions, store);
     add("summary", "Tell what is in logs, on a page", summary_, addSummaryOptions, summary);
     CLI::App* help = add("help", "Tell of the program, or of a command");
-    help->add_option("COMMAND", helpTopic_, "The command to tell of")->type_name("");
+    help->add_option("COMMAND", helpTopic_, "The command to tell of")
+        ->type_name("")
+        ->check(offering(namesOfCommands()));
     help->callback([this] { answerHelp(); });
     // A file may be named like a command.
     app_.require_subcommand(0, 1);
@@ -59,6 +65,11 @@ class CommandLine {
     if (answer_) return *answer_;
     if (command_) return command_;
     return UsageError{{}, help(app_)};
+  }
+
+  void show(const std::function<void(CLI::App&)>& show) {
+    show(app_);
+    for (CLI::App* command : app_.get_subcommands([](CLI::App*) { return true; })) show(*command);
   }
 
  private:
@@ -96,6 +107,14 @@ class CommandLine {
       text.erase(at, 1);
     }
     return text;
+  }
+
+  std::vector<std::string> namesOfCommands() const {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app_.get_subcommands([](const CLI::App*) { return true; })) {
+      names.push_back(command->get_name());
+    }
+    return names;
   }
 
   void answerHelp() {
@@ -139,5 +158,7 @@ class CommandLine {
 std::variant<Command, Answer, UsageError> parseArguments(int argc, const char* const* argv) {
   return CommandLine().parse(argc, argv);
 }
+
+void showCommands(const std::function<void(CLI::App&)>& show) { CommandLine().show(show); }
 
 }  // namespace mpuevent::tool

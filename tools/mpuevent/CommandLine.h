@@ -7,6 +7,10 @@
 
 #include "ExitCode.h"
 
+namespace CLI {
+class App;
+}
+
 namespace mpuevent::tool {
 
 /// What the arguments ask for, ready to run.
@@ -24,6 +28,10 @@ struct UsageError {
 };
 
 std::variant<Command, Answer, UsageError> parseArguments(int argc, const char* const* argv);
+
+/// Shows the program and then each of its commands to `show`, with all their options: man pages and
+/// completions are made of them.
+void showCommands(const std::function<void(CLI::App&)>& show);
 
 }  // namespace mpuevent::tool
 

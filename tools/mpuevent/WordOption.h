@@ -6,6 +6,9 @@
 #include <map>
 #include <string>
 #include <utility>
+#include <vector>
+
+#include "OfferedWords.h"
 
 namespace mpuevent::tool {
 
@@ -14,8 +17,8 @@ template <typename Value>
 CLI::Option* addWordOption(CLI::App& command, const std::string& name, Value& chosen,
                            std::initializer_list<std::pair<const std::string, Value>> words,
                            const std::string& description) {
-  std::set<std::string> allowed;
-  for (const auto& [word, value] : words) allowed.insert(word);
+  std::vector<std::string> allowed;
+  for (const auto& [word, value] : words) allowed.push_back(word);
   return command
       .add_option_function<std::string>(
           name,
@@ -23,7 +26,7 @@ CLI::Option* addWordOption(CLI::App& command, const std::string& name, Value& ch
             chosen = values.at(word);
           },
           description)
-      ->check(CLI::IsMember(allowed).description(""));
+      ->check(offering(CLI::IsMember(allowed), allowed));
 }
 
 }  // namespace mpuevent::tool

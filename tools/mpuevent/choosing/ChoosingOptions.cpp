@@ -4,6 +4,7 @@
 #include <functional>
 #include <stdexcept>
 
+#include "OfferedWords.h"
 #include "choosing/Grep.h"
 #include "choosing/Values.h"
 #include "choosing/Words.h"
@@ -24,7 +25,7 @@ constexpr char kHidden[] = "";
 /// Adds an option and its opposite, which the help tells of in the group's name.
 CLI::Option* addBoth(CLI::App& command, const std::string& names, const std::string& name,
                      const std::function<void(const std::vector<std::string>&, bool)>& require,
-                     const std::string& description) {
+                     const std::string& description, const std::vector<std::string>& words = {}) {
   const auto add = [&](const std::string& flags, bool negated) {
     return command
         .add_option_function<std::vector<std::string>>(
@@ -39,6 +40,7 @@ CLI::Option* addBoth(CLI::App& command, const std::string& names, const std::str
             },
             description)
         ->expected(1)
+        ->check(offering(words))
         ->allow_extra_args(false)  // a file may come next
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   };
@@ -107,7 +109,7 @@ void addCodes(CLI::App& command, log::Choice& choice, const std::string& shortNa
       [&choice, number, words](const std::vector<std::string>& values, bool negated) {
         choice.require(number, parseCodes(values, words()), negated);
       },
-      description)
+      description, words().listed())
       ->type_name("WORD");
 }
 

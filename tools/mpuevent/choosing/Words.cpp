@@ -87,18 +87,23 @@ std::vector<std::uint8_t> Words::codesOf(std::string_view word) const {
   return codes;
 }
 
-std::string Words::list() const {
-  std::vector<std::string_view> told;
-  std::string text;
+std::vector<std::string> Words::listed() const {
+  std::vector<std::string> told;
   for (const Word& word : words_) {
     if (!word.listed) continue;
     const auto isSame = [&word](std::string_view other) {
       return lower(other) == lower(word.text);
     };
-    if (std::any_of(told.begin(), told.end(), isSame)) continue;
-    told.push_back(word.text);
+    if (std::none_of(told.begin(), told.end(), isSame)) told.push_back(word.text);
+  }
+  return told;
+}
+
+std::string Words::list() const {
+  std::string text;
+  for (const std::string& word : listed()) {
     if (!text.empty()) text += ", ";
-    text += word.text;
+    text += word;
   }
   return text;
 }

@@ -19,7 +19,9 @@ class Words {
 
   /// The codes that a word stands for, in any case; none if it is none.
   std::vector<std::uint8_t> codesOf(std::string_view word) const;
-  /// The words, as in a message.
+  /// Words for all codes, each once, as printed.
+  std::vector<std::string> listed() const;
+  /// The same, as in a message.
   std::string list() const;
 
  private:

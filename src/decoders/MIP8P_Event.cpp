@@ -13,7 +13,7 @@ namespace mpuevent::mip {
 namespace {
 
 using namespace iomgr;
-using namespace iomgr::records;
+using enum iomgr::RecordKind;
 using Pegasus::MIP_EVL;
 using Pegasus::Quarn_Event;
 using Pegasus::String;
@@ -24,26 +24,9 @@ constexpr Field headFields[] = {
     {"MIP_Event_Line_Num", 12, Width::u32, Format::dec},
 };
 
-constexpr Field qmirField[] = {
-    {"QMIR", 0, Width::u32, Format::hexUpper8}
-};
-constexpr RecordLayout qmir = {
-    {4, qmirField}
-};
-
-// The blank and the equals sign of the key go into both tags as they are.
-constexpr Field intStatField[] = {
-    {"INT_STAT =", 0, Width::u32, Format::hexUpper8}
-};
-constexpr RecordLayout intStat = {
-    {4, intStatField}
-};
-
 void writeFile(BodyWriter& body, const DataArea& data, NameBuffer& name) {
   body.element("File", overwriteName(data, name));
 }
-
-constexpr Carried file(writeFile);
 
 constexpr EventRow managementEvents[] = {
     {1,  "MIP8P MQX Event",               lwsem    },
@@ -97,39 +80,39 @@ constexpr EventRow databaseEvents[] = {
 };
 static_assert(rising(databaseEvents, &EventRow::number));
 
-constexpr std::span<const EventRow> noEvents;
+constexpr Events noEvents;
 
 constexpr EventClass classes[] = {
-    {1,  "MIP Task Event",                         managementEvents},
-    {2,  "MIP Unknown Event",                      noEvents        },
-    {3,  "MIP ISR Event",                          isrEvents       },
-    {4,  "MIP Startup Task Event",                 startupEvents   },
-    {5,  "MIP Unknown Event",                      noEvents        },
-    {6,  "MIP Management Message Event",           mmsgEvents      },
-    {7,  "MIP Redundant Controller Process Event", noEvents        },
-    {8,  "MIP EVL Event",                          evlEvents       },
-    {9,  "MIP Resource Assert Event",              assertEvents    },
-    {10, "MIP Unknown Event",                      noEvents        },
-    {11, "MIP Unknown Event",                      noEvents        },
-    {12, "MIP DMA Event",                          dmaEvents       },
+    {1,  "MIP Task Event",                         packed<managementEvents>},
+    {2,  "MIP Unknown Event",                      noEvents                },
+    {3,  "MIP ISR Event",                          packed<isrEvents>       },
+    {4,  "MIP Startup Task Event",                 packed<startupEvents>   },
+    {5,  "MIP Unknown Event",                      noEvents                },
+    {6,  "MIP Management Message Event",           packed<mmsgEvents>      },
+    {7,  "MIP Redundant Controller Process Event", noEvents                },
+    {8,  "MIP EVL Event",                          packed<evlEvents>       },
+    {9,  "MIP Resource Assert Event",              packed<assertEvents>    },
+    {10, "MIP Unknown Event",                      noEvents                },
+    {11, "MIP Unknown Event",                      noEvents                },
+    {12, "MIP DMA Event",                          packed<dmaEvents>       },
 };
 static_assert(classesRise(classes));
 
 /// Sets Summary and returns the Body.
 String decode(Quarn_Event& event, const EventPayload& payload) {
   trace({"MIP8P_Event", 119}, {"MIP_Event: Length=0x", payload.dataLength()});
-  BodyWriter body(Separator::blank);
-  writeFields(body, payload, headFields);
-  const EventClass* eventClass = classOf(classes, payload.eventClass());
+  BodyBuffer body;
+  writeFields(body, payload, packed<headFields>);
+  const EventClass::Packed* eventClass = classOf(packed<classes>, payload.eventClass());
   if (eventClass != nullptr && !eventClass->events.empty()) {
-    event.setSummary(writeEvent(body, payload, eventClass->events));
+    event.setSummary(writeEvent(body, payload, eventClass->events, writeFile));
   }
   return body.string();
 }
 
 /// Copies the elements and a NUL to a caller's buffer and returns the place of the NUL, where the
 /// next call may go on. Without a buffer nothing is copied.
-char* copyTerminated(BodyWriter elements, char* place) {
+char* copyTerminated(BodyWriter& elements, char* place) {
   if (place == nullptr) return nullptr;
   elements.tellElements();
   const std::string_view text = elements.view();
@@ -138,12 +121,16 @@ char* copyTerminated(BodyWriter elements, char* place) {
   return end;
 }
 
-BodyWriter ofClass(std::span<const EventRow> events, Quarn_Event& event, const MIP_EVL* payload) {
-  return classBody(Separator::blank, event, events, payload);
+char* copyClass(Events events, Quarn_Event& event, const MIP_EVL* payload, char* place) {
+  BodyBuffer body;
+  writeTrusted(body, event, events, writeFile, payload);
+  return copyTerminated(body, place);
 }
 
-BodyWriter ofRecord(const RecordLayout& layout, const void* record) {
-  return recordBody(Separator::blank, layout, record);
+char* copyRecord(RecordKind kind, const void* record, char* place) {
+  BodyBuffer body;
+  writeTrusted(body, kind, record);
+  return copyTerminated(body, place);
 }
 
 }  // namespace
@@ -166,8 +153,8 @@ MIP8P_Event::MIP8P_Event(EmpEvLogMsg_s* bytes, int length)
     return;
   }
   const EventPayload payload(record.payload());
-  const EventClass* eventClass = classOf(classes, payload.eventClass());
-  setEventID(eventClass == nullptr ? "MIP Unknown Event" : toString(eventClass->eventId));
+  const EventClass::Packed* eventClass = classOf(packed<classes>, payload.eventClass());
+  setEventID(toString(eventClass == nullptr ? "MIP Unknown Event" : eventClass->eventId.view()));
   setBody(decode(*this, payload));
 }
 
@@ -179,41 +166,41 @@ String MIP8P_Event::get_MIP8P_event_body(const EmpEvLogMsg_s* record) {
 }
 
 char* MIP8P_Event::get_MIP8P_management_class_event_body(MIP_EVL* payload, char* place) {
-  return copyTerminated(ofClass(managementEvents, *this, payload), place);
+  return copyClass(packed<managementEvents>, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_isr_class_event_body(MIP_EVL* payload, char* place) {
-  return copyTerminated(ofClass(isrEvents, *this, payload), place);
+  return copyClass(packed<isrEvents>, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_startup_class_event_body(MIP_EVL* payload, char* place) {
-  return copyTerminated(ofClass(startupEvents, *this, payload), place);
+  return copyClass(packed<startupEvents>, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_mmsg_class_event_body(MIP_EVL* payload, char* place) {
-  return copyTerminated(ofClass(mmsgEvents, *this, payload), place);
+  return copyClass(packed<mmsgEvents>, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_evl_class_event_body(MIP_EVL* payload, char* place) {
-  return copyTerminated(ofClass(evlEvents, *this, payload), place);
+  return copyClass(packed<evlEvents>, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_assert_class_event_body(MIP_EVL* payload, char* place) {
-  return copyTerminated(ofClass(assertEvents, *this, payload), place);
+  return copyClass(packed<assertEvents>, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_dma_class_event_body(MIP_EVL* payload, char* place) {
-  return copyTerminated(ofClass(dmaEvents, *this, payload), place);
+  return copyClass(packed<dmaEvents>, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_database_class_event_body(MIP_EVL* payload, char* place) {
-  return copyTerminated(ofClass(databaseEvents, *this, payload), place);
+  return copyClass(packed<databaseEvents>, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_math_class_event_body(MIP_EVL* payload, char* place) {
-  return copyTerminated(ofClass(mathEvents, *this, payload), place);
+  return copyClass(packed<mathEvents>, *this, payload, place);
 }
 
 char* MIP8P_Event::get_MIP8P_lwsem_event_body(const MIP_EVL_LWSEM* record, char* place) {
-  return copyTerminated(ofRecord(lwsem, record), place);
+  return copyRecord(RecordKind::lwsem, record, place);
 }
 char* MIP8P_Event::get_MIP8P_mmsg_event_body(const MIP_EVL_MMSG* record, char* place) {
-  return copyTerminated(ofRecord(mmsg, record), place);
+  return copyRecord(RecordKind::mmsg, record, place);
 }
 char* MIP8P_Event::get_MIP8P_msa_event_body(const MIP_EVL_MSA_Q_EVENT* record, char* place) {
-  return copyTerminated(ofRecord(msa, record), place);
+  return copyRecord(RecordKind::msa, record, place);
 }
 
 }  // namespace Pegasus

@@ -34,7 +34,7 @@ constexpr Field mmsgFields[] = {
     {"General_Use2",    32, u32, hexUpper8},
     {"General_Use3",    36, u32, hexUpper8},
 };
-constexpr Layout mmsg = {40, mmsgFields};  // a text follows
+constexpr Layout mmsg = {40, packed<mmsgFields>};  // a text follows
 
 constexpr Field lagPort = {"LAG_Port", 0, u32, dec};
 constexpr Field operationalStatus = {"Operatioanl_Status", 8, u32, dec};  // spelled so
@@ -48,7 +48,7 @@ constexpr Field linkFields[] = {
 
 String textBody(const Record& record) {
   const RecordView payload = record.payload();
-  BodyWriter body(Separator::blank, payload.size() + 16);
+  BodyBuffer body;
   body.element("Text", payload.text(0));
   return body.string();
 }
@@ -56,7 +56,7 @@ String textBody(const Record& record) {
 /// The dump begins behind the NUL of the text and covers the rest of `length` bytes of payload.
 String textAndDump(RecordView payload, std::size_t length) {
   const std::size_t start = payload.text(0).size() + 1;
-  BodyWriter body(Separator::blank, 2 * payload.size() + 32);
+  BodyBuffer body;
   body.element("Text", payload.text(0));
   configuration::writeDump(body, payload, start,
                            static_cast<std::int64_t>(length) - static_cast<std::int64_t>(start));
@@ -69,7 +69,7 @@ String dumpBody(const Record& record) {
 
 String fieldsAndText(const Record& record, const Layout& layout) {
   const RecordView payload = record.payload();
-  BodyWriter body;
+  BodyBuffer body;
   writeFields(body, payload, layout.rows);
   body.element("Text", payload.text(layout.size));
   return body.string();
@@ -81,10 +81,10 @@ String responseBody(const Record& record) { return fieldsAndText(record, configu
 
 String linkBody(const Record& record) {
   const RecordView payload = record.payload();
-  BodyWriter body;
+  BodyBuffer body;
   writeField(body, payload, lagPort);
-  writeCode(body, payload, operationalStatus, operationalStatuses, toWord("DOWN"));
-  writeFields(body, payload, linkFields);
+  writeCode(body, payload, operationalStatus, packed<operationalStatuses>, toWord("DOWN"));
+  writeFields(body, payload, packed<linkFields>);
   return body.string();
 }
 
@@ -98,7 +98,7 @@ String fixedText(std::string_view words, const Record&) { return toString(words)
 /// Here the number of the event tells the status; in the Body the payload's status word does. They
 /// may differ.
 String lagPortStatus(std::string_view status, const Record& record) {
-  BodyWriter summary(Separator::none, 64);
+  LineBuffer summary(Separator::none);
   summary.text("LAG Port ");
   summary.number(lagPort.format, numberAt(record.payload(), lagPort));
   summary.text(", Operational Status ");
@@ -106,12 +106,26 @@ String lagPortStatus(std::string_view status, const Record& record) {
   return summary.string();
 }
 
+using WriteSummary = String(std::string_view words, const Record& record);
+using WriteBody = String(const Record& record);
+
 struct EventRow {
-  std::uint32_t number;
-  const char* eventId;
-  String (*summary)(std::string_view words, const Record& record);
+  struct Packed {
+    TextBefore eventId;
+    TextBefore words;
+    std::uint16_t number;
+    WriteSummary* summary;
+    WriteBody* body;
+  };
+  constexpr Packed packed(auto place) const {
+    return {place(eventId), place(words), number, summary, body};
+  }
+
+  std::uint16_t number;
+  std::string_view eventId;
+  WriteSummary* summary;
   std::string_view words;  ///< of the summary
-  String (*body)(const Record& record);
+  WriteBody* body;
 };
 
 // Laid out by hand: the formatter gives the last columns a line of their own.
@@ -149,13 +163,13 @@ NETWORK_CONFIGMP_Event::NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
     : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
-  const EventRow* event = findRow(events, &EventRow::number, record.id());
+  const EventRow::Packed* event = findRow(packed<events>, &EventRow::Packed::number, record.id());
   if (event == nullptr) {
     showUndecoded(*this, record, {"NETWORK_CONFIGMP_Event", 114}, "***UNKNOWN EventID***");
     return;
   }
-  setEventID(event->eventId);
-  setSummary(event->summary(event->words, record));
+  setEventID(toString(event->eventId.view()));
+  setSummary(event->summary(event->words.view(), record));
   setBody(event->body(record));
 }
 

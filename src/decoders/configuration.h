@@ -23,7 +23,7 @@ inline constexpr Field responseRows[] = {
 };
 
 /// A response event of the event engine. A text follows it.
-inline constexpr Layout response = {32, responseRows};
+inline constexpr Layout response = {32, packed<responseRows>};
 
 /// Writes `count` bytes from `start` on, as far as they are held, as the group `Hex` and a line
 /// feed. The lengths that records tell may leave less than nothing: a count below 0 is that of no

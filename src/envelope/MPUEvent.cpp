@@ -67,7 +67,7 @@ String MPUEvent::str() const {
   line.append(", ");
   if (record_ == nullptr) return line.append("<No MMSG Data!>");
   const mpuevent::Record record(record_, static_cast<int>(recordLength_));
-  mpuevent::BodyWriter text(mpuevent::Separator::none, 256);
+  mpuevent::LineBuffer text(mpuevent::Separator::none);
   const auto number = [&text](std::string_view label, std::uint32_t value) {
     text.text(label);
     text.decimal(static_cast<std::int32_t>(value));

@@ -12,6 +12,7 @@
 #include <span>
 #include <string_view>
 
+#include "event/Numbers.h"
 #include "event/Recording.h"
 
 namespace mpuevent {
@@ -19,40 +20,18 @@ namespace mpuevent {
 /// What follows the closing tag of an element; nothing ever follows the tags of a group.
 enum class Separator : std::uint8_t { none, blank };
 
-/// The text of a number; the printf formats are those that it reads like.
-enum class Format : std::uint8_t {
-  dec,           ///< "%d": the value as a signed 32-bit number
-  udec,          ///< "%u", and "%llu" of a 64-bit value
-  hexLower,      ///< "0x%x"
-  hexUpper8,     ///< "0x%08X" of a word; words of one value are joined with ":"
-  hexLower8,     ///< "0x%08x"; words of one value are joined with two blanks
-  hexUpper2,     ///< "0x%02X"
-  hexLower6,     ///< "0x%06x"
-  hexLower4,     ///< "0x%04x"
-  hexLower2,     ///< "0x%02x"
-  bareHexLower,  ///< "%x"
-  markedHex2,    ///< "%02X (hex)"
-  markedHex8,    ///< "%08X (hex)"
-  markedHex16,   ///< "%016X (hex)"
-  markedPair,    ///< "(%08X, %08X) (hex)" of the halves of a 64-bit value
-  trueFalse,     ///< "TRUE" if it is not 0, else "FALSE"
-  yesNo,         ///< "Yes" if it is not 0, else "No"
-  pointer,       ///< "%p": "0x%x", and "(nil)" for 0
-  pointer0x,     ///< "0x%p": two prefixes, and "0x(nil)" for 0
-  seconds,       ///< "%d seconds"
-};
-
 /// Writes two upper-case hex digits for each byte to `place`; returns how many characters that is.
 std::size_t writeHex(char* place, std::string_view bytes);
 
 /// Builds a body as bytes in one growing buffer. It knows the forms of elements and numbers and
-/// is the only code that writes tags. Nothing is escaped.
+/// is the only code that writes tags. Nothing is escaped. What is made is a `SizedWriter`.
 class BodyWriter {
  public:
-  explicit BodyWriter(Separator separator = Separator::blank, std::size_t expectedSize = 1024);
+  BodyWriter(const BodyWriter&) = delete;
+  BodyWriter& operator=(const BodyWriter&) = delete;
 
   std::size_t size() const { return size_; }
-  std::string_view view() const { return {buffer_.get(), size_}; }
+  std::string_view view() const { return {buffer_, size_}; }
   /// The bytes as a text: UTF-8 if they are, else Latin-1. What records on this thread is told, the
   /// first time, where the elements lie.
   Pegasus::String string();
@@ -101,11 +80,33 @@ class BodyWriter {
   /// Room for `count` more bytes, which count as written: the caller fills them.
   char* claim(std::size_t count) {
     assert(count <= SIZE_MAX - size_);
-    if (count > capacity_ - size_) grow(count);
-    char* place = buffer_.get() + size_;
+    char* place = reserve(count);
     size_ += count;
     return place;
   }
+
+  /// Room for `count` more bytes, and for `slack` behind them that may be overwritten. `endAt`
+  /// tells how many of them were written.
+  char* reserve(std::size_t count) {
+    if (count > capacity_ - size_) grow(count);
+    return buffer_ + size_;
+  }
+  void endAt(const char* end) {
+    assert(end >= buffer_ && end <= buffer_ + capacity_);
+    size_ = static_cast<std::size_t>(end - buffer_);
+  }
+
+  Separator separator() const { return separator_; }
+  /// Whether something records, so that elements must be written one by one.
+  bool records() const { return recording_ != nullptr; }
+
+ protected:
+  static constexpr std::size_t slack = 64;
+
+  /// `room` has `slack` bytes behind those of `capacity`. What needs more goes to the heap.
+  BodyWriter(Separator separator, char* room, std::size_t capacity)
+      : buffer_(room), capacity_(capacity), separator_(separator) {}
+  ~BodyWriter() = default;
 
  private:
   void grow(std::size_t count);
@@ -113,21 +114,32 @@ class BodyWriter {
   ElementMarks& marks();
   template <class Write>
   void markElement(std::string_view key, Write write);
-  /// The bytes claimed last end here.
-  void endAt(const char* end) {
-    assert(end >= buffer_.get() && end <= buffer_.get() + size_);
-    size_ = static_cast<std::size_t>(end - buffer_.get());
-  }
   void openTag(std::string_view key);
   void closeTag(std::string_view key, Separator behind);
 
-  std::unique_ptr<char[]> buffer_;
+  char* buffer_;  ///< the room it was given, or `grown_`
+  std::unique_ptr<char[]> grown_;
   std::size_t size_ = 0;
   std::size_t capacity_;
   Separator separator_;
   Recording* recording_ = recording();
   std::unique_ptr<ElementMarks> marks_;
 };
+
+/// A writer with room for so many bytes in itself: a text that is no longer takes none from the
+/// heap.
+template <std::size_t capacity>
+class SizedWriter : public BodyWriter {
+ public:
+  explicit SizedWriter(Separator separator = Separator::blank)
+      : BodyWriter(separator, room_, capacity) {}
+
+ private:
+  char room_[capacity + slack];
+};
+
+using BodyBuffer = SizedWriter<8192>;
+using LineBuffer = SizedWriter<256>;
 
 }  // namespace mpuevent
 

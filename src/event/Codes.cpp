@@ -11,12 +11,12 @@ void writeCodeText(BodyWriter& out, CodeTable texts, std::uint64_t code, Format 
   out.text(fallback.behind);
 }
 
-void writeCode(BodyWriter& body, RecordView layout, const Field& field, CodeTable texts,
-               const Fallback& fallback) {
-  if (!layout.holds(field.offset, byteCount(field.width))) return;
-  body.openElement(field.key);
-  writeCodeText(body, texts, numberAt(layout, field), field.format, fallback);
-  body.closeElement(field.key);
+void writeCode(BodyWriter& body, RecordView layout, std::string_view key, Number number,
+               CodeTable texts, const Fallback& fallback) {
+  if (!layout.holds(number.offset, byteCount(number.width))) return;
+  body.openElement(key);
+  writeCodeText(body, texts, numberAt(layout, number), number.format, fallback);
+  body.closeElement(key);
 }
 
 }  // namespace mpuevent

@@ -25,10 +25,14 @@ constexpr Fallback toWord(std::string_view word) { return {word, {}, false}; }
 void writeCodeText(BodyWriter& out, CodeTable texts, std::uint64_t code, Format format,
                    const Fallback& fallback);
 
-/// Writes the element of a field that is a code. The field's format is that of the number in the
-/// fall-back. The element is left out if the field's bytes are not all held.
-void writeCode(BodyWriter& body, RecordView layout, const Field& field, CodeTable texts,
-               const Fallback& fallback = {});
+/// Writes the element of a number that is a code. The number's format is that of the number in the
+/// fall-back. The element is left out if the number's bytes are not all held.
+void writeCode(BodyWriter& body, RecordView layout, std::string_view key, Number number,
+               CodeTable texts, const Fallback& fallback);
+inline void writeCode(BodyWriter& body, RecordView layout, const Field& field, CodeTable texts,
+                      const Fallback& fallback = {}) {
+  writeCode(body, layout, field.key, field, texts, fallback);
+}
 
 }  // namespace mpuevent
 

@@ -8,11 +8,9 @@ namespace mpuevent {
 namespace {
 
 void writeLatin1(BodyWriter& entries, std::string_view bytes) {
-  const std::size_t before = entries.size();
-  char* const start = entries.claim(2 * bytes.size());
-  char* end = start;
+  char* end = entries.reserve(2 * bytes.size());
   for (const char byte : bytes) end = writeUtf8(end, static_cast<unsigned char>(byte));
-  entries.cut(before + static_cast<std::size_t>(end - start));
+  entries.endAt(end);
 }
 
 }  // namespace
@@ -34,7 +32,7 @@ void repairEnd(BodyWriter& entries, std::size_t valueStart) {
   repairLoneBackslash(end - (entries.size() - valueStart), end);
 }
 
-void appendEntries(Pegasus::QuarnEvent& event, BodyWriter entries) {
+void appendEntries(Pegasus::QuarnEvent& event, BodyWriter& entries) {
   entries.tellElements();
   entries.character('\0');
   event.appendBody(const_cast<char*>(entries.view().data()));  // which only reads it

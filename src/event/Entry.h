@@ -22,7 +22,7 @@ void writeEntry(BodyWriter& entries, std::string_view key, std::string_view valu
 void repairEnd(BodyWriter& entries, std::size_t valueStart);
 
 /// Appends the entries to the Body, all of them by one call of the virtual `appendBody`.
-void appendEntries(Pegasus::QuarnEvent& event, BodyWriter entries);
+void appendEntries(Pegasus::QuarnEvent& event, BodyWriter& entries);
 
 }  // namespace mpuevent
 

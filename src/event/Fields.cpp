@@ -2,47 +2,61 @@
 
 #include <cassert>
 
+#include "event/Tags.h"
+
 namespace mpuevent {
 
-std::uint64_t numberAt(RecordView layout, const Field& field) {
-  const std::size_t at = field.offset;
-  assert(isOneNumber(field.width));
-  switch (field.width) {
-    case Width::u8:
-      return layout.u8(at);
-    case Width::u16:
-      return layout.u16(at);
-    case Width::u24:
-      return layout.u24(at);
-    case Width::u32:
-      return layout.u32(at);
-    case Width::u48:
-      return layout.u48(at);
-    default:
-      return layout.u64(at);
-  }
+namespace {
+
+/// Of a number whose bytes are held.
+std::uint64_t heldNumber(RecordView layout, Number number) {
+  if (number.width == Width::u24) return layout.number(number.offset + std::size_t{1}, 3);
+  return layout.number(number.offset, byteCount(number.width));
 }
 
-void writeField(BodyWriter& body, RecordView layout, const Field& field) {
-  const auto& [key, offset, width, format] = field;
-  if (!layout.holds(offset, byteCount(width))) return;
-  const auto word = [&, at = std::size_t{offset}](std::size_t index) {
-    return layout.u32(at + 4 * index);
-  };
-  switch (width) {
+char* putField(char* place, RecordView layout, Number number) {
+  const auto word = [&](std::size_t index) { return layout.u32(number.offset + 4 * index); };
+  switch (number.width) {
     case Width::wordPair:
-      return body.element(key, format, {word(0), word(1)});
+      return putWords(place, number.format, {word(0), word(1)});
     case Width::wordPairSwapped:
-      return body.element(key, format, {word(1), word(0)});
+      return putWords(place, number.format, {word(1), word(0)});
     case Width::wordQuad:
-      return body.element(key, format, {word(0), word(1), word(2), word(3)});
+      return putWords(place, number.format, {word(0), word(1), word(2), word(3)});
     default:
-      return body.element(key, format, numberAt(layout, field));
+      return putNumber(place, number.format, heldNumber(layout, number));
   }
 }
 
-void writeFields(BodyWriter& body, RecordView layout, std::span<const Field> fields) {
-  for (const Field& field : fields) writeField(body, layout, field);
+constexpr std::size_t longestField = 4 * longestWord;
+
+}  // namespace
+
+std::uint64_t numberAt(RecordView layout, Number number) {
+  assert(isOneNumber(number.width));
+  if (!layout.holds(number.offset, byteCount(number.width))) return 0;
+  return heldNumber(layout, number);
+}
+
+void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, Number number) {
+  if (!layout.holds(number.offset, byteCount(number.width))) return;
+  body.openElement(key);
+  body.endAt(putField(body.reserve(longestField), layout, number));
+  body.closeElement(key);
+}
+
+void writeFields(BodyWriter& body, RecordView layout, Fields fields) {
+  for (const auto& [text, number] : fields) {
+    const std::string_view key = text.view();
+    if (body.records()) [[unlikely]] {
+      writeNumber(body, layout, key, number);
+      continue;
+    }
+    if (!layout.holds(number.offset, byteCount(number.width))) continue;
+    char* place = body.reserve(tagSize(key) + longestField);
+    place = putField(putOpening(place, key, putPackedText), layout, number);
+    body.endAt(putClosing(place, key, body.separator(), putPackedText));
+  }
 }
 
 }  // namespace mpuevent

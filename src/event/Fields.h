@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "event/BodyWriter.h"
+#include "event/Packed.h"
 #include "event/RecordView.h"
 
 namespace mpuevent {
@@ -67,28 +68,43 @@ constexpr bool suits(Format format, Width width) {
   }
 }
 
-/// One row of a layout: the element that shows a number of fixed place.
-struct Field {
-  /// Does not compile for a width that the format would cut or could not show.
-  consteval Field(std::string_view name, std::uint16_t at, Width size, Format form)
-      : key(name), offset(at), width(size), format(form) {
-    if (!suits(form, size)) throw "the format does not suit the width";
-  }
-
-  constexpr std::size_t end() const { return offset + byteCount(width); }
-
-  std::string_view key;
+/// A number of fixed place, and the form that it is shown in.
+struct Number {
   std::uint16_t offset;
   Width width;
   Format format;
+
+  constexpr std::size_t end() const { return offset + byteCount(width); }
 };
+
+/// One row of a layout: the element that shows a number of fixed place.
+struct Field : Number {
+  struct Packed {
+    constexpr std::size_t end() const { return number.end(); }
+
+    TextBefore key;
+    Number number;
+  };
+  constexpr Packed packed(auto place) const { return {place(key), *this}; }
+
+  /// Does not compile for a width that the format would cut or could not show.
+  consteval Field(std::string_view name, std::uint16_t at, Width size, Format form)
+      : Number{at, size, form}, key(name) {
+    if (!suits(form, size)) throw "the format does not suit the width";
+  }
+
+  std::string_view key;
+};
+
+/// The rows of a layout, in the order of the output.
+using Fields = std::span<const Field::Packed>;
 
 /// Whether the rows of these tables end within so many bytes: for a `static_assert`, where several
 /// tables show parts of one structure.
-template <std::size_t... counts>
-consteval bool endWithin(std::size_t size, const Field (&... tables)[counts]) {
-  const auto ends = [size](std::span<const Field> rows) {
-    for (const Field& row : rows) {
+template <class... Tables>
+consteval bool endWithin(std::size_t size, const Tables&... tables) {
+  const auto ends = [size](const auto& rows) {
+    for (const auto& row : rows) {
       if (row.end() > size) return false;
     }
     return true;
@@ -99,27 +115,29 @@ consteval bool endWithin(std::size_t size, const Field (&... tables)[counts]) {
 /// A structure: how many bytes it takes up, and the rows that show it.
 struct Layout {
   /// Does not compile if a row ends behind the structure.
-  template <std::size_t count>
-  consteval Layout(std::size_t bytes, const Field (&fields)[count]) : size(bytes), rows(fields) {
+  consteval Layout(std::size_t bytes, Fields fields) : size(bytes), rows(fields) {
     if (!endWithin(bytes, fields)) throw "a row ends behind its layout";
   }
   /// A structure of which no number of fixed place is shown.
   consteval explicit Layout(std::size_t bytes) : size(bytes) {}
 
   std::size_t size;
-  std::span<const Field> rows;
+  Fields rows;
 };
 
 /// The number at a field's offset; 0 if its bytes are not all held. Not for a field of several
 /// words.
-std::uint64_t numberAt(RecordView layout, const Field& field);
+std::uint64_t numberAt(RecordView layout, Number number);
 
 /// Writes the element of a row. Its offset counts from the start of `layout`; it is left out if
 /// its bytes are not all held.
-void writeField(BodyWriter& body, RecordView layout, const Field& field);
+void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, Number number);
+inline void writeField(BodyWriter& body, RecordView layout, const Field& field) {
+  writeNumber(body, layout, field.key, field);
+}
 
 /// Writes the element of each row, in order.
-void writeFields(BodyWriter& body, RecordView layout, std::span<const Field> fields);
+void writeFields(BodyWriter& body, RecordView layout, Fields fields);
 
 }  // namespace mpuevent
 

@@ -13,7 +13,7 @@
 
 namespace Pegasus {
 
-using mpuevent::BodyWriter;
+using mpuevent::BodyBuffer;
 using mpuevent::Record;
 using mpuevent::Separator;
 using mpuevent::toString;
@@ -123,13 +123,13 @@ long Quarn_Event::hexified(char* destination, const char* source, long count) {
 
 String Quarn_Event::hexifiedString(const char* source, long count) {
   if (source == nullptr || count <= 0) return {};
-  BodyWriter digits(Separator::none, 2 * static_cast<std::size_t>(count));
+  BodyBuffer digits(Separator::none);
   digits.hexBytes({source, static_cast<std::size_t>(count)});
   return digits.string();
 }
 
 String Quarn_Event::xmlize(const char* key, const char* value) {
-  BodyWriter element(Separator::none);
+  BodyBuffer element(Separator::none);
   element.element(viewOf(key), viewOf(value));
   return element.string();
 }

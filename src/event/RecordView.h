@@ -50,6 +50,15 @@ class RecordView {
   std::uint64_t u48(std::size_t at) const { return holds(at, 6) ? bigEndian<6>(at) : 0; }
   std::uint64_t u64(std::size_t at) const { return holds(at, 8) ? bigEndian<8>(at) : 0; }
 
+  /// The number of `width` bytes, at most 8, that are all held.
+  std::uint64_t number(std::size_t at, std::size_t width) const {
+    // Mostly there is more behind them, so that one load does.
+    if (holds(at, 8) && size_ != toEnd) return bigEndian<8>(at) >> (64 - 8 * width);
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < width; ++i) value = value << 8 | bytes_[at + i];
+    return value;
+  }
+
   /// The text from `at` up to its NUL, at most `limit` bytes.
   std::string_view text(std::size_t at, std::size_t limit = toEnd) const {
     const RecordView field = from(at, limit);
@@ -74,15 +83,25 @@ class RecordView {
  private:
   template <std::size_t width>
   std::uint64_t bigEndian(std::size_t at) const {
+    // One load, where the loop would cost as many as there are bytes.
     if constexpr (width == 4) {
-      // Most fields are words: one load, where the loop would cost four.
-      std::uint32_t word = 0;
-      std::memcpy(&word, bytes_ + at, width);
+      const auto word = loaded<std::uint32_t>(at);
       return std::endian::native == std::endian::big ? word : __builtin_bswap32(word);
+    }
+    if constexpr (width == 8) {
+      const auto word = loaded<std::uint64_t>(at);
+      return std::endian::native == std::endian::big ? word : __builtin_bswap64(word);
     }
     std::uint64_t value = 0;
     for (std::size_t i = 0; i < width; ++i) value = value << 8 | bytes_[at + i];
     return value;
+  }
+
+  template <class Word>
+  Word loaded(std::size_t at) const {
+    Word word = 0;
+    std::memcpy(&word, bytes_ + at, sizeof word);
+    return word;
   }
 
   const unsigned char* bytes_ = nullptr;

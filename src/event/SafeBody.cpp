@@ -25,17 +25,24 @@ void SafeBody::recordElement(std::string_view key, std::string_view text) {
 
 Pegasus::String SafeBody::string() {
   if (!tagLike_) {
-    assert(safeBytes(raw().view()) == body_.view());
+    assert(isSafe());
     return body_.string();
   }
-  BodyWriter rawBody = raw();
-  if (body_.hasMarks()) rawBody.takeMarks(body_, rawPositions());
-  return safeString(std::move(rawBody));
+  BodyBuffer raw(Separator::none);
+  writeRaw(raw);
+  if (body_.hasMarks()) raw.takeMarks(body_, rawPositions());
+  return safeString(raw);
+}
+
+/// Whether a pass over the whole body gives the same.
+bool SafeBody::isSafe() const {
+  BodyBuffer raw(Separator::none);
+  writeRaw(raw);
+  return safeBytes(raw.view()) == body_.view();
 }
 
 /// The body with nothing escaped. A literal has no backslash but that before a special character.
-BodyWriter SafeBody::raw() const {
-  BodyWriter raw(Separator::none, rawSize());
+void SafeBody::writeRaw(BodyWriter& raw) const {
   const auto copyLiterals = [&raw](std::string_view literals) {
     for (;;) {
       const std::size_t escape = literals.find('\\');
@@ -51,7 +58,6 @@ BodyWriter SafeBody::raw() const {
     at = text.at + text.size;
   }
   copyLiterals(body_.view().substr(at));
-  return raw;
 }
 
 /// For each place of `body_`, and its end, where `raw` has what stands there. Tags never begin or

@@ -43,10 +43,11 @@ class SafeBody {
     std::string_view raw;
   };
 
-  BodyWriter raw() const;
+  bool isSafe() const;
+  void writeRaw(BodyWriter& raw) const;
   std::vector<Pegasus::Uint32> rawPositions() const;
 
-  BodyWriter body_;
+  BodyBuffer body_;
   std::vector<EscapedText> escapedTexts_;
   std::size_t escapes_ = 0;  ///< how many characters escaping has added
   bool tagLike_ = false;     ///< whether a text of the record has a '<'

@@ -57,9 +57,7 @@ std::vector<Pegasus::Uint32> safePositions(std::string_view text, const std::vec
 }  // namespace
 
 void writeEscaped(BodyWriter& out, std::string_view text) {
-  const std::size_t before = out.size();
-  char* const start = out.claim(2 * text.size());
-  char* place = start;
+  char* place = out.reserve(2 * text.size());
   for (;;) {
     const std::size_t kept = keptLength(text);
     place = std::copy_n(text.data(), kept, place);
@@ -70,25 +68,25 @@ void writeEscaped(BodyWriter& out, std::string_view text) {
     *place++ = equals ? ' ' : text.front();
     text.remove_prefix(1);
   }
-  out.cut(before + static_cast<std::size_t>(place - start));
+  out.endAt(place);
 }
 
 std::string safeBytes(std::string_view text) {
-  BodyWriter safe(Separator::none, 2 * text.size());
+  BodyBuffer safe(Separator::none);
   writeSafe(safe, text, findTags(text));
   return std::string(safe.view());
 }
 
 Pegasus::String safeString(std::string_view text) {
   if (keptLength(text) == text.size()) return toString(text);
-  BodyWriter safe(Separator::none, 2 * text.size());
+  BodyBuffer safe(Separator::none);
   writeSafe(safe, text, findTags(text));
   return safe.string();
 }
 
-Pegasus::String safeString(BodyWriter raw) {
+Pegasus::String safeString(BodyWriter& raw) {
   const std::vector<Range> tags = findTags(raw.view());
-  BodyWriter safe(Separator::none, 2 * raw.size());
+  BodyBuffer safe(Separator::none);
   writeSafe(safe, raw.view(), tags);
   if (raw.hasMarks()) safe.takeMarks(raw, safePositions(raw.view(), tags));
   return safe.string();

@@ -12,7 +12,7 @@ namespace mpuevent {
 /// `Quarn_Event::makeSafeString` tells.
 Pegasus::String safeString(std::string_view text);
 /// The same of a body, whose elements keep their marks.
-Pegasus::String safeString(BodyWriter raw);
+Pegasus::String safeString(BodyWriter& raw);
 /// The same, before it becomes a String.
 std::string safeBytes(std::string_view text);
 

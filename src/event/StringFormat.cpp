@@ -6,7 +6,7 @@
 
 namespace Pegasus {
 
-using mpuevent::BodyWriter;
+using mpuevent::LineBuffer;
 using mpuevent::Separator;
 
 namespace {
@@ -18,7 +18,7 @@ unsigned long long joined(unsigned int high, unsigned int low) {
 }  // namespace
 
 std::string StringFormat::decimal(unsigned long long value) {
-  BodyWriter text(Separator::none, 24);
+  LineBuffer text(Separator::none);
   text.decimal(std::uint64_t{value});
   return std::string(text.view());
 }
@@ -28,7 +28,7 @@ std::string StringFormat::decimal(unsigned int high, unsigned int low) {
 }
 
 std::string StringFormat::hex(unsigned long long value, unsigned int width) {
-  BodyWriter text(Separator::none, 24);
+  LineBuffer text(Separator::none);
   text.text("0x");
   text.hexDigits(value, width, false);
   return std::string(text.view());

@@ -8,63 +8,81 @@
 #include <span>
 #include <string_view>
 
+#include "event/Packed.h"
+
 namespace mpuevent {
 
 /// One row of a code table.
 struct CodeText {
+  struct Packed {
+    TextBefore text;
+    std::uint32_t code;
+  };
+  constexpr Packed packed(auto place) const { return {place(text), code}; }
+
   std::uint32_t code;
   std::string_view text;
 };
 
 /// True if the rows' numbers rise: what `findRow` needs of a table, for a `static_assert`.
 /// `number` names the member that holds a row's number.
-template <class Row>
-constexpr bool rising(std::span<const Row> rows, std::uint32_t Row::*number) {
+template <class Row, class Number>
+constexpr bool rising(std::span<const Row> rows, Number Row::*number) {
   for (std::size_t i = 1; i < rows.size(); ++i) {
     if (rows[i].*number <= rows[i - 1].*number) return false;
   }
   return true;
 }
 
-template <class Row, std::size_t size>
-constexpr bool rising(const Row (&rows)[size], std::uint32_t Row::*number) {
+template <class Row, class Number, std::size_t size>
+constexpr bool rising(const Row (&rows)[size], Number Row::*number) {
   return rising(std::span<const Row>(rows), number);
 }
 
+/// Whether there is a row for each number from 0 on: what a table needs whose rows are had by their
+/// place, for a `static_assert`.
+template <class Row, class Number, std::size_t size>
+constexpr bool standInOrder(const Row (&rows)[size], Number Row::*number) {
+  for (std::size_t i = 0; i < size; ++i) {
+    if (rows[i].*number != static_cast<Number>(i)) return false;
+  }
+  return true;
+}
+
 /// The row with this number, or null.
-template <class Row>
-constexpr const Row* findRow(std::span<const Row> rows, std::uint32_t Row::*number,
-                             std::uint32_t wanted) {
+template <class Row, class Number>
+constexpr const Row* findRow(std::span<const Row> rows, Number Row::*number, std::uint32_t wanted) {
   const auto row = std::lower_bound(
       rows.begin(), rows.end(), wanted,
       [number](const Row& candidate, std::uint32_t value) { return candidate.*number < value; });
   return row != rows.end() && (*row).*number == wanted ? &*row : nullptr;
 }
 
-template <class Row, std::size_t size>
-constexpr const Row* findRow(const Row (&rows)[size], std::uint32_t Row::*number,
+template <class Row, class Number, std::size_t count, std::size_t textSize>
+constexpr const Row* findRow(const PackedTable<Row, count, textSize>& table, Number Row::*number,
                              std::uint32_t wanted) {
-  return findRow(std::span<const Row>(rows), number, wanted);
+  return findRow(std::span<const Row>(table), number, wanted);
 }
 
-/// A code table: rows whose codes rise, with gaps or without.
+/// A code table: packed rows whose codes rise, with gaps or without.
 struct CodeTable {
   constexpr CodeTable() = default;
   /// Does not compile if the codes don't rise.
-  template <std::size_t size>
+  template <std::size_t count, std::size_t textSize>
   // NOLINTNEXTLINE(google-explicit-constructor): a table is named where one is asked for.
-  consteval CodeTable(const CodeText (&table)[size]) : rows(table) {
-    if (!rising(rows, &CodeText::code)) throw "the codes of a table don't rise";
+  consteval CodeTable(const PackedTable<CodeText::Packed, count, textSize>& table) : rows(table) {
+    if (!rising(rows, &CodeText::Packed::code)) throw "the codes of a table don't rise";
   }
 
-  std::span<const CodeText> rows;
+  std::span<const CodeText::Packed> rows;
 };
 
 /// The text of a code; empty if it has none.
-constexpr std::string_view textOf(CodeTable table, std::uint64_t code) {
+inline std::string_view textOf(CodeTable table, std::uint64_t code) {
   if (code > UINT32_MAX) return {};
-  const CodeText* row = findRow(table.rows, &CodeText::code, static_cast<std::uint32_t>(code));
-  return row == nullptr ? std::string_view{} : row->text;
+  const CodeText::Packed* row =
+      findRow(table.rows, &CodeText::Packed::code, static_cast<std::uint32_t>(code));
+  return row == nullptr ? std::string_view{} : row->text.view();
 }
 
 }  // namespace mpuevent

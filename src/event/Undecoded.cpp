@@ -10,7 +10,7 @@ using Pegasus::String;
 
 String hexBody(const Record& record) {
   const std::string_view bytes = record.payload().bytes(0, record.structLength());
-  BodyWriter body(Separator::none, 2 * bytes.size() + 16);
+  BodyBuffer body(Separator::none);
   body.openElement("Hex");
   body.hexBytes(bytes);
   body.closeElement("Hex");

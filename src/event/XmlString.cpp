@@ -16,7 +16,7 @@ constexpr unsigned int hexElementDigits = 8;
 XmlString::XmlString() = default;
 
 std::string XmlString::addStringElement(std::string key, std::string value) {
-  mpuevent::BodyWriter element(mpuevent::Separator::none, 2 * key.size() + value.size() + 5);
+  mpuevent::BodyBuffer element(mpuevent::Separator::none);
   element.element(key, value);
   element.tellElements();
   return std::string(element.view());

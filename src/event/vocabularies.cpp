@@ -11,7 +11,7 @@ namespace Pegasus {
 namespace {
 
 using mpuevent::CodeText;
-using mpuevent::rising;
+using mpuevent::packed;
 using mpuevent::textOf;
 
 constexpr CodeText sourceNames[] = {
@@ -19,7 +19,6 @@ constexpr CodeText sourceNames[] = {
 #define MODULE(source, word, name) {source, word},
 #include "modules/Modules.def"
 };
-static_assert(rising(sourceNames, &CodeText::code));
 
 constexpr CodeText categoryWords[] = {
     {1,  "System"       },
@@ -36,12 +35,11 @@ constexpr CodeText categoryWords[] = {
     {12, "Cache"        },
     {13, "iSNS"         },
 };
-static_assert(rising(categoryWords, &CodeText::code));
 
 }  // namespace
 
 String Quarn_Event::sourceFromEmpValue(unsigned int source) const {
-  const std::string_view name = textOf(sourceNames, source);
+  const std::string_view name = textOf(packed<sourceNames>, source);
   if (!name.empty()) return mpuevent::toString(name);
   mpuevent::trace({"Quarn_Event", 173},
                   {"Quarn_Event::sourceFromEmpValue() has no case for source # ", source});
@@ -49,7 +47,7 @@ String Quarn_Event::sourceFromEmpValue(unsigned int source) const {
 }
 
 String Quarn_Event::categoryFromEmpValue(unsigned int category) const {
-  const std::string_view word = textOf(categoryWords, category);
+  const std::string_view word = textOf(packed<categoryWords>, category);
   if (!word.empty()) return mpuevent::toString(word);
   mpuevent::trace({"Quarn_Event", 300},
                   {"Quarn_Event::categoryFromEmpValue() has no case for category # ", category});

@@ -8,7 +8,7 @@ using namespace mpuevent;
 constexpr Field rows[] = {
     {"Key", 2, Width::u32, Format::dec}
 };
-constexpr Layout layout = {6, rows};
+constexpr Layout layout = {6, packed<rows>};
 constexpr CodeText texts[] = {
     {1, "one"},
     {2, "two"}
@@ -25,7 +25,7 @@ constexpr Field rows[] = {
 constexpr Field rows[] = {
     {"Key", 2, Width::u32, Format::dec}
 };
-constexpr Layout layout = {5, rows};
+constexpr Layout layout = {5, packed<rows>};
 #elif REJECTED == 4
 constexpr CodeText texts[] = {
     {2, "two"},
@@ -34,5 +34,5 @@ constexpr CodeText texts[] = {
 #endif
 
 #if REJECTED == 0 || REJECTED == 4
-constexpr CodeTable table = texts;
+constexpr CodeTable table = packed<texts>;
 #endif

@@ -15,7 +15,7 @@ namespace {
 using namespace mpuevent;
 
 std::string shown(Format format, std::uint64_t value) {
-  BodyWriter body(Separator::none, 1);
+  SizedWriter<1> body(Separator::none);
   body.number(format, value);
   return std::string(body.view());
 }
@@ -59,33 +59,47 @@ TEST(Formats, ReadLikeThePrintfFormatsThatTheyAreNamedAfter) {
 }
 
 TEST(Fields, ShowEachWidthIfItsLastByteIsHeld) {
-  struct Case {
-    Field field;
-    const char* text;
+  static constexpr Field rows[] = {
+      {"Key",                                      1, Width::u8,              Format::hexLower },
+      {"Key",                                      1, Width::u16,             Format::hexLower },
+      {"Key",                                      1, Width::u24,             Format::hexLower },
+      {"Key",                                      1, Width::u32,             Format::hexLower },
+      {"Key",                                      1, Width::u48,             Format::hexLower },
+      {"Key",                                      1, Width::u64,             Format::hexLower },
+      {"Key",                                      1, Width::wordPair,        Format::hexUpper8},
+      {"Key",                                      1, Width::wordPairSwapped, Format::hexUpper8},
+      {"Key",                                      1, Width::wordPairSwapped, Format::hexLower8},
+      {"A_key_of_more_than_thirty-two_characters", 1, Width::wordQuad,        Format::hexUpper8},
   };
-  constexpr Case cases[] = {
-      {{"Key", 1, Width::u8, Format::hexLower},               "0xa2"                                 },
-      {{"Key", 1, Width::u16, Format::hexLower},              "0xa2a3"                               },
-      {{"Key", 1, Width::u24, Format::hexLower},              "0xa3a4a5"                             },
-      {{"Key", 1, Width::u32, Format::hexLower},              "0xa2a3a4a5"                           },
-      {{"Key", 1, Width::u48, Format::hexLower},              "0xa2a3a4a5a6a7"                       },
-      {{"Key", 1, Width::u64, Format::hexLower},              "0xa2a3a4a5a6a7a8a9"                   },
-      {{"Key", 1, Width::wordPair, Format::hexUpper8},        "0xA2A3A4A5:A6A7A8A9"                  },
-      {{"Key", 1, Width::wordPairSwapped, Format::hexUpper8}, "0xA6A7A8A9:A2A3A4A5"                  },
-      {{"Key", 1, Width::wordPairSwapped, Format::hexLower8}, "0xa6a7a8a9  0xa2a3a4a5"               },
-      {{"Key", 1, Width::wordQuad, Format::hexUpper8},        "0xA2A3A4A5:A6A7A8A9:AAABACAD:AEAFB0B1"},
+  const char* const texts[] = {
+      "0xa2",
+      "0xa2a3",
+      "0xa3a4a5",
+      "0xa2a3a4a5",
+      "0xa2a3a4a5a6a7",
+      "0xa2a3a4a5a6a7a8a9",
+      "0xA2A3A4A5:A6A7A8A9",
+      "0xA6A7A8A9:A2A3A4A5",
+      "0xa6a7a8a9  0xa2a3a4a5",
+      "0xA2A3A4A5:A6A7A8A9:AAABACAD:AEAFB0B1",
   };
   std::string bytes;
-  for (int byte = 0xA1; byte <= 0xB1; ++byte) bytes += static_cast<char>(byte);
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.text);
-    const std::size_t end = c.field.end();
-    BodyWriter whole(Separator::none);
-    writeField(whole, RecordView(bytes.data(), end), c.field);
-    EXPECT_EQ(whole.view(), "<Key>" + std::string(c.text) + "</Key>");
-    BodyWriter cut(Separator::none);
-    writeField(cut, RecordView(bytes.data(), end - 1), c.field);
-    EXPECT_EQ(cut.view(), "");
+  for (int byte = 0xA1; byte <= 0xB9; ++byte) bytes += static_cast<char>(byte);
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    SCOPED_TRACE(texts[i]);
+    const std::string key(rows[i].key);
+    // At the end of what is held, one byte short of it, and with more behind.
+    for (const std::size_t held : {rows[i].end(), rows[i].end() - 1, bytes.size()}) {
+      const std::string exact(bytes, 0, held);
+      const RecordView view(exact.data(), held);
+      BodyBuffer one(Separator::none);
+      writeField(one, view, rows[i]);
+      EXPECT_EQ(one.view(),
+                held < rows[i].end() ? "" : "<" + key + ">" + texts[i] + "</" + key + ">");
+      BodyBuffer packedOne(Separator::none);
+      writeFields(packedOne, view, Fields(packed<rows>).subspan(i, 1));
+      EXPECT_EQ(packedOne.view(), one.view());
+    }
   }
 }
 
@@ -95,8 +109,8 @@ TEST(Codes, ShowTheirTextOrTheFallback) {
   };
   static constexpr Field field = {"Key", 1, Width::u16, Format::dec};
   const auto shownAs = [](std::string_view bytes, const Fallback& fallback) {
-    BodyWriter body(Separator::none);
-    writeCode(body, RecordView(bytes.data(), bytes.size()), field, texts, fallback);
+    BodyBuffer body(Separator::none);
+    writeCode(body, RecordView(bytes.data(), bytes.size()), field, packed<texts>, fallback);
     return std::string(body.view());
   };
   const std::string_view known("\x00\x00\x02", 3);
@@ -106,7 +120,7 @@ TEST(Codes, ShowTheirTextOrTheFallback) {
   EXPECT_EQ(shownAs(unknown, {"Code ", "!"}), "<Key>Code 40962!</Key>");
   EXPECT_EQ(shownAs(unknown, toWord("None")), "<Key>None</Key>");
   EXPECT_EQ(shownAs(known.substr(0, 2), {}), "");
-  EXPECT_EQ(textOf(texts, 0x100000002), "");
+  EXPECT_EQ(textOf(packed<texts>, 0x100000002), "");
 }
 
 TEST(Lists, EndWithTheBytesHeldWhateverTheyClaim) {
@@ -114,7 +128,7 @@ TEST(Lists, EndWithTheBytesHeldWhateverTheyClaim) {
       {"A", 0, Width::u8,  Format::dec},
       {"B", 1, Width::u16, Format::dec},
   };
-  static constexpr Layout entry = {4, rows};
+  static constexpr Layout entry = {4, packed<rows>};
   const std::string bytes("\x09\x01\x00\x02\xFF\x03\x00\x04\xFF\x05", 10);
   const RecordView view(bytes.data(), bytes.size());
   struct Case {
@@ -134,14 +148,14 @@ TEST(Lists, EndWithTheBytesHeldWhateverTheyClaim) {
       {static_cast<std::size_t>(-2), 7,                  10, ""                                        },
   };
   for (const Case& c : cases) {
-    BodyWriter body(Separator::none);
+    BodyBuffer body(Separator::none);
     EXPECT_EQ(writeList(body, view, c.start, c.count, entry), c.end) << c.start << ' ' << c.count;
     EXPECT_EQ(body.view(), c.text) << c.start << ' ' << c.count;
   }
 }
 
 TEST(BodyWriter, GrowsCutsAndSeparates) {
-  BodyWriter body(Separator::blank, 1);
+  SizedWriter<1> body;
   std::string expected;
   for (int i = 0; i < 300; ++i) {
     const std::string value(static_cast<std::size_t>(i), 'v');
@@ -170,10 +184,11 @@ TEST(Tables, FindRowsByTheirNumber) {
       {5,          "five"},
       {0xFFFFFFFF, "last"}
   };
-  EXPECT_EQ(textOf(rows, 2), "two");
-  EXPECT_EQ(textOf(rows, 5), "five");
-  EXPECT_EQ(textOf(rows, 0xFFFFFFFF), "last");
-  for (const std::uint32_t gap : {0U, 1U, 3U, 6U, 0xFFFFFFFEU}) EXPECT_EQ(textOf(rows, gap), "");
+  EXPECT_EQ(textOf(packed<rows>, 2), "two");
+  EXPECT_EQ(textOf(packed<rows>, 5), "five");
+  EXPECT_EQ(textOf(packed<rows>, 0xFFFFFFFF), "last");
+  for (const std::uint32_t gap : {0U, 1U, 3U, 6U, 0xFFFFFFFEU})
+    EXPECT_EQ(textOf(packed<rows>, gap), "");
   constexpr CodeText twice[] = {
       {1, "a"},
       {1, "b"}

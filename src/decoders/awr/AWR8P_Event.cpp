@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "decoders/awr/dump.h"
@@ -110,9 +109,10 @@ void forEachNode(const Nodes& nodes, Visit visit) {
   }
 }
 
-/// What the nodes add to the event's Body; sets its Summary, if that is not taken yet, and EventID.
-BodyWriter decode(Pegasus::Quarn_Event& event, int& summaryTaken, const Nodes& nodes) {
-  BodyWriter entries(Separator::none);
+/// Appends what the nodes show to the event's Body; sets its Summary, if that is not taken yet, and
+/// EventID.
+void decode(Pegasus::QuarnEvent& event, int& summaryTaken, const Nodes& nodes) {
+  BodyBuffer entries(Separator::none);
   forEachNode(nodes, [&](NodeType type, std::string_view shown) {
     switch (type) {
       case NodeType::text:
@@ -130,7 +130,7 @@ BodyWriter decode(Pegasus::Quarn_Event& event, int& summaryTaken, const Nodes& n
         break;
     }
   });
-  return entries;
+  appendEntries(event, entries);
 }
 
 }  // namespace
@@ -146,7 +146,7 @@ AWR8P_Event::AWR8P_Event(EmpEvLogMsg_s* record, int length)
     : QuarnEvent(record, length), summaryTaken_(0) {
   if (record == nullptr) return;
   const Nodes nodes(mpuevent::Record(record, length).payload());
-  mpuevent::appendEntries(*this, mpuevent::awr::decode(*this, summaryTaken_, nodes));
+  mpuevent::awr::decode(*this, summaryTaken_, nodes);
 }
 
 AWR8P_Event::~AWR8P_Event() = default;
@@ -154,15 +154,15 @@ AWR8P_Event::~AWR8P_Event() = default;
 void AWR8P_Event::awr8p_parse_evt(awrEvtHdr_s* node) {
   if (node == nullptr) return;
   const Nodes nodes(RecordView::unbounded(node));
-  mpuevent::appendEntries(*this, mpuevent::awr::decode(*this, summaryTaken_, nodes));
+  mpuevent::awr::decode(*this, summaryTaken_, nodes);
 }
 
 void AWR8P_Event::awr8p_dump_bin(awrEvtHdr_s* node) {
   if (node == nullptr) return;
   const Nodes nodes(RecordView::unbounded(node));
-  mpuevent::BodyWriter entries(mpuevent::Separator::none);
+  mpuevent::BodyBuffer entries(mpuevent::Separator::none);
   mpuevent::awr::writeDump(entries, nodes.bytes(nodes.at(0)));
-  mpuevent::appendEntries(*this, std::move(entries));
+  mpuevent::appendEntries(*this, entries);
 }
 
 }  // namespace Pegasus

@@ -42,7 +42,7 @@ void writeCharacterColumn(BodyWriter& entries, std::string_view line) {
 }  // namespace
 
 void writeDump(BodyWriter& entries, std::string_view bytes) {
-  BodyWriter key(Separator::none, 16);
+  LineBuffer key(Separator::none);
   for (std::size_t start = 0; start < bytes.size(); start += lineSize) {
     const std::string_view line = bytes.substr(start, lineSize);
     key.cut(0);

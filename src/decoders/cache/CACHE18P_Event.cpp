@@ -19,10 +19,19 @@ namespace {
 using Pegasus::String;
 
 struct EventRow {
-  std::uint32_t id;
+  struct Packed {
+    TextBefore summary;
+    std::uint16_t id;
+    Shown shown;
+  };
+  constexpr Packed packed(auto place) const { return {place(summary), id, shown}; }
+
+  std::uint16_t id;
   std::string_view summary;
-  const Elements& elements;
+  Shown shown;
 };
+
+using enum Shown;
 
 constexpr EventRow events[] = {
     {1,   "Ran out of free btree nodes",                              btreeNodes          },
@@ -177,15 +186,15 @@ CACHE18P_Event::CACHE18P_Event(EmpEvLogMsg_s* bytes, int length)
   if (bytes == nullptr) return;
   const Record record(bytes, length);
   setEventID(nameOf(record.id()));
-  const EventRow* bugcheck = findRow(events, &EventRow::id, record.id());
+  const EventRow::Packed* bugcheck = findRow(packed<events>, &EventRow::Packed::id, record.id());
   if (bugcheck == nullptr) {
     showUndecoded(*this, record, {"CACHE18P_Event", 96}, "Unhandled Event by CACHE18P",
                   NumberBase::decimal);
     return;
   }
-  setSummary(toString(bugcheck->summary));
-  const auto& [first, second] = bugcheck->elements;
-  BodyWriter body(Separator::blank, 64 * (first.size() + second.size()));
+  setSummary(toString(bugcheck->summary.view()));
+  const auto& [first, second] = elementsOf(bugcheck->shown);
+  BodyBuffer body;
   writeFields(body, record.payload(), first);
   writeFields(body, record.payload(), second);
   setBody(body.string());

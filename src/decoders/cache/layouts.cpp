@@ -1,7 +1,10 @@
 #include "decoders/cache/layouts.h"
 
+#include <cstddef>
 #include <span>
 #include <string_view>
+
+#include "event/Tables.h"
 
 namespace mpuevent::cache {
 
@@ -194,43 +197,52 @@ constexpr Field indexBehindClh[] = {
     {"cache_index", 68, u32, hexLower},
 };
 
+struct ShownRow {
+  Shown shown;
+  Elements elements;
+};
+
+constexpr ShownRow shownRows[] = {
+    {Shown::nothing,              {}                                                  },
+
+ // Each table by itself.
+    {Shown::arcTables,            {packed<arcTablesFields>}                           },
+    {Shown::btreeNodes,           {packed<btreeNodesFields>}                          },
+    {Shown::disklineMode,         {packed<disklineModeFields>}                        },
+    {Shown::dumpCacheVt,          {packed<dumpCacheVtFields>}                         },
+    {Shown::dumpClh,              {packed<dumpClhFields>}                             },
+    {Shown::dumpClhCounts,        {packed<dumpClhCountsFields>}                       },
+    {Shown::dumpClhVt,            {packed<dumpClhVtFields>}                           },
+    {Shown::dumpIsurp,            {packed<dumpIsurpFields>}                           },
+    {Shown::dumpMmsg,             {packed<dumpMmsgFields>}                            },
+    {Shown::dumpSemaphore,        {packed<dumpSemaphoreFields>}                       },
+    {Shown::extraIsurpCount,      {packed<extraIsurpCountFields>}                     },
+    {Shown::pirData,              {packed<pirDataFields>}                             },
+    {Shown::qmirData,             {packed<qmirDataFields>}                            },
+    {Shown::queuePopStatus,       {packed<queuePopStatusFields>}                      },
+    {Shown::structureHead,        {packed<structureHeadFields>}                       },
+    {Shown::volumeNumber,         {packed<volumeNumberFields>}                        },
+
+ // Tables that follow a structure, or come before it.
+    {Shown::dumpIsurpListheads,   {packed<dumpIsurpFields>, packed<isurpListheads>}   },
+    {Shown::dumpIsurpClh,         {packed<dumpIsurpFields>, packed<clhOfIsurp>}       },
+ // Of the ISURP all but its last row, `block_count`.
+    {Shown::dumpIsurpClhReconfig,
+     {std::span(packed<dumpIsurpFields>).first<8>(), packed<reconfigurationOfIsurp>}  },
+    {Shown::dumpClhOverwrite,     {packed<dumpClhFields>, packed<overwriteClh>}       },
+    {Shown::dumpClhListheads,     {packed<dumpClhFields>, packed<clhListheads>}       },
+    {Shown::volumeAndMmsg,        {packed<volumeBehindMmsg>, packed<dumpMmsgFields>}  },
+    {Shown::volumeAndIsurp,       {packed<volumeBehindIsurp>, packed<dumpIsurpFields>}},
+    {Shown::remainingAndIsurp,
+     {std::span(packed<blocksBehindIsurp>).first<1>(), packed<dumpIsurpFields>}       },
+    {Shown::currentAndIsurp,      {packed<blocksBehindIsurp>, packed<dumpIsurpFields>}},
+    {Shown::largestAndIsurp,      {packed<vlbnsBehindIsurp>, packed<dumpIsurpFields>} },
+    {Shown::indexAndClh,          {packed<indexBehindClh>, packed<dumpClhFields>}     },
+};
+static_assert(standInOrder(shownRows, &ShownRow::shown));
+
 }  // namespace
 
-constexpr Elements nothing;
-
-// Each table by itself.
-
-constexpr Elements arcTables = {arcTablesFields};
-constexpr Elements btreeNodes = {btreeNodesFields};
-constexpr Elements disklineMode = {disklineModeFields};
-constexpr Elements dumpCacheVt = {dumpCacheVtFields};
-constexpr Elements dumpClh = {dumpClhFields};
-constexpr Elements dumpClhCounts = {dumpClhCountsFields};
-constexpr Elements dumpClhVt = {dumpClhVtFields};
-constexpr Elements dumpIsurp = {dumpIsurpFields};
-constexpr Elements dumpMmsg = {dumpMmsgFields};
-constexpr Elements dumpSemaphore = {dumpSemaphoreFields};
-constexpr Elements extraIsurpCount = {extraIsurpCountFields};
-constexpr Elements pirData = {pirDataFields};
-constexpr Elements qmirData = {qmirDataFields};
-constexpr Elements queuePopStatus = {queuePopStatusFields};
-constexpr Elements structureHead = {structureHeadFields};
-constexpr Elements volumeNumber = {volumeNumberFields};
-
-// Tables that follow a structure, or come before it.
-
-constexpr Elements dumpIsurpListheads = {dumpIsurpFields, isurpListheads};
-constexpr Elements dumpIsurpClh = {dumpIsurpFields, clhOfIsurp};
-// Of the ISURP all but its last row, `block_count`.
-constexpr Elements dumpIsurpClhReconfig = {std::span(dumpIsurpFields).first<8>(),
-                                           reconfigurationOfIsurp};
-constexpr Elements dumpClhOverwrite = {dumpClhFields, overwriteClh};
-constexpr Elements dumpClhListheads = {dumpClhFields, clhListheads};
-constexpr Elements volumeAndMmsg = {volumeBehindMmsg, dumpMmsgFields};
-constexpr Elements volumeAndIsurp = {volumeBehindIsurp, dumpIsurpFields};
-constexpr Elements remainingAndIsurp = {std::span(blocksBehindIsurp).first<1>(), dumpIsurpFields};
-constexpr Elements currentAndIsurp = {blocksBehindIsurp, dumpIsurpFields};
-constexpr Elements largestAndIsurp = {vlbnsBehindIsurp, dumpIsurpFields};
-constexpr Elements indexAndClh = {indexBehindClh, dumpClhFields};
+Elements elementsOf(Shown shown) { return shownRows[static_cast<std::size_t>(shown)].elements; }
 
 }  // namespace mpuevent::cache

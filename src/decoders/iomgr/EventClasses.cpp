@@ -8,32 +8,38 @@ namespace mpuevent::iomgr {
 
 namespace {
 
-const EventRow* eventOf(std::span<const EventRow> events, std::uint32_t number) {
-  const EventRow* row = findRow(events, &EventRow::number, number);
+const EventRow::Packed* eventOf(Events events, std::uint32_t number) {
+  const EventRow::Packed* row = findRow(events, &EventRow::Packed::number, number);
   if (row != nullptr || events.empty() || events.back().number != anyNumber) return row;
   return &events.back();
 }
 
 }  // namespace
 
-const EventClass* classOf(std::span<const EventClass> classes, std::uint32_t number) {
-  return findRow(classes, &EventClass::number, number);
+const EventClass::Packed* classOf(Classes classes, std::uint32_t number) {
+  return findRow(classes, &EventClass::Packed::number, number);
 }
 
-Pegasus::String writeEvent(BodyWriter& body, const EventPayload& payload,
-                           std::span<const EventRow> events) {
-  const EventRow* event = eventOf(events, payload.eventNumber());
+Pegasus::String writeEvent(BodyWriter& body, const EventPayload& payload, Events events,
+                           TextWriter* writeFile) {
+  const EventRow::Packed* event = eventOf(events, payload.eventNumber());
   if (event == nullptr) return {};
-  body.element("Request_Type", event->name);
+  const std::string_view eventName = event->name.view();
+  body.element("Request_Type", eventName);
 
-  NameBuffer name{};
-  event->name.copy(name.data(), name.size() - 1);
   const DataArea data = payload.dataArea();
-  const auto& [first, second, writeText] = event->carried;
-  if (first != nullptr) writeRecord(body, data, 0, *first);
-  if (second != nullptr) writeRecord(body, data, first->size, *second);
-  if (writeText != nullptr) writeText(body, data, name);
-  return toString(name.data());
+  const auto [first, second] = event->carried;
+  if (first == RecordKind::file) {
+    NameBuffer name{};
+    eventName.copy(name.data(), name.size() - 1);
+    writeFile(body, data, name);
+    return toString(name.data());
+  }
+  if (first != RecordKind::nothing) writeRecord(body, data, 0, layoutOf(first));
+  if (second != RecordKind::nothing) {
+    writeRecord(body, data, layoutOf(first).size, layoutOf(second));
+  }
+  return toString(eventName);
 }
 
 std::string_view overwriteName(const DataArea& data, NameBuffer& name) {
@@ -43,18 +49,15 @@ std::string_view overwriteName(const DataArea& data, NameBuffer& name) {
   return name.data();
 }
 
-BodyWriter classBody(Separator separator, Pegasus::Quarn_Event& event,
-                     std::span<const EventRow> events, const void* payload) {
-  BodyWriter body(separator);
-  if (payload == nullptr) return body;
-  event.setSummary(writeEvent(body, EventPayload::trusting(payload), events));
-  return body;
+void writeTrusted(BodyWriter& body, Pegasus::Quarn_Event& event, Events events,
+                  TextWriter* writeFile, const void* payload) {
+  if (payload == nullptr) return;
+  event.setSummary(writeEvent(body, EventPayload::trusting(payload), events, writeFile));
 }
 
-BodyWriter recordBody(Separator separator, const RecordLayout& layout, const void* record) {
-  BodyWriter body(separator);
+void writeTrusted(BodyWriter& body, RecordKind kind, const void* record) {
+  const RecordLayout& layout = layoutOf(kind);
   writeRecord(body, DataArea(RecordView(record, layout.size), 0), 0, layout);
-  return body;
 }
 
 }  // namespace mpuevent::iomgr

@@ -29,70 +29,80 @@ class EventPayload : public RecordView {
   std::uint32_t eventClass() const { return u32(0); }
   std::uint32_t eventNumber() const { return u32(4); }
   std::uint32_t dataLength() const { return u32(16); }
-  /// About how many bytes the elements take up: elements are seldom more than twelve times as long
-  /// as the record that they show.
-  std::size_t expectedSize() const { return 512 + 12 * std::min<std::size_t>(size(), 1024); }
   DataArea dataArea() const { return {from(dataStart), dataLength()}; }
 };
 
 /// An event's name and NULs behind it. No name is as long as that; the text of an assert may be.
 using NameBuffer = std::array<char, 128>;
 
-/// Writes the text that an event carries. It may overwrite the event's name, which becomes the
+/// Writes the text of an assert. It may overwrite the event's name, which becomes the
 /// Summary.
 using TextWriter = void(BodyWriter& body, const DataArea& data, NameBuffer& name);
 
 /// What an event carries: up to two records, the second directly behind the first, or a text.
 struct Carried {
-  constexpr Carried() = default;
   // NOLINTNEXTLINE(google-explicit-constructor): a row of events just names its record.
-  constexpr Carried(const RecordLayout& only) : first(&only) {}
-  constexpr explicit Carried(TextWriter* text) : writeText(text) {}
+  constexpr Carried(RecordKind only) : first(only) {}
 
-  const RecordLayout* first = nullptr;
-  const RecordLayout* second = nullptr;
-  TextWriter* writeText = nullptr;
+  RecordKind first;
+  RecordKind second = RecordKind::nothing;
 };
 
-inline constexpr Carried nothing;
-
-constexpr Carried operator+(const RecordLayout& first, const RecordLayout& second) {
+constexpr Carried operator+(RecordKind first, RecordKind second) {
   Carried both = first;
-  both.second = &second;
+  both.second = second;
   return both;
 }
 
 struct EventRow {
-  std::uint32_t number;
+  struct Packed {
+    TextBefore name;
+    std::uint16_t number;
+    Carried carried;
+  };
+  constexpr Packed packed(auto place) const { return {place(name), number, carried}; }
+
+  std::uint16_t number;
   std::string_view name;
   Carried carried;
 };
 
+using Events = std::span<const EventRow::Packed>;
+
 /// The number of a class's last row, if that stands for every number without a row of its own.
-inline constexpr std::uint32_t anyNumber = 0xFFFFFFFF;
+inline constexpr std::uint16_t anyNumber = 0xFFFF;
 
 struct EventClass {
-  std::uint32_t number;
+  struct Packed {
+    TextBefore eventId;
+    std::uint16_t number;
+    Events events;
+  };
+  constexpr Packed packed(auto place) const { return {place(eventId), number, events}; }
+
+  std::uint16_t number;
   std::string_view eventId;
-  std::span<const EventRow> events;  ///< empty if the class shows nothing
+  Events events;  ///< empty if the class shows nothing
 };
 
+using Classes = std::span<const EventClass::Packed>;
+
 /// The class of this number, or null.
-const EventClass* classOf(std::span<const EventClass> classes, std::uint32_t number);
+const EventClass::Packed* classOf(Classes classes, std::uint32_t number);
 
 /// Whether the classes, and the events of each, have the order that lookups need: for a
 /// `static_assert`.
 constexpr bool classesRise(std::span<const EventClass> classes) {
   return rising(classes, &EventClass::number) &&
          std::all_of(classes.begin(), classes.end(), [](const EventClass& eventClass) {
-           return rising(eventClass.events, &EventRow::number);
+           return rising(eventClass.events, &EventRow::Packed::number);
          });
 }
 
 /// Writes the name of the payload's event, as `Request_Type`, and what the event carries. Returns
 /// the Summary. An event that is none of `events` writes nothing and has an empty Summary.
-Pegasus::String writeEvent(BodyWriter& body, const EventPayload& payload,
-                           std::span<const EventRow> events);
+Pegasus::String writeEvent(BodyWriter& body, const EventPayload& payload, Events events,
+                           TextWriter* writeFile);
 
 /// Copies an assert's text over the event's name and returns what stands there then. No NUL is
 /// copied behind the text, so that the rest of the name shows behind a shorter text: the output
@@ -103,18 +113,18 @@ std::string_view overwriteName(const DataArea& data, NameBuffer& name);
 // payload or record should have is there. A null pointer writes nothing.
 
 /// The payload's event as one of `events`, whatever class the payload names. Sets Summary.
-BodyWriter classBody(Separator separator, Pegasus::Quarn_Event& event,
-                     std::span<const EventRow> events, const void* payload);
+void writeTrusted(BodyWriter& body, Pegasus::Quarn_Event& event, Events events,
+                  TextWriter* writeFile, const void* payload);
 /// A record by itself.
-BodyWriter recordBody(Separator separator, const RecordLayout& layout, const void* record);
+void writeTrusted(BodyWriter& body, RecordKind kind, const void* record);
 
 // The events that both decoders have.
 
 inline constexpr EventRow evlEvents[] = {
-    {anyNumber, "EVL Error", nothing},
+    {anyNumber, "EVL Error", RecordKind::nothing},
 };
 inline constexpr EventRow mathEvents[] = {
-    {anyNumber, "MATH Error", nothing},
+    {anyNumber, "MATH Error", RecordKind::nothing},
 };
 
 }  // namespace mpuevent::iomgr

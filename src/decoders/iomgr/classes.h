@@ -8,7 +8,7 @@
 namespace mpuevent::iomgr {
 
 /// The event classes of the I/O manager, named as the exported functions name them.
-enum IomgrClass : std::uint32_t {
+enum IomgrClass : std::uint16_t {
   managerClass = 1,
   rebuildClass = 2,
   reconfigClass = 3,
@@ -43,7 +43,9 @@ enum IomgrClass : std::uint32_t {
   mathClass = 32,
 };
 
-extern const EventClass iomgrClasses[32];
+const EventClass::Packed* iomgrClassOf(std::uint32_t number);
+/// Writes the text of an assert.
+TextWriter writeFile;
 
 }  // namespace mpuevent::iomgr
 

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "event/Lists.h"
+#include "event/Tables.h"
 
 namespace mpuevent::iomgr {
 
@@ -210,6 +211,13 @@ constexpr Field ndfeFields[] = {
     {"ndfe_plbn",      4, wordPairSwapped, hexUpper8},
 };
 
+// The blank and the equals sign of the key go into both tags as they are.
+constexpr Field intStatField[] = {
+    {"INT_STAT =", 0, u32, hexUpper8}
+};
+constexpr Field qmirField[] = {
+    {"QMIR", 0, u32, hexUpper8}
+};
 constexpr Field interruptField[] = {
     {"Interrupt", 0, u32, hexUpper8}
 };
@@ -220,7 +228,7 @@ constexpr Field volumeNumberField[] = {
     {"Volume_Number", 0, u32, hexUpper8}
 };
 
-constexpr Layout region = {20, regionFields};
+constexpr Layout region = {20, packed<regionFields>};
 constexpr List regions = {76, region.size, 20};
 
 /// The regions of a device information block, up to the first without a type.
@@ -232,7 +240,7 @@ void writeRegions(BodyWriter& body, RecordView dib) {
   });
 }
 
-constexpr Layout sgtEntry = {8, sgtEntryFields};
+constexpr Layout sgtEntry = {8, packed<sgtEntryFields>};
 constexpr List sgtEntries = {0, sgtEntry.size, 8};
 
 /// The entries of a scatter-gather table, up to the first without an address.
@@ -244,7 +252,7 @@ void writeSgtEntries(BodyWriter& body, RecordView sgt) {
   });
 }
 
-constexpr Layout dlmEntry = {44, dlmEntryFields};
+constexpr Layout dlmEntry = {44, packed<dlmEntryFields>};
 
 void writeDlmEntries(BodyWriter& body, RecordView dlm) { writeList(body, dlm, 16, 4, dlmEntry); }
 
@@ -266,81 +274,52 @@ void writeRun(BodyWriter& body, const DataArea& data, std::size_t at, const Reco
   });
 }
 
+struct RecordRow {
+  RecordKind kind;
+  RecordLayout layout;
+};
+
+using enum RecordKind;
+
+constexpr RecordRow recordRows[] = {
+    {nothing,      {Layout(0)}                                },
+    {lwsem,        {{8, packed<lwsemFields>}}                 },
+    {isurp,        {{28, packed<isurpFields>}}                },
+    {drp,          {{40, packed<drpFields>}}                  },
+    {vt,           {{264, packed<vtFields>}}                  },
+    {ext,          {{80, packed<extFields>}}                  },
+    {mmsg,         {{20, packed<mmsgFields>}}                 },
+    {dib,          {{492, packed<dibFields>}, writeRegions}   },
+    {sgt,          {Layout(64), writeSgtEntries}              },
+    {bcd,          {{52, packed<bcdFields>}}                  },
+    {rcd,          {{40, packed<rcdFields>}}                  },
+    {rbt,          {{32, packed<rbtFields>}}                  },
+    {dlm,          {{192, packed<dlmFields>}, writeDlmEntries}},
+    {msa,          {{32, packed<msaFields>}}                  },
+    {fer,          {{24, packed<ferFields>}}                  },
+    {vbgt,         {{32, packed<vbgtFields>}}                 },
+    {ndfe,         {{12, packed<ndfeFields>}}                 },
+    {volume,       {{264, packed<vtFields>}, nullptr, ext}    },
+    {sgtList,      {Layout(0), nullptr, sgt}                  },
+    {interrupt,    {{4, packed<interruptField>}}              },
+    {message,      {{4, packed<messageField>}}                },
+    {volumeNumber, {{4, packed<volumeNumberField>}}           },
+    {qmir,         {{4, packed<qmirField>}}                   },
+    {intStat,      {{4, packed<intStatField>}}                },
+};
+static_assert(standInOrder(recordRows, &RecordRow::kind));
+
 }  // namespace
+
+const RecordLayout& layoutOf(RecordKind kind) {
+  return recordRows[static_cast<std::size_t>(kind)].layout;
+}
 
 void writeRecord(BodyWriter& body, const DataArea& data, std::size_t at,
                  const RecordLayout& layout) {
   writeOwn(body, data.from(at, layout.size), layout);
-  if (layout.run != nullptr) writeRun(body, data, at + layout.size, *layout.run);
+  if (layout.run == RecordKind::nothing) return;
+  writeRun(body, data, at + layout.size, layoutOf(layout.run));
 }
-
-namespace records {
-
-constexpr RecordLayout lwsem = {
-    {8, lwsemFields}
-};
-constexpr RecordLayout isurp = {
-    {28, isurpFields}
-};
-constexpr RecordLayout drp = {
-    {40, drpFields}
-};
-constexpr RecordLayout vt = {
-    {264, vtFields}
-};
-constexpr RecordLayout ext = {
-    {80, extFields}
-};
-constexpr RecordLayout mmsg = {
-    {20, mmsgFields}
-};
-constexpr RecordLayout dib = {
-    {492, dibFields},
-    writeRegions
-};
-constexpr RecordLayout sgt = {Layout(64), writeSgtEntries};
-constexpr RecordLayout bcd = {
-    {52, bcdFields}
-};
-constexpr RecordLayout rcd = {
-    {40, rcdFields}
-};
-constexpr RecordLayout rbt = {
-    {32, rbtFields}
-};
-constexpr RecordLayout dlm = {
-    {192, dlmFields},
-    writeDlmEntries
-};
-constexpr RecordLayout msa = {
-    {32, msaFields}
-};
-constexpr RecordLayout fer = {
-    {24, ferFields}
-};
-constexpr RecordLayout vbgt = {
-    {32, vbgtFields}
-};
-constexpr RecordLayout ndfe = {
-    {12, ndfeFields}
-};
-
-constexpr RecordLayout volume = {
-    {vt.size, vtFields},
-    nullptr, &ext
-};
-constexpr RecordLayout sgtList = {Layout(0), nullptr, &sgt};
-
-constexpr RecordLayout interrupt = {
-    {4, interruptField}
-};
-constexpr RecordLayout message = {
-    {4, messageField}
-};
-constexpr RecordLayout volumeNumber = {
-    {4, volumeNumberField}
-};
-
-}  // namespace records
 
 }  // namespace mpuevent::iomgr

@@ -18,10 +18,6 @@ namespace {
 using Pegasus::String;
 using Pegasus::XmlString;
 
-constexpr std::size_t bodySize = 2048;
-constexpr std::size_t summarySize = 128;
-constexpr std::size_t unknownSize = 24;
-
 enum PayloadKind : std::uint16_t {
   basicData = 1,
   socketData = 2,
@@ -56,16 +52,16 @@ void writeUnknown(BodyWriter& text, std::uint32_t code) {
 }
 
 String eventName(std::uint16_t id) {
-  const std::string_view name = textOf(event_names, id);
+  const std::string_view name = textOf(packed<event_names>, id);
   if (!name.empty()) return toString(name);
-  BodyWriter unknown(Separator::none, unknownSize);
+  LineBuffer unknown(Separator::none);
   writeUnknown(unknown, id);
   return unknown.string();
 }
 
 void build(XmlString& body, std::string& summary, const void* data, WriteEvent* write) {
-  BodyWriter elements(Separator::none, bodySize);
-  BodyWriter line(Separator::none, summarySize);
+  BodyBuffer elements(Separator::none);
+  LineBuffer line(Separator::none);
   if (data != nullptr) write(elements, line, RecordView::unbounded(data));
   elements.tellElements();
   body.append(std::string(elements.view()));
@@ -74,7 +70,7 @@ void build(XmlString& body, std::string& summary, const void* data, WriteEvent* 
 
 void build(XmlString& body, const void* bhs, void (*write)(BodyWriter& body, RecordView bhs)) {
   if (bhs == nullptr) return;
-  BodyWriter elements(Separator::none, bodySize);
+  BodyBuffer elements(Separator::none);
   write(elements, RecordView::unbounded(bhs));
   elements.tellElements();
   body.append(std::string(elements.view()));
@@ -95,8 +91,8 @@ ISCSIMP_Event::ISCSIMP_Event(EmpEvLogMsg_s* bytes, int length)
   const Record record(bytes, length);
   const RecordView payload = record.payload();
   WriteEvent* write = writerOf(payload.u16(0));
-  BodyWriter body(Separator::none, bodySize);
-  BodyWriter summary(Separator::none, summarySize);
+  BodyBuffer body(Separator::none);
+  LineBuffer summary(Separator::none);
   if (write != nullptr) write(body, summary, payload);
   Quarn_Event::setEventID(eventName(record.id()));
   Quarn_Event::setBody(body.string());
@@ -134,7 +130,7 @@ void ISCSIMP_Event::build_unknown_event(XmlString&, std::string& summary, ICS_EV
 }
 
 std::string ISCSIMP_Event::build_unknown_string(unsigned int code) {
-  BodyWriter text(Separator::none, unknownSize);
+  LineBuffer text(Separator::none);
   writeUnknown(text, code);
   return std::string(text.view());
 }
@@ -150,14 +146,14 @@ void ISCSIMP_Event::build_text_request_bhs(XmlString& body, ISCSI_TEXT_REQUEST* 
 }
 
 std::string ISCSIMP_Event::get_ip_address(IpAddr_t& address) {
-  BodyWriter text(Separator::none, 32);
+  LineBuffer text(Separator::none);
   writeIpAddress(text, RecordView::unbounded(&address), 0);
   return std::string(text.view());
 }
 
 std::string ISCSIMP_Event::get_isid(unsigned char* isid) {
   if (isid == nullptr) return {};
-  BodyWriter text(Separator::none, 24);
+  LineBuffer text(Separator::none);
   text.number(Format::hexLower6, RecordView::unbounded(isid).u48(0));
   return std::string(text.view());
 }

@@ -17,6 +17,13 @@ namespace {
 
 /// An element that is "Yes" if any bit of the mask is set in the byte, else "No".
 struct Flag {
+  struct Packed {
+    TextBefore key;
+    std::uint16_t offset;
+    std::uint8_t mask;
+  };
+  constexpr Packed packed(auto place) const { return {place(key), offset, mask}; }
+
   std::string_view key;
   std::uint16_t offset;
   std::uint8_t mask;
@@ -62,9 +69,9 @@ constexpr Field textRequestFields[] = {
 
 static_assert(endWithin(headerSegmentSize, loginRequestFields, textRequestFields));
 
-void writeFlags(BodyWriter& body, RecordView bhs, std::span<const Flag> flags) {
+void writeFlags(BodyWriter& body, RecordView bhs, std::span<const Flag::Packed> flags) {
   for (const auto& [key, offset, mask] : flags) {
-    if (bhs.holds(offset, 1)) body.element(key, yesNo, bhs.u8(offset) & mask);
+    if (bhs.holds(offset, 1)) body.element(key.view(), yesNo, bhs.u8(offset) & mask);
   }
 }
 
@@ -73,8 +80,8 @@ void writeFlags(BodyWriter& body, RecordView bhs, std::span<const Flag> flags) {
 void writeStages(BodyWriter& body, RecordView bhs) {
   constexpr std::size_t at = 1;
   if (!bhs.holds(at, 1)) return;
-  body.element("CSG", textOf(stage_names, bhs.u8(at) >> 2 & 3));
-  body.element("NSG", textOf(stage_names, bhs.u8(at) & 3));
+  body.element("CSG", textOf(packed<stage_names>, bhs.u8(at) >> 2 & 3));
+  body.element("NSG", textOf(packed<stage_names>, bhs.u8(at) & 3));
 }
 
 /// Writes the opcode in words, if the byte that it stands in is held.
@@ -97,15 +104,15 @@ void writeBhs(BodyWriter& body, RecordView bhs) {
 
 void writeLoginRequestBhs(BodyWriter& body, RecordView bhs) {
   writeOpcode(body, bhs, "Login Request");
-  writeFlags(body, bhs, loginRequestFlags);
+  writeFlags(body, bhs, packed<loginRequestFlags>);
   writeStages(body, bhs);
-  writeFields(body, bhs, loginRequestFields);
+  writeFields(body, bhs, packed<loginRequestFields>);
 }
 
 void writeTextRequestBhs(BodyWriter& body, RecordView bhs) {
   writeOpcode(body, bhs, "Text Request");
-  writeFlags(body, bhs, textRequestFlags);
-  writeFields(body, bhs, textRequestFields);
+  writeFlags(body, bhs, packed<textRequestFlags>);
+  writeFields(body, bhs, packed<textRequestFields>);
 }
 
 void writeIpAddress(BodyWriter& out, RecordView layout, std::size_t at) {

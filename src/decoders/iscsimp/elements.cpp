@@ -6,11 +6,12 @@
 namespace mpuevent::iscsimp {
 
 void writeReason(BodyWriter& body, RecordView data) {
-  writeCode(body, data, statusCode, status_texts, unknownCode);
+  writeCode(body, data, statusCode, packed<status_texts>, unknownCode);
 }
 
 void writeStatus(BodyWriter& summary, RecordView data) {
-  writeCodeText(summary, status_texts, numberAt(data, statusCode), statusCode.format, unknownCode);
+  writeCodeText(summary, packed<status_texts>, numberAt(data, statusCode), statusCode.format,
+                unknownCode);
 }
 
 void writeSocketSuffix(BodyWriter& summary, RecordView data) {

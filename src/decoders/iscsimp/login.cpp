@@ -92,19 +92,19 @@ void writeNormalSession(BodyWriter& body, RecordView data) {
   const bool noUnsolicitedData =
       numberAt(data, initialR2T) != 0 && numberAt(data, immediateData) == 0;
   if (!noUnsolicitedData) writeField(body, data, firstBurstLength);
-  writeFields(body, data, normalSessionFields);
+  writeFields(body, data, packed<normalSessionFields>);
 }
 
 void writeAuthentication(BodyWriter& body, RecordView data) {
-  writeCode(body, data, authenticationMethod, auth_methods, unknownCode);
-  const bool isChap = !textOf(mutualities, numberAt(data, mutualAuthentication)).empty();
-  if (isChap) writeCode(body, data, mutualAuthentication, mutualities);
+  writeCode(body, data, authenticationMethod, packed<auth_methods>, unknownCode);
+  const bool isChap = !textOf(packed<mutualities>, numberAt(data, mutualAuthentication)).empty();
+  if (isChap) writeCode(body, data, mutualAuthentication, packed<mutualities>);
 }
 
 void writeMarkers(BodyWriter& body, RecordView data) {
-  writeFields(body, data, markers);
-  for (const Field& interval : markerIntervals) {
-    if (numberAt(data, interval) != 0) writeField(body, data, interval);
+  writeFields(body, data, packed<markers>);
+  for (const auto& [key, interval] : packed<markerIntervals>) {
+    if (numberAt(data, interval) != 0) writeNumber(body, data, key.view(), interval);
   }
 }
 
@@ -123,17 +123,17 @@ void writeLoginEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
     body.element("TargetName", data.text(loginSize + targetNameOffset));
     writeField(body, data, targetId);
   }
-  writeCode(body, data, sessionType, session_types, unknownCode);
-  writeFields(body, data, sessionFields);
+  writeCode(body, data, sessionType, packed<session_types>, unknownCode);
+  writeFields(body, data, packed<sessionFields>);
   if (type == normalSession) writeNormalSession(body, data);
-  writeFields(body, data, connectionFields);
+  writeFields(body, data, packed<connectionFields>);
   writeAuthentication(body, data);
-  writeFields(body, data, receiveFields);
-  writeCode(body, data, headerDigest, digests, toWord("None"));
-  writeCode(body, data, dataDigest, digests, toWord("None"));
+  writeFields(body, data, packed<receiveFields>);
+  writeCode(body, data, headerDigest, packed<digests>, toWord("None"));
+  writeCode(body, data, dataDigest, packed<digests>, toWord("None"));
   writeMarkers(body, data);
 
-  writeCodeText(summary, session_types, type, udec, unknownCode);
+  writeCodeText(summary, packed<session_types>, type, udec, unknownCode);
   summary.text(", TSIH ");
   summary.decimal(data.u32(tsih.offset));
   if (hasTarget) {

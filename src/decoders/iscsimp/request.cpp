@@ -95,7 +95,7 @@ void writeRequestEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
 
 void writeMessageEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
   writeReason(body, data);
-  writeFields(body, data, messageFields);
+  writeFields(body, data, packed<messageFields>);
   writeStatus(summary, data);
 }
 

@@ -65,8 +65,8 @@ void writeSocketEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
 
   if (!isSuccess(status)) return writeStatus(summary, data);
   if (status == socketClosed) {
-    writeCode(body, data, closeReason, close_reasons, unknownCode);
-    writeCodeText(summary, close_reasons, numberAt(data, closeReason), udec, unknownCode);
+    writeCode(body, data, closeReason, packed<close_reasons>, unknownCode);
+    writeCodeText(summary, packed<close_reasons>, numberAt(data, closeReason), udec, unknownCode);
   } else {
     summary.text("Target ");
     writeEndpoint(summary, data, targetAddress, targetPort);

@@ -36,8 +36,8 @@ constexpr CodeText reasons[] = {
 /// Writes the event and its reason. No blank parts an unknown event from the reason: the output
 /// wants "Unknown event: 9Rcvd".
 void writeEventId(BodyWriter& out, const IsnsPayload& payload) {
-  writeCodeText(out, events, payload.event(), Format::dec, {"Unknown event: "});
-  writeCodeText(out, reasons, payload.reason(), Format::dec, {"Unknown reason: "});
+  writeCodeText(out, packed<events>, payload.event(), Format::dec, {"Unknown event: "});
+  writeCodeText(out, packed<reasons>, payload.reason(), Format::dec, {"Unknown reason: "});
 }
 
 /// The size of a text as the trace line tells it: at most `limit`, the size of the buffer that it
@@ -61,7 +61,7 @@ ISNSC_Event::ISNSC_Event(EmpEvLogMsg_s* bytes, int length)
   const Record record(bytes, length);
   const IsnsPayload payload(record.payload());
 
-  BodyWriter eventId(Separator::none, 128);
+  LineBuffer eventId(Separator::none);
   writeEventId(eventId, payload);
   trace({"ISNSC_Event", 411},
         {"ISNS Client Event: ", payload.event(), ", Reason: ", payload.reason(), ", Category: ",

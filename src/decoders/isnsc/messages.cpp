@@ -98,9 +98,9 @@ constexpr Field argumentCount = {"Arg_Count", 1, u8, dec};
 constexpr std::size_t argumentSize = 4;
 
 void writeCommonFields(BodyWriter& body, RecordView message) {
-  writeFields(body, message, messageFields);
-  writeCode(body, message, opcodeProtocol, protocols);
-  writeFields(body, message, opcodeFields);
+  writeFields(body, message, packed<messageFields>);
+  writeCode(body, message, opcodeProtocol, packed<protocols>);
+  writeFields(body, message, packed<opcodeFields>);
 }
 
 void writeArgument(BodyWriter& body, std::uint32_t index, std::uint32_t value) {
@@ -119,12 +119,12 @@ void IsnsPayload::writeOrigin(SafeBody& body) const {
 }
 
 std::string_view icsSummary(const IsnsPayload& payload) {
-  const std::string_view summary = textOf(icsSummaries, payload.message().u24(0));
+  const std::string_view summary = textOf(packed<icsSummaries>, payload.message().u24(0));
   return summary.empty() ? "Unknown ICS message" : summary;
 }
 
 void traceUnknownType(const IsnsPayload& payload) {
-  if (!textOf(icsSummaries, payload.message().u24(0)).empty()) return;
+  if (!textOf(packed<icsSummaries>, payload.message().u24(0)).empty()) return;
   const std::uint32_t type = payload.message().u32(0);
   trace({"ISNSC_Event", 342}, {"Unknown ics_type", TracePart(type, NumberBase::ofStream)});
 }
@@ -136,20 +136,20 @@ void writeIcsMessage(SafeBody& body, const IsnsPayload& payload) {
   switch (message.u24(0)) {
     case configurationRequest:
       writeCommonFields(body.literals(), message);
-      writeFields(body.literals(), message, requestFields);
+      writeFields(body.literals(), message, packed<requestFields>);
       body.recordElement("src_node_id", message.text(sourceNodeId, longestNodeId));
       body.recordElement("src_node_alias", message.text(sourceNodeAlias));
       break;
     case configurationResponse:
       writeCommonFields(body.literals(), message);
-      writeFields(body.literals(), message, responseFields);
+      writeFields(body.literals(), message, packed<responseFields>);
       break;
   }
   body.literals().closeGroup("ICS_MESSAGE");
 }
 
 std::string_view textSummary(const IsnsPayload& payload) {
-  const std::string_view summary = textOf(textSummaries, payload.message().u16(2));
+  const std::string_view summary = textOf(packed<textSummaries>, payload.message().u16(2));
   return summary.empty() ? "Unknown text_id for TEXT_MSG Event" : summary;
 }
 

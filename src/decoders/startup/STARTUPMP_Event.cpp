@@ -15,14 +15,24 @@ namespace {
 
 using Pegasus::String;
 
+using WriteBody = String(const Record& record);
+
 struct EventRow {
-  std::uint32_t id;
-  const char* title;
-  const char* summary;
-  String (*body)(const Record& record);
+  struct Packed {
+    TextBefore title;
+    TextBefore summary;
+    std::uint16_t id;
+    WriteBody* body;
+  };
+  constexpr Packed packed(auto place) const { return {place(title), place(summary), id, body}; }
+
+  std::uint16_t id;
+  std::string_view title;
+  std::string_view summary;
+  WriteBody* body;
 };
 
-constexpr std::uint32_t generalMessage = 1;  // its Summary is the first line of its text
+constexpr std::uint16_t generalMessage = 1;  // its Summary is the first line of its text
 
 // clang-format off
 constexpr EventRow events[] = {
@@ -38,7 +48,7 @@ constexpr EventRow events[] = {
 // clang-format on
 static_assert(rising(events, &EventRow::id));
 
-String firstLine(std::string_view text) { return toString(text.substr(0, text.find('\n'))); }
+std::string_view firstLine(std::string_view text) { return text.substr(0, text.find('\n')); }
 
 }  // namespace
 
@@ -53,14 +63,15 @@ STARTUPMP_Event::STARTUPMP_Event(EmpEvLogMsg_s* bytes, int length)
     : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
-  const EventRow* event = findRow(events, &EventRow::id, record.id());
+  const EventRow::Packed* event = findRow(packed<events>, &EventRow::Packed::id, record.id());
   if (event == nullptr) {
     showUndecoded(*this, record, {"STARTUPMP_Event", 259}, "Unhandled Event by STARTUPMP",
                   NumberBase::ofStream, "Unknown EventID: ");
     return;
   }
-  setEventID(event->title);
-  setSummary(event->id == generalMessage ? firstLine(messageText(record)) : event->summary);
+  setEventID(toString(event->title.view()));
+  setSummary(toString(event->id == generalMessage ? firstLine(messageText(record))
+                                                  : event->summary.view()));
   setBody(event->body(record));
 }
 

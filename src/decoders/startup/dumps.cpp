@@ -87,7 +87,7 @@ static_assert(endWithin(stackWords, stackFields));
 
 String registersBody(const Record& record) {
   const RecordView words = record.payload().from(0, record.structLength());
-  BodyWriter body(Separator::blank, 2 * words.size() + 1024);
+  BodyBuffer body;
   for (const ArcRegister* row = Pegasus::rtTavo4ArcRegsNames; row->offset >= 0; ++row) {
     if (!isHidden(nameOf(row->name)) && !writeInstances(body, words, *row)) break;
   }
@@ -96,8 +96,8 @@ String registersBody(const Record& record) {
 
 String stackBody(const Record& record) {
   const RecordView payload = record.payload();
-  BodyWriter body(Separator::blank, std::min(8 * payload.size() + 64, bodyLimit));
-  writeFields(body, payload, stackFields);
+  BodyBuffer body;
+  writeFields(body, payload, packed<stackFields>);
 
   // Wraps for a payload of less than two words: then the end of the bytes held ends the list.
   const std::uint32_t count = record.structLength() / 4U - 2U;

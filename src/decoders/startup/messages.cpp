@@ -115,9 +115,8 @@ struct TextAndHeader {
   }
 };
 
-String messageAndHeader(const Record& record, const TextAndHeader& message,
-                        std::span<const Field> fields) {
-  BodyWriter body(Separator::blank, message.text.size() + 512);
+String messageAndHeader(const Record& record, const TextAndHeader& message, Fields fields) {
+  BodyBuffer body;
   body.element("Text", message.text);
   body.openGroup("MMCH_contents");
   writeFields(body, record.payload().from(message.headerOffset), fields);
@@ -133,7 +132,7 @@ std::string_view messageText(const Record& record) {
 
 String messageBody(const Record& record) {
   std::string_view text = messageText(record);
-  BodyWriter body(Separator::blank, 2 * text.size() + 64);
+  BodyBuffer body;
   LineWriter writer(body);
   while (!text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());
@@ -144,7 +143,7 @@ String messageBody(const Record& record) {
 }
 
 String unknownMessageBody(const Record& record) {
-  return messageAndHeader(record, TextAndHeader(record.payload()), channelHeaderFields);
+  return messageAndHeader(record, TextAndHeader(record.payload()), packed<channelHeaderFields>);
 }
 
 String partialMessageBody(const Record& record) {
@@ -155,7 +154,7 @@ String partialMessageBody(const Record& record) {
       static_cast<std::uint32_t>(record.structLength() - Record::headerSize - message.headerOffset);
   const auto* there = std::lower_bound(std::begin(neededRests), std::end(neededRests), rest);
   const auto count = alwaysThere + static_cast<std::size_t>(there - std::begin(neededRests));
-  return messageAndHeader(record, message, std::span(channelHeaderFields).first(count));
+  return messageAndHeader(record, message, std::span(packed<channelHeaderFields>).first(count));
 }
 
 }  // namespace mpuevent::startup

@@ -100,36 +100,55 @@ constexpr CodeText segmentationViolations[] = {
 };
 
 struct SignalClass {
-  std::uint32_t number;
+  struct Packed {
+    TextBefore cause;
+    TextBefore unknownEvent;
+    std::uint16_t number;
+    CodeTable events;
+    Fields fields;
+  };
+  constexpr Packed packed(auto place) const {
+    return {place(cause), place(unknownEvent), number, events, fields};
+  }
+
+  std::uint16_t number;
   std::string_view cause;
   CodeTable events;
   std::string_view unknownEvent;  ///< empty if the class has no events
-  std::span<const Field> fields;
+  Fields fields;
 };
 
-constexpr std::uint32_t faultClass = 3;
+constexpr std::uint16_t faultClass = 3;
 
 constexpr SignalClass signalClasses[] = {
-    {0, "Killed by another process",        {},          "",                    senderFields  },
-    {1, "Timer event",                      {},          "",                    {}            },
-    {2, "Polled event:",                    pollEvents,  "Unknown poll event",  pollFields    },
-    {4, "Child process signalled an event", childEvents, "Unknown child event", childFields   },
-    {5, "Real time event",                  {},          "",                    realTimeFields},
+    {0, "Killed by another process",        {},                  "",                    packed<senderFields>  },
+    {1, "Timer event",                      {},                  "",                    {}                    },
+    {2, "Polled event:",                    packed<pollEvents>,  "Unknown poll event",  packed<pollFields>    },
+    {4, "Child process signalled an event", packed<childEvents>, "Unknown child event",
+     packed<childFields>                                                                                      },
+    {5, "Real time event",                  {},                  "",                    packed<realTimeFields>},
 };
 static_assert(rising(signalClasses, &SignalClass::number));
 
 struct Fault {
-  std::uint32_t signal;
+  struct Packed {
+    TextBefore cause;
+    std::uint16_t signal;
+    CodeTable events;
+  };
+  constexpr Packed packed(auto place) const { return {place(cause), signal, events}; }
+
+  std::uint16_t signal;
   std::string_view cause;
   CodeTable events;
 };
 
 constexpr Fault faults[] = {
-    {4,  "Illegal instruction",      illegalInstructions   },
-    {5,  "Trace/breakpoint trap",    traps                 },
-    {7,  "Bus error",                busErrors             },
-    {8,  "Floating point exception", floatingPointErrors   },
-    {11, "Segmentation violation",   segmentationViolations},
+    {4,  "Illegal instruction",      packed<illegalInstructions>   },
+    {5,  "Trace/breakpoint trap",    packed<traps>                 },
+    {7,  "Bus error",                packed<busErrors>             },
+    {8,  "Floating point exception", packed<floatingPointErrors>   },
+    {11, "Segmentation violation",   packed<segmentationViolations>},
 };
 static_assert(rising(faults, &Fault::signal));
 
@@ -174,19 +193,19 @@ void writeEvent(BodyWriter& body, CodeTable events, std::uint32_t code, std::str
 
 /// A fault has its cause and event by the number of the signal.
 void writeFault(BodyWriter& body, RecordView info, std::uint32_t code) {
-  const Fault* fault = findRow(faults, &Fault::signal, info.u32(0));
+  const Fault::Packed* fault = findRow(packed<faults>, &Fault::Packed::signal, info.u32(0));
   if (fault == nullptr) {
     body.element("__Cause", "Unrecognized processor fault");
   } else {
     body.openElement("__Cause");
-    body.text(fault->cause);
+    body.text(fault->cause.view());
     body.text(" (code: ");
     body.decimal(code);
     body.character(')');
     body.closeElement("__Cause");
     writeEvent(body, fault->events, code, "Unrecognized error");
   }
-  writeFields(body, info, faultFields);
+  writeFields(body, info, packed<faultFields>);
 }
 
 /// Writes why the signal came. A record that was cut inside the signal code says nothing of it.
@@ -197,12 +216,12 @@ void writeCause(BodyWriter& body, RecordView info) {
   const std::uint32_t code = signalCode != 0 ? 1 : 0;
   const std::uint32_t number = signalCode >> 16;
   if (number == faultClass) return writeFault(body, info, code);
-  const SignalClass* signalClass = findRow(signalClasses, &SignalClass::number, number);
+  const SignalClass::Packed* signalClass =
+      findRow(packed<signalClasses>, &SignalClass::Packed::number, number);
   if (signalClass == nullptr) return body.element("__Cause", "Unrecognized event");
-  body.element("__Cause", signalClass->cause);
-  if (!signalClass->unknownEvent.empty()) {
-    writeEvent(body, signalClass->events, code, signalClass->unknownEvent);
-  }
+  body.element("__Cause", signalClass->cause.view());
+  const std::string_view unknownEvent = signalClass->unknownEvent.view();
+  if (!unknownEvent.empty()) writeEvent(body, signalClass->events, code, unknownEvent);
   writeFields(body, info, signalClass->fields);
 }
 
@@ -222,23 +241,23 @@ void writeGeneralRegisters(BodyWriter& body, RecordView info) {
 
 String signalBody(const Record& record) {
   const RecordView info = record.payload();
-  BodyWriter body(Separator::blank, 2048);
+  BodyBuffer body;
   body.element("Exception", "Caught");
 
   body.openGroup("Signal_info");
-  writeFields(body, info, signalFields);
+  writeFields(body, info, packed<signalFields>);
   if (info.holds(8, 4)) writeCause(body, info);
   body.closeGroup("Signal_info");
 
   body.openGroup("Registers");
   writeGeneralRegisters(body, info);
-  writeFields(body, info, specialRegisters);
+  writeFields(body, info, packed<specialRegisters>);
   body.closeGroup("Registers");
 
   body.openGroup("Process_Info");
-  writeFields(body, info, processId);
+  writeFields(body, info, packed<processId>);
   body.element("Name", info.text(processName));
-  writeFields(body, info, processLayout);
+  writeFields(body, info, packed<processLayout>);
   body.closeGroup("Process_Info");
   return body.string();
 }

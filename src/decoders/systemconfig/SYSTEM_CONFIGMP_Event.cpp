@@ -8,6 +8,7 @@
 #include "event/ExportedBody.h"
 #include "event/SafeText.h"
 #include "event/Tables.h"
+#include "event/Text.h"
 #include "event/Undecoded.h"
 
 namespace mpuevent::systemconfig {
@@ -20,15 +21,26 @@ using Pegasus::String;
 enum EventType : std::uint8_t { informational = 1, warning = 2, error = 3 };
 
 struct EventRow {
-  std::uint32_t id;
-  WriteKind write;
-  const char* errorTitle;
-  const char* warningTitle;
-  const char* otherTitle;
+  struct Packed {
+    TextBefore errorTitle;
+    TextBefore warningTitle;
+    TextBefore otherTitle;
+    std::uint16_t id;
+    WriteKind write;
 
-  const char* title(std::uint8_t type) const {
-    return type == error ? errorTitle : type == warning ? warningTitle : otherTitle;
+    std::string_view title(std::uint8_t type) const {
+      return (type == error ? errorTitle : type == warning ? warningTitle : otherTitle).view();
+    }
+  };
+  constexpr Packed packed(auto place) const {
+    return {place(errorTitle), place(warningTitle), place(otherTitle), id, write};
   }
+
+  std::uint16_t id;
+  WriteKind write;
+  std::string_view errorTitle;
+  std::string_view warningTitle;
+  std::string_view otherTitle;
 };
 
 constexpr char noSharedMemory[] = "Instantiation of SharedMemory Failed";
@@ -82,13 +94,13 @@ SYSTEM_CONFIGMP_Event::SYSTEM_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
     : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
-  const EventRow* event = findRow(events, &EventRow::id, record.id());
+  const EventRow::Packed* event = findRow(packed<events>, &EventRow::Packed::id, record.id());
   if (event == nullptr) {
     showUndecoded(*this, record, {"SYSTEM_CONFIGMP_Event", 137}, "***UNKNOWN EventID***");
     return;
   }
   std::string_view summary;
-  setEventID(event->title(record.type()));
+  setEventID(toString(event->title(record.type())));
   setBody(bodyOf(record, event->write, summary));
   setSummary(safeString(summary));
 }

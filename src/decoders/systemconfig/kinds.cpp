@@ -71,7 +71,7 @@ constexpr Field messageFields[] = {
     {"General_Use2",    28, u32, hexUpper8},
     {"General_Use3",    32, u32, hexUpper8},
 };
-constexpr Layout message = {36, messageFields};
+constexpr Layout message = {36, packed<messageFields>};
 
 constexpr Field requestFields[] = {
     {"Thread_Index",         0,  u32, dec      },
@@ -83,7 +83,7 @@ constexpr Field requestFields[] = {
     {"pMmsgLh",              24, u32, hexUpper8},
     {"pTimedout",            28, u32, hexUpper8},
 };
-constexpr Layout request = {32, requestFields};
+constexpr Layout request = {32, packed<requestFields>};
 
 constexpr Field timerFields[] = {
     {"Thread_Index",          0,  u32, dec      },
@@ -95,7 +95,7 @@ constexpr Field timerFields[] = {
     {"pMmsg",                 24, u32, hexUpper8},
     {"pCounter",              28, u32, hexUpper8},
 };
-constexpr Layout timer = {32, timerFields};
+constexpr Layout timer = {32, packed<timerFields>};
 
 constexpr Field lockManagerFields[] = {
     {"TSS_RdLocks",           0,  u32, dec      },
@@ -118,7 +118,7 @@ constexpr Field lockManagerFields[] = {
     {"TES_ObjectIx",          32, u32, dec      },
     {"TES_DataLength",        36, u32, dec      },
 };
-constexpr Layout lockManager = {40, lockManagerFields};
+constexpr Layout lockManager = {40, packed<lockManagerFields>};
 
 constexpr Field persistentMemoryFields[] = {
     {"cpmControlFileFd",      0,  u32, dec},
@@ -156,12 +156,12 @@ std::string_view writeFieldsAndText(SafeBody& body, RecordView data, const Layou
 
 /// Writes an element for each entry: "[1], value [x]" for the first class of objects. A bracket
 /// needs an escape like those of a record's text.
-void writeArray(SafeBody& body, RecordView data, const Field& array) {
+void writeArray(SafeBody& body, RecordView data, std::string_view key, Number array) {
   const std::size_t width = byteCount(array.width);
   const List entries = {array.offset, width, objectClasses};
   forEachEntry(data, entries, [&](RecordView entry, std::uint32_t index) {
     if (!entry.holds(0, width)) return false;
-    body.literals().openElement(array.key);
+    body.literals().openElement(key);
     body.literalSpecial('[');
     body.literals().decimal(index + 1);
     body.literalSpecial(']');
@@ -169,7 +169,7 @@ void writeArray(SafeBody& body, RecordView data, const Field& array) {
     body.literalSpecial('[');
     body.literals().number(array.format, array.width == u8 ? entry.u8(0) : entry.u32(0));
     body.literalSpecial(']');
-    body.literals().closeElement(array.key);
+    body.literals().closeElement(key);
     return true;
   });
 }
@@ -208,13 +208,13 @@ std::string_view writeSharedMemory(SafeBody& body, const SccPayload& event) {
 
 std::string_view writeLock(SafeBody& body, const SccPayload& event) {
   body.literals().openGroup("Lock_Classes");
-  writeFields(body.literals(), event.data, lockClassFields);
+  writeFields(body.literals(), event.data, packed<lockClassFields>);
   body.literals().closeGroup("Lock_Classes");
   body.literals().openGroup("Object");
-  writeFields(body.literals(), event.data, lockObjectFields);
+  writeFields(body.literals(), event.data, packed<lockObjectFields>);
   body.literals().closeGroup("Object");
-  writeCode(body.literals(), event.data, requestType, requestTypes);
-  writeCode(body.literals(), event.data, transactionStatus, transactionStatuses);
+  writeCode(body.literals(), event.data, requestType, packed<requestTypes>);
+  writeCode(body.literals(), event.data, transactionStatus, packed<transactionStatuses>);
   writeField(body.literals(), event.data, replicationParameter);
   return writeTextAt(body, event.data, lockText);
 }
@@ -240,8 +240,10 @@ std::string_view writeLockManager(SafeBody& body, const SccPayload& event) {
 }
 
 std::string_view writePersistentMemory(SafeBody& body, const SccPayload& event) {
-  writeFields(body.literals(), event.data, persistentMemoryFields);
-  for (const Field& array : persistentMemoryArrays) writeArray(body, event.data, array);
+  writeFields(body.literals(), event.data, packed<persistentMemoryFields>);
+  for (const auto& [key, array] : packed<persistentMemoryArrays>) {
+    writeArray(body, event.data, key.view(), array);
+  }
   return "Persistent Memory Event";
 }
 

@@ -1,0 +1,65 @@
+#include "event/Numbers.h"
+
+#include <charconv>
+
+namespace mpuevent {
+
+namespace {
+
+/// A text whose length the compiler knows.
+template <std::size_t size>
+char* putLiteral(char* place, const char (&text)[size]) {
+  std::memcpy(place, text, size - 1);
+  return place + size - 1;
+}
+
+char* putWord(char* place, std::uint32_t word) {
+  return putHexWord(place, word, 8, Letters::capital);
+}
+
+}  // namespace
+
+char* putDecimal(char* place, std::int32_t value) {
+  return std::to_chars(place, place + longestNumber, value).ptr;
+}
+
+char* putDecimal(char* place, std::uint64_t value) {
+  return std::to_chars(place, place + longestNumber, value).ptr;
+}
+
+char* putOtherNumber(char* place, Format format, std::uint64_t value) {
+  switch (format) {
+    case Format::dec:
+      return putDecimal(place, static_cast<std::int32_t>(value));
+    case Format::udec:
+      return putDecimal(place, value);
+    case Format::markedPair:
+      place = putWord(putLiteral(place, "("), static_cast<std::uint32_t>(value >> 32));
+      place = putWord(putLiteral(place, ", "), static_cast<std::uint32_t>(value));
+      return putLiteral(place, ") (hex)");
+    case Format::trueFalse:
+      return value != 0 ? putLiteral(place, "TRUE") : putLiteral(place, "FALSE");
+    case Format::yesNo:
+      return value != 0 ? putLiteral(place, "Yes") : putLiteral(place, "No");
+    case Format::pointer0x:
+      place = putLiteral(place, "0x");
+      [[fallthrough]];
+    case Format::pointer:
+      return value == 0 ? putLiteral(place, "(nil)") : putNumber(place, Format::hexLower, value);
+    default:
+      return putLiteral(putDecimal(place, static_cast<std::int32_t>(value)), " seconds");
+  }
+}
+
+char* putWords(char* place, Format format, std::initializer_list<std::uint32_t> words) {
+  const bool small = format == Format::hexLower8;
+  const Letters letters = small ? Letters::small : Letters::capital;
+  place = putLiteral(place, "0x");
+  for (const std::uint32_t* word = words.begin();;) {
+    place = putHexWord(place, *word, 8, letters);
+    if (++word == words.end()) return place;
+    place = small ? putLiteral(place, "  0x") : putLiteral(place, ":");
+  }
+}
+
+}  // namespace mpuevent

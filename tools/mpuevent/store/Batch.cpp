@@ -115,7 +115,7 @@ class Batch::Row {
   void raw(std::span<const unsigned char> bytes) {
     const std::size_t begin = batch_.bytes_.size();
     batch_.bytes_ += {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-    end(Cell::bytes, begin);
+    end(Cell::raw, begin);
   }
 
  private:

@@ -56,7 +56,7 @@ class Batch {
 
   /// Texts and bytes lie in `bytes_`.
   struct Cell {
-    enum Kind : std::uint8_t { null, number, text, bytes };
+    enum Kind : std::uint8_t { null, number, text, raw };
     Kind kind;
     std::uint64_t value;  // or where they begin
     std::size_t size;

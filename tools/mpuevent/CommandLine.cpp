@@ -12,6 +12,10 @@
 #include "DecodeCommand.h"
 #include "OfferedWords.h"
 #include "explain/ExplainCommand.h"
+#include "road/AuditCommand.h"
+#include "road/SendCommand.h"
+#include "road/StreamCommand.h"
+#include "road/WorkCommand.h"
 #include "store/StoreCommand.h"
 #include "summary/SummaryCommand.h"
 
@@ -23,7 +27,7 @@ constexpr char kFooter[] = "'mpuevent help COMMAND' tells of a command's options
 constexpr char kExitCodes[] = R"(
 Exit codes:
   0  everything was decoded
-  1  nothing was chosen, or there was nothing to decode
+  1  nothing was chosen, or there was nothing to decode; audit: something is missing
   2  wrong usage, or a file could not be read or the output not be written
   3  damage in a file, or no log; all that could be decoded was written
 )";
@@ -41,6 +45,11 @@ class CommandLine {
         addExplainOptions, explain);
     add("store", "Keep events in a database, each once", store_, addStoreOptions, store);
     add("summary", "Tell what is in logs, on a page", summary_, addSummaryOptions, summary);
+    add("send", "Send the records of logs to where workers get them", send_, addSendOptions, send);
+    add("work", "Take records that were sent into a store", work_, addWorkOptions, work);
+    add("audit", "Tell what a store lacks", audit_, addAuditOptions, audit);
+    add("stream", "Make what send and work need on the servers, or tell how it is", stream_,
+        addStreamOptions, stream);
     CLI::App* help = add("help", "Tell of the program, or of a command");
     help->add_option("COMMAND", helpTopic_, "The command to tell of")
         ->type_name("")
@@ -148,6 +157,10 @@ class CommandLine {
   ExplainOptions explain_;
   StoreOptions store_;
   SummaryOptions summary_;
+  SendOptions send_;
+  WorkOptions work_;
+  AuditOptions audit_;
+  StreamOptions stream_;
   std::string helpTopic_;
   Command command_;
   std::optional<Answer> answer_;

@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "event/HexDigits.h"
 #include "log/choosing/RecordBytes.h"
 #include "store/RecordKey.h"
 
@@ -11,9 +12,9 @@ namespace mpuevent::tool {
 
 namespace {
 
-// In a record both serials and slot, and behind them the instance.
-constexpr std::size_t kSerialsSize = 128;
-constexpr std::size_t kInstanceAt = 132;
+// With which a record begins.
+constexpr std::size_t kSerialsSize = 2 * Record::serialSize;
+constexpr std::size_t kInstanceSize = 4;
 constexpr std::uint32_t kBlock = 64;
 
 std::span<const unsigned char> asBytes(std::string_view text) {
@@ -21,11 +22,7 @@ std::span<const unsigned char> asBytes(std::string_view text) {
 }
 
 void appendHex(std::string& to, std::span<const unsigned char> bytes) {
-  constexpr std::string_view digits = "0123456789abcdef";
-  for (const unsigned char byte : bytes) {
-    to += digits[byte >> 4];
-    to += digits[byte & 0xF];
-  }
+  for (const unsigned char byte : bytes) to.append(hexPairs[byte].data(), hexPairs[byte].size());
 }
 
 // A serial number in a message id, which is a header line: no byte of it may end that.
@@ -56,9 +53,9 @@ unsigned shardOf(const Record& record) {
 
 void Packer::add(std::span<const unsigned char> bytes, std::uint64_t place) {
   const Record record = log::recordOf(bytes);
-  std::array<char, kSerialsSize + 4> log{};
+  std::array<char, kSerialsSize + kInstanceSize> log{};
   std::copy_n(bytes.begin(), kSerialsSize, log.begin());
-  std::copy_n(bytes.begin() + kInstanceAt, 4, log.begin() + kSerialsSize);
+  std::copy_n(bytes.begin() + Record::logInstanceAt, kInstanceSize, log.begin() + kSerialsSize);
   const std::uint32_t id = record.sequenceId();
   Open& open = openFor({log.data(), log.size()});
   if (open.block != id / kBlock || !open.frame.hasRoomFor(bytes.size())) give(open);

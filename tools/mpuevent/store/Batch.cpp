@@ -135,7 +135,17 @@ std::span<const std::string_view> Batch::columns() {
 }
 
 void Batch::add(std::span<const unsigned char> record, const RecordPlace& place) {
-  const std::string reason = decoder_->read(record, place);
+  addRow(record, decoder_->read(record, place));
+}
+
+void Batch::addBroken(std::span<const unsigned char> bytes, const RecordPlace& place,
+                      std::string_view reason) {
+  decoder_->read({}, place);
+  addRow(bytes, std::string(noRecord) += reason);
+}
+
+// Of what the decoder has read; with a reason it could not be decoded.
+void Batch::addRow(std::span<const unsigned char> record, const std::string& reason) {
   Row row(*this);
   for (const auto& [key, value] : decoder_->facts()) {
     const std::string_view name(key->name.data(), key->size);

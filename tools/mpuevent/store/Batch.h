@@ -37,6 +37,11 @@ class Batch {
 
   /// Any bytes. A record that cannot be decoded makes a row, too, with the reason.
   void add(std::span<const unsigned char> record, const RecordPlace& place);
+  /// Bytes that were to hold records and don't, as a row with the reason behind `noRecord`.
+  void addBroken(std::span<const unsigned char> bytes, const RecordPlace& place,
+                 std::string_view reason);
+  /// With this begins the reason of what is not to be decoded again.
+  static constexpr std::string_view noRecord = "no record: ";
   /// Makes room for another batch.
   void clear();
 
@@ -61,6 +66,8 @@ class Batch {
     std::uint64_t value;  // or where they begin
     std::size_t size;
   };
+
+  void addRow(std::span<const unsigned char> record, const std::string& reason);
 
   std::unique_ptr<Decoder> decoder_;
   TextBuffer bytes_;

@@ -41,13 +41,17 @@ using ConsumerInfo = Owned<jsConsumerInfo, jsConsumerInfo_Destroy>;
 using MetaData = Owned<jsMsgMetaData, jsMsgMetaData_Destroy>;
 using StreamNames = Owned<jsStreamNamesList, jsStreamNamesList_Destroy>;
 
-// Of the call that has just failed on this thread, which may have said more than its status does.
+// Of the call that has just failed on this thread, which may have said more than its status does:
+// "(conn.c:2088): what it is".
 std::string reasonOf(natsStatus status) {
   const std::string text = natsStatus_GetText(status);
   natsStatus last = NATS_OK;
-  const char* const more = nats_GetLastError(&last);
-  return last == status && more != nullptr && *more != '\0' && text != more ? text + ": " + more
-                                                                            : text;
+  const char* const error = nats_GetLastError(&last);
+  if (last != status || error == nullptr) return text;
+  std::string_view more = error;
+  const std::size_t place = more.find("): ");
+  if (place != std::string_view::npos) more.remove_prefix(place + 3);
+  return more.empty() || more == text ? text : text + ": " + std::string(more);
 }
 
 void require(natsStatus status) {
@@ -362,7 +366,8 @@ class NatsRoad : public Road {
  public:
   explicit NatsRoad(TellRoad tell) : tell_(std::move(tell)) {}
   ~NatsRoad() override {
-    // The callbacks use what is here.
+    // The callbacks use what is here, and need not tell of this.
+    closing_ = true;
     natsConnection_Close(connection_.get());
     connection_.reset();
     options_.reset();
@@ -389,6 +394,7 @@ class NatsRoad : public Road {
   natsStatus makeStream(jsCtx* context, unsigned stream, const StreamSettings& settings);
 
   TellRoad tell_;
+  std::atomic<bool> closing_{false};
   Options options_;
   Acknowledgements acknowledgements_;
   Connection connection_;
@@ -434,7 +440,8 @@ void NatsRoad::configure(const RoadAddress& address) {
   };
   require(natsOptions_SetErrorHandler(options, tell, this));
   const auto lost = [](natsConnection*, void* closure) {
-    static_cast<NatsRoad*>(closure)->tell_("NATS: the connection is lost, trying to get it back");
+    const auto& road = *static_cast<NatsRoad*>(closure);
+    if (!road.closing_) road.tell_("NATS: the connection is lost, trying to get it back");
   };
   require(natsOptions_SetDisconnectedCB(options, lost, this));
   const auto back = [](natsConnection*, void* closure) {
@@ -538,7 +545,10 @@ StreamState describeStream(jsCtx* context, const std::string& name) {
         std::chrono::system_clock::now().time_since_epoch() - nanoseconds(info->State.FirstTime));
   }
   const jsClusterInfo* const cluster = info->Cluster;
-  if (cluster == nullptr) return state;
+  if (cluster == nullptr || cluster->Name == nullptr) {
+    state.leader = "the only server";
+    return state;
+  }
   if (cluster->Leader != nullptr) state.leader = cluster->Leader;
   for (int at = 0; at < cluster->ReplicasLen; ++at) {
     const jsPeerInfo& peer = *cluster->Replicas[at];

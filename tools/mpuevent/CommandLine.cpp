@@ -27,7 +27,8 @@ constexpr char kFooter[] = "'mpuevent help COMMAND' tells of a command's options
 constexpr char kExitCodes[] = R"(
 Exit codes:
   0  everything was decoded
-  1  nothing was chosen, or there was nothing to decode; audit: something is missing
+  1  nothing was chosen, or there was nothing to decode;
+     of audit: the store lacks something
   2  wrong usage, or a file could not be read or the output not be written
   3  damage in a file, or no log; all that could be decoded was written
 )";

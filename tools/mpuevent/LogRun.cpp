@@ -83,6 +83,7 @@ void LogRun::readInput(const std::string& input, bool several) {
                               [&](unsigned char* to, std::size_t room) {
                                 // What is done is not held back while more input is awaited.
                                 output_.flush();
+                                if (watch_.settle && file.idle()) settle();
                                 return file.read(to, room);
                               },
                               [&] { return file.idle(); },
@@ -131,22 +132,23 @@ void LogRun::readFollowed(const std::string& name) {
   const StopSignals signals;
   log::FollowedFile file(name, follows_, StopSignals::came);
   beginBehindCursor(file, name);
-  const log::LogSource source{name,
-                              [&](unsigned char* to, std::size_t room) {
-                                if (file.idle()) beforeWaiting();
-                                output_.flush();
-                                if (std::chrono::steady_clock::now() - saved_ > kSavePeriod) {
-                                  saveCursor();
-                                }
-                                const long got = file.read(to, room);
-                                // What is there in part only is not damaged.
-                                if (StopSignals::came()) throw Enough();
-                                return got;
-                              },
-                              [&] { return file.idle(); },
-                              [&](std::uint64_t offset, unsigned char* to, std::size_t room) {
-                                return file.readAt(offset, to, room);
-                              }};
+  const log::LogSource source{
+      name,
+      [&](unsigned char* to, std::size_t room) {
+        if (file.idle()) beforeWaiting();
+        output_.flush();
+        if (cursor_ && std::chrono::steady_clock::now() - saved_ > kSavePeriod) {
+          saveCursor();
+        }
+        const long got = file.read(to, room);
+        // What is there in part only is not damaged.
+        if (StopSignals::came()) throw Enough();
+        return got;
+      },
+      [&] { return file.idle(); },
+      [&](std::uint64_t offset, unsigned char* to, std::size_t room) {
+        return file.readAt(offset, to, room);
+      }};
   while (file.next()) {
     begin_ = file.begin();
     index_ = begin_ == 0 ? 0 : cursor_->place()->index + 1;
@@ -182,7 +184,7 @@ void LogRun::beforeWaiting() {
 
 // Not while there are events that are kept to be written later.
 void LogRun::saveCursor() {
-  if (!cursor_ || choosing_.merge || keepsLast()) return;
+  if (!settle() || !cursor_ || choosing_.merge || keepsLast()) return;
   output_.synchronise();
   cursor_->save();
   saved_ = std::chrono::steady_clock::now();
@@ -191,7 +193,7 @@ void LogRun::saveCursor() {
 void LogRun::finish() {
   if (cursor_) output_.synchronise();
   output_.close();
-  if (cursor_) cursor_->save();
+  if (cursor_ && settle()) cursor_->save();
 }
 
 // A store is one file, although each of its events names the one that it came from.

@@ -53,6 +53,9 @@ class LogRun {
     std::function<void(const LogFile& file, const log::Finding& finding)> find;
     /// No more of the file is read.
     std::function<void(const LogFile& file, const log::Accounting& accounting)> endFile;
+    /// More input may be long in coming, or the cursor is to move behind all that was visited:
+    /// whether all of that is safe. If not the cursor stays.
+    std::function<bool()> settle;
   };
 
   /// The options must last.
@@ -93,6 +96,7 @@ class LogRun {
   void readFollowed(const std::string& name);
   void beginBehindCursor(log::FollowedFile& file, const std::string& name);
   void beforeWaiting();
+  bool settle() const { return !watch_.settle || watch_.settle(); }
   void saveCursor();
   bool keepsLast() const { return choosing_.last && !showedLast_; }
   void readInput(const std::string& input, bool several);

@@ -29,7 +29,7 @@ FILE holds may be deleted.
 Examples:
   mpuevent audit events.db
   mpuevent audit postgresql://db/events spool.cmap --no-gaps && rm spool.cmap
-  mpuevent audit events.db spool.cmap -o raw | mpuevent send --to nats://... --again)";
+  mpuevent audit DB a.cmap -o raw | mpuevent send --to nats://n1:4222 --again)";
 
 void appendLog(TextBuffer& to, std::string_view enclosure, std::string_view controller,
                std::uint32_t instance) {

@@ -1,11 +1,23 @@
 #include "road/RoadOptions.h"
 
 #include <CLI/CLI.hpp>
+#include <chrono>
 #include <fstream>
+#include <functional>
+#include <map>
+#include <mutex>
 
 #include "Output.h"
 
 namespace mpuevent::tool {
+
+namespace {
+
+// The same is not told again for so long, and so many messages are remembered.
+constexpr std::chrono::seconds kQuiet{10};
+constexpr std::size_t kMostTold = 64;
+
+}  // namespace
 
 void addRoadOptions(CLI::App& command, const std::string& name, RoadOptions& options) {
   const auto add = [&command](const std::string& option, std::string& value,
@@ -58,6 +70,18 @@ RoadAddress addressOf(const RoadOptions& options) {
   return address;
 }
 
-void tellOfRoad(std::string_view message) { complain(message); }
+void tellOfRoad(std::string_view message) {
+  using Clock = std::chrono::steady_clock;
+  static std::mutex mutex;
+  static std::map<std::string, Clock::time_point, std::less<>> told;
+  {
+    const std::lock_guard lock(mutex);
+    const auto known = told.find(message);
+    if (known != told.end() && Clock::now() - known->second < kQuiet) return;
+    if (told.size() == kMostTold) told.clear();
+    told.insert_or_assign(std::string(message), Clock::now());
+  }
+  complain(message);
+}
 
 }  // namespace mpuevent::tool

@@ -29,7 +29,7 @@ void addWorkersOption(CLI::App& command, RoadOptions& options);
 /// With the password in it. Throws RoadError if that cannot be read.
 RoadAddress addressOf(const RoadOptions& options);
 
-/// Tells on standard error.
+/// Tells on standard error, but not the same again and again. For any thread.
 void tellOfRoad(std::string_view message);
 
 }  // namespace mpuevent::tool

@@ -6,9 +6,9 @@
 
 #include "LogRun.h"
 #include "Output.h"
+#include "StopSignals.h"
 #include "road/Packer.h"
 #include "road/Sender.h"
-#include "road/Stopping.h"
 
 namespace mpuevent::tool {
 
@@ -19,8 +19,9 @@ constexpr char kFooter[] =
 sent again after a pause, what is sent twice is stored once.
 
 Examples:
-  mpuevent send --to nats://10.0.0.1:4222,nats://10.0.0.2:4222 array.cmap
-  mpuevent audit events.db array.cmap -o raw | mpuevent send --to nats://... --again)";
+  mpuevent send --to nats://n1:4222 --follow --cursor-file place array.cmap
+  mpuevent send --to nats://n1:4222,nats://n2:4222,nats://n3:4222 array.cmap
+  mpuevent audit DB a.cmap -o raw | mpuevent send --to nats://n1:4222 --again)";
 
 /// Sending was interrupted.
 struct Stopped {};
@@ -37,13 +38,14 @@ class Shipment {
           sender_.send(std::move(parcel), place);
         }) {}
 
+  /// Throws Stopped.
   void add(const log::LogUnit& unit) {
     if (!goesOn()) throw Stopped();
     packer_.add(unit.record, places_++);
   }
 
-  /// Whether all of it is acknowledged.
-  bool finish() {
+  /// Waits for what is under way; whether all of it is acknowledged.
+  bool settle() {
     packer_.flush();
     return sender_.finish();
   }
@@ -57,7 +59,8 @@ class Shipment {
 
  private:
   bool goesOn() const {
-    return !isStopAsked() && (!giveUp_ || sender_.stuckFor() < std::chrono::seconds(*giveUp_));
+    return !StopSignals::came() &&
+           (!giveUp_ || sender_.stuckFor() < std::chrono::seconds(*giveUp_));
   }
 
   const bool again_;
@@ -73,6 +76,7 @@ class Shipment {
 void addSendOptions(CLI::App& command, SendOptions& options) {
   command.footer(kFooter);
   addInputOptions(command, options.input);
+  addFollowOptions(command, options.following);
   addRoadOptions(command, "--to", options.road);
   command
       .add_flag("--again", options.again,
@@ -86,29 +90,37 @@ void addSendOptions(CLI::App& command, SendOptions& options) {
 }
 
 ExitCode send(const SendOptions& options) {
-  heedStopSignals();
+  const StopSignals signals;
   const std::unique_ptr<Road> road =
-      openRoad(addressOf(options.road), tellOfRoad, [] { return !isStopAsked(); });
+      openRoad(addressOf(options.road), tellOfRoad, [] { return !StopSignals::came(); });
   if (road == nullptr) return ExitCode::failed;
   const ChoosingOptions all;
   Output output;
   LogRun run(options.input, all, output);
+  run.follow(options.following);
   run.acceptLongRecords();
   Shipment shipment(options, *road);
-  bool done = false;
+  LogRun::Watch watch;
+  watch.settle = [&] { return shipment.settle(); };
+  run.watch(std::move(watch));
+  bool stopped = false;
   try {
     run.forEachUnit(
         [&](const LogFile&, const log::LogUnit& unit, std::uint64_t) { shipment.add(unit); });
-    done = shipment.finish();
   } catch (const Stopped&) {
-    // What is under way is the next run's.
+    stopped = true;
   }
+  const bool done = shipment.settle() && (!stopped || options.following.follow);
   shipment.sumUp(output.text());
-  output.close();
-  if (done) return run.exitCode();
-  complain("not everything was sent, " + std::to_string(shipment.underWay()) +
-           " messages are not acknowledged");
-  return ExitCode::failed;
+  run.finish();
+  if (!done) {
+    complain("not everything was sent; " + std::to_string(shipment.underWay()) +
+             " messages are not acknowledged");
+    return ExitCode::failed;
+  }
+  // To one who left off at the end, or looks for more, nothing new is no failure.
+  const bool goesOn = options.following.follow || !options.following.cursorFile.empty();
+  return goesOn && run.exitCode() == nothingDecoded ? decodedAll : run.exitCode();
 }
 
 }  // namespace mpuevent::tool

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "ExitCode.h"
+#include "FollowOptions.h"
 #include "InputOptions.h"
 #include "road/RoadOptions.h"
 
@@ -14,6 +15,7 @@ namespace mpuevent::tool {
 struct SendOptions {
   RoadOptions road;
   InputOptions input;
+  FollowOptions following;
   bool again = false;                   ///< also what the servers have
   std::optional<std::uint32_t> giveUp;  ///< seconds in which nothing is taken
 };
@@ -21,7 +23,7 @@ struct SendOptions {
 /// The options must last until the command has been parsed.
 void addSendOptions(CLI::App& command, SendOptions& options);
 
-/// Sends the records of the files.
+/// Sends the records of the files, and moves the cursor behind what the road has.
 ExitCode send(const SendOptions& options);
 
 }  // namespace mpuevent::tool

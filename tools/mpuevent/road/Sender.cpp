@@ -8,6 +8,8 @@ namespace mpuevent::tool {
 namespace {
 
 constexpr std::chrono::milliseconds kLook{200};
+// What is under way when it is time to stop is mostly acknowledged at once.
+constexpr std::chrono::seconds kGrace{2};
 
 }  // namespace
 
@@ -34,7 +36,12 @@ void Sender::send(Parcel parcel, std::uint64_t place) {
 }
 
 bool Sender::finish() {
-  while (!underWay_.empty() && goOn_()) proceed(kLook);
+  std::optional<Clock::time_point> end;
+  while (!underWay_.empty()) {
+    if (!goOn_() && !end) end = Clock::now() + kGrace;
+    if (end && Clock::now() >= *end) break;
+    proceed(kLook);
+  }
   return underWay_.empty();
 }
 

@@ -25,7 +25,7 @@ class Sender {
 
   /// With the place of its first record. Waits while too many are under way.
   void send(Parcel parcel, std::uint64_t place);
-  /// Waits until all are taken; whether they are.
+  /// Waits until all are taken, a moment longer than `goOn` wants; whether they are.
   bool finish();
   /// Takes note of what is known by now, and sends again what is due.
   void poll() { proceed(std::chrono::milliseconds(0)); }

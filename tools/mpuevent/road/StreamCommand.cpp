@@ -4,7 +4,7 @@
 #include <string>
 
 #include "Output.h"
-#include "road/Stopping.h"
+#include "StopSignals.h"
 
 namespace mpuevent::tool {
 
@@ -12,12 +12,12 @@ namespace {
 
 constexpr char kFooter[] =
     R"(Without --create, how the streams are: who leads, which servers lag behind, how
-many messages lie there and since when, how many wait for workers. Exit code 1 if
-there are none, or one that no server leads.
+many messages lie there and since when, how many wait for workers. Exit code 1
+if there are none, or one that no server leads.
 
 Examples:
-  mpuevent stream --create --at nats://10.0.0.1:4222 --streams 4
-  mpuevent stream --at nats://10.0.0.1:4222)";
+  mpuevent stream --create --at nats://n1:4222 --streams 4
+  mpuevent stream --at nats://n1:4222)";
 
 void appendState(TextBuffer& to, const StreamState& state) {
   to += state.name + ": " + state.subjects + "\n  replicas " + std::to_string(state.replicas) +
@@ -80,9 +80,9 @@ void addStreamOptions(CLI::App& command, StreamOptions& options) {
 }
 
 ExitCode stream(const StreamOptions& options) {
-  heedStopSignals();
+  const StopSignals signals;
   const std::unique_ptr<Road> road =
-      openRoad(addressOf(options.road), tellOfRoad, [] { return !isStopAsked(); });
+      openRoad(addressOf(options.road), tellOfRoad, [] { return !StopSignals::came(); });
   if (road == nullptr) return ExitCode::failed;
   if (options.create) road->makeStreams(settingsOf(options));
   const std::vector<StreamState> states = road->streams(options.road.workers);

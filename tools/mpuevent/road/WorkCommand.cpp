@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Output.h"
-#include "road/Stopping.h"
+#include "StopSignals.h"
 #include "road/Worker.h"
 
 namespace mpuevent::tool {
@@ -15,13 +15,13 @@ namespace mpuevent::tool {
 namespace {
 
 constexpr char kFooter[] =
-    R"(Runs until SIGTERM or SIGINT, which let it finish what it has begun. A message is
-acknowledged when its records are stored: any number of workers may run, on any
-machines, and each may be killed at any time. What is no record, or cannot be
-decoded, is stored as it is, with the reason.
+    R"(Runs until SIGTERM or SIGINT, which let it finish what it has begun. A message
+is acknowledged when its records are stored: any number of workers may run, on
+any machines, and each may be killed at any time. What is no record, or cannot
+be decoded, is stored as it is, with the reason.
 
 Example:
-  mpuevent work --from nats://10.0.0.1:4222 --into postgresql://db/events --jobs 4)";
+  mpuevent work --from nats://n1:4222 --into postgresql://db/events --jobs 4)";
 
 /// Workers on threads of their own. When one fails all come to their end.
 class Crew {
@@ -57,7 +57,7 @@ class Crew {
   std::exception_ptr error_;
   std::atomic<bool> failed_{false};
   const TellRoad tell_ = tellOfRoad;
-  const std::function<bool()> goOn_ = [this] { return !isStopAsked() && !failed_; };
+  const std::function<bool()> goOn_ = [this] { return !StopSignals::came() && !failed_; };
 };
 
 void sumUp(TextBuffer& to, const WorkDone& done) {
@@ -89,7 +89,7 @@ void addWorkOptions(CLI::App& command, WorkOptions& options) {
 }
 
 ExitCode work(const WorkOptions& options) {
-  heedStopSignals();
+  const StopSignals signals;
   // A store that can never be used is told at once.
   try {
     openStore(options.store, StoreAccess::write);
@@ -97,7 +97,7 @@ ExitCode work(const WorkOptions& options) {
     if (!error.isPassing()) throw;
   }
   const std::unique_ptr<Road> road =
-      openRoad(addressOf(options.road), tellOfRoad, [] { return !isStopAsked(); });
+      openRoad(addressOf(options.road), tellOfRoad, [] { return !StopSignals::came(); });
   if (road == nullptr) return decodedAll;
   Crew crew(options, *road);
   crew.run();

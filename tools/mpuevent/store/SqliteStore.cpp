@@ -391,10 +391,10 @@ std::uint64_t SqliteStore::decodeAgain(const log::Choice& choice,
                                        const std::function<void(std::uint64_t)>& progress) {
   const SqlCondition condition = conditionOf(choice);
   // The texts are $1, $2 and so on by their names, whatever their places.
-  Statement rows =
-      statement("SELECT record, file, \"index\", \"offset\", id FROM events WHERE " +
-                condition.sql + " AND coalesce(reason, '') NOT LIKE '" +
-                std::string(Batch::noRecord) + "%' AND id > $last ORDER BY id LIMIT " + std::to_string(kRowsAtOnce));
+  Statement rows = statement("SELECT record, file, \"index\", \"offset\", id FROM events WHERE " +
+                             condition.sql + " AND coalesce(reason, '') NOT LIKE '" +
+                             std::string(Batch::noRecord) + "%' AND id > $last ORDER BY id LIMIT " +
+                             std::to_string(kRowsAtOnce));
   bindTexts(rows, condition);
   std::uint64_t last = 0;
   std::uint64_t decoded = 0;

@@ -76,8 +76,11 @@ say "$(stored) stored; PostgreSQL is restarted as if it had crashed"
 postgres_now restart
 sleep $step
 say "$(stored) stored; kill -9 of all three nodes at once"
-for node in 1 2 3; do kill -9 "${nats_pid[$node]}"; done
-for node in 1 2 3; do kill_node "$node"; start_node "$node"; done 2>/dev/null
+kill -9 "${nats_pid[@]}"
+for node in 1 2 3; do
+  { wait "${nats_pid[$node]}" || true; } 2>/dev/null
+  start_node "$node"
+done
 wait_until 60 "$tool" stream --create --at "$servers"
 wait "$writer_pid"
 say "the log is written, $(wc -c <"$log") bytes"

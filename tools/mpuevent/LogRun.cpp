@@ -132,23 +132,22 @@ void LogRun::readFollowed(const std::string& name) {
   const StopSignals signals;
   log::FollowedFile file(name, follows_, StopSignals::came);
   beginBehindCursor(file, name);
-  const log::LogSource source{
-      name,
-      [&](unsigned char* to, std::size_t room) {
-        if (file.idle()) beforeWaiting();
-        output_.flush();
-        if (cursor_ && std::chrono::steady_clock::now() - saved_ > kSavePeriod) {
-          saveCursor();
-        }
-        const long got = file.read(to, room);
-        // What is there in part only is not damaged.
-        if (StopSignals::came()) throw Enough();
-        return got;
-      },
-      [&] { return file.idle(); },
-      [&](std::uint64_t offset, unsigned char* to, std::size_t room) {
-        return file.readAt(offset, to, room);
-      }};
+  const log::LogSource source{name,
+                              [&](unsigned char* to, std::size_t room) {
+                                if (file.idle()) beforeWaiting();
+                                output_.flush();
+                                if (std::chrono::steady_clock::now() - saved_ > kSavePeriod) {
+                                  saveCursor();
+                                }
+                                const long got = file.read(to, room);
+                                // What is there in part only is not damaged.
+                                if (StopSignals::came()) throw Enough();
+                                return got;
+                              },
+                              [&] { return file.idle(); },
+                              [&](std::uint64_t offset, unsigned char* to, std::size_t room) {
+                                return file.readAt(offset, to, room);
+                              }};
   while (file.next()) {
     begin_ = file.begin();
     index_ = begin_ == 0 ? 0 : cursor_->place()->index + 1;
@@ -179,12 +178,13 @@ void LogRun::beforeWaiting() {
     showedLast_ = true;
   }
   output_.flush();
+  if (!cursor_) settle();
   saveCursor();
 }
 
 // Not while there are events that are kept to be written later.
 void LogRun::saveCursor() {
-  if (!settle() || !cursor_ || choosing_.merge || keepsLast()) return;
+  if (!cursor_ || choosing_.merge || keepsLast() || !settle()) return;
   output_.synchronise();
   cursor_->save();
   saved_ = std::chrono::steady_clock::now();

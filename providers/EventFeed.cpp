@@ -37,7 +37,9 @@ class Follower {
               [this] { return isStopped(); }) {
     if (const auto& place = cursor_.place()) {
       file_.beginBehind(place->file, place->time);
-    } else if (!spool_ && !settings.fromBeginning && !isNew) {
+    } else if (spool_ || settings.fromBeginning || isNew) {
+      cursor_.saveBeginning(file_.beginning());
+    } else {
       knownTo_ = sizeOf(settings.events);
     }
   }
@@ -90,7 +92,7 @@ class Follower {
       unit.offset += begin;
       const bool isOld = unit.offset < knownTo_;
       if (!isOld) handOut(unit);
-      remember(unit, index, isOld ? Clock::time_point() : Clock::now());
+      remember(unit, index, isOld ? Clock::now() - settling_ : Clock::now());
     }
   }
 
@@ -156,6 +158,7 @@ void EventFeed::run(const std::stop_token& stop) const {
   while (!stop.stop_requested()) {
     try {
       // Whether it is a FIFO shows when it is there.
+      std::filesystem::create_directories(settings_.state);
       if (settings_.events.front() == '/' && !std::filesystem::exists(settings_.events)) {
         isNew = true;
       } else {

@@ -9,10 +9,10 @@
 #include <memory>
 #include <utility>
 
-#include "Spool.h"
 #include "log/choosing/KeptUnit.h"
 #include "log/following/Cursor.h"
 #include "log/following/FollowedFile.h"
+#include "log/following/Spool.h"
 #include "log/framing/LogReader.h"
 
 namespace mpuevent::provider {
@@ -60,11 +60,11 @@ class Follower {
 
   static std::string spoolName(const Settings& settings) { return settings.state + "/spool"; }
 
-  static std::unique_ptr<Spool> makeSpool(const Settings& settings) {
+  static std::unique_ptr<log::Spool> makeSpool(const Settings& settings) {
     struct stat status {};
     const bool isFifo = ::stat(settings.events.c_str(), &status) == 0 && S_ISFIFO(status.st_mode);
     if (!isFifo && settings.events.front() == '/') return nullptr;
-    return std::make_unique<Spool>(settings.events, spoolName(settings));
+    return std::make_unique<log::Spool>(settings.events, spoolName(settings));
   }
 
   static std::uint64_t sizeOf(const std::string& name) {
@@ -137,7 +137,7 @@ class Follower {
   const EventFeed::Deliver& deliver_;
   const seconds settling_;
   const std::stop_token& stop_;
-  const std::unique_ptr<Spool> spool_;  // null: it is a file
+  const std::unique_ptr<log::Spool> spool_;  // null: it is a file
   log::Cursor cursor_;
   log::FollowedFile file_;
   std::uint64_t knownTo_ = 0;  // what is in the file before is not handed out

@@ -45,7 +45,7 @@ CIMObjectPath pathOf(const char* className, const CIMNamespaceName& space,
 }
 
 String instanceIdOf(const CIMObjectPath& path) {
-  const Array<CIMKeyBinding> keys = path.getKeyBindings();
+  const Array<CIMKeyBinding>& keys = path.getKeyBindings();
   return keys.size() == 1 && keys[0].getName().equal(CIMName(kKey)) ? keys[0].getValue()
                                                                     : String::EMPTY;
 }

@@ -1,4 +1,4 @@
-#include "Spool.h"
+#include "log/following/Spool.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -14,7 +14,7 @@
 #include <system_error>
 #include <utility>
 
-namespace mpuevent::provider {
+namespace mpuevent::log {
 
 namespace {
 
@@ -152,4 +152,4 @@ void Spool::moveFromSocket() {
   }
 }
 
-}  // namespace mpuevent::provider
+}  // namespace mpuevent::log

@@ -1,12 +1,12 @@
-#ifndef MPUEVENT_PROVIDERS_SPOOL_H
-#define MPUEVENT_PROVIDERS_SPOOL_H
+#ifndef MPUEVENT_LOG_FOLLOWING_SPOOL_H
+#define MPUEVENT_LOG_FOLLOWING_SPOOL_H
 
 #include <cstdint>
 #include <mutex>
 #include <string>
 #include <thread>
 
-namespace mpuevent::provider {
+namespace mpuevent::log {
 
 /// Moves what arrives in a FIFO or on a Unix-domain socket to a file, as it comes: who writes there
 /// need not wait for those who read, and what has arrived lasts when this process is killed.
@@ -44,6 +44,6 @@ class Spool {
   std::jthread thread_;  // the last member: it uses the others
 };
 
-}  // namespace mpuevent::provider
+}  // namespace mpuevent::log
 
 #endif

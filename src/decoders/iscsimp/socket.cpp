@@ -53,14 +53,16 @@ void writeSocketEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
   constexpr std::size_t initiatorPort = 10;
   constexpr std::size_t targetAddress = 12;
   constexpr std::size_t initiatorAddress = 16;
+  constexpr Field targetPortField = {"Target_TCP_Port", targetPort, u16, udec};
+  constexpr Field initiatorPortField = {"Initiator_TCP_Port", initiatorPort, u16, udec};
   constexpr Field closeReason = {"Close_Reason", 20, u32, udec};
 
   const std::uint16_t status = data.u16(2);
   if (!isSuccess(status)) writeReason(body, data);
   writeField(body, data, socketNumber);
-  writeField(body, data, {"Target_TCP_Port", targetPort, u16, udec});
+  writeField(body, data, targetPortField);
   writeAddressElement(body, data, "Target_IP_Address", targetAddress);
-  writeField(body, data, {"Initiator_TCP_Port", initiatorPort, u16, udec});
+  writeField(body, data, initiatorPortField);
   writeAddressElement(body, data, "Initiator_IP_Address", initiatorAddress);
 
   if (!isSuccess(status)) return writeStatus(summary, data);

@@ -36,24 +36,32 @@ std::string_view textOf(const Record& record, HeaderText text) {
                                              : record.controllerSerialNumber();
 }
 
+bool holds(const Choice::NumberTest& test, const Record& record) {
+  const std::uint32_t number = numberOf(record, test.number);
+  for (const NumberRange range : test.ranges) {
+    if (number >= range.first && number <= range.last) return !test.negated;
+  }
+  return test.negated;
+}
+
+bool holds(const Choice::TextTest& test, const Record& record) {
+  const std::string_view text = textOf(record, test.text);
+  return test.negated !=
+         (std::find(test.texts.begin(), test.texts.end(), text) != test.texts.end());
+}
+
 }  // namespace
 
+// Asked of every record that is read: plain loops, as most often there are one or two tests.
 bool Choice::chooses(std::span<const unsigned char> bytes) const {
-  const Record record = recordOf(bytes);
-  return std::all_of(numbers_.begin(), numbers_.end(),
-                     [&record](const NumberTest& test) {
-                       const std::uint32_t number = numberOf(record, test.number);
-                       return test.negated != std::any_of(test.ranges.begin(), test.ranges.end(),
-                                                          [number](const NumberRange& range) {
-                                                            return number >= range.first &&
-                                                                   number <= range.last;
-                                                          });
-                     }) &&
-         std::all_of(texts_.begin(), texts_.end(), [&record](const TextTest& test) {
-           const std::string_view text = textOf(record, test.text);
-           return test.negated !=
-                  (std::find(test.texts.begin(), test.texts.end(), text) != test.texts.end());
-         });
+  const Record record = headerOf(bytes);
+  for (const NumberTest& test : numbers_) {
+    if (!holds(test, record)) return false;
+  }
+  for (const TextTest& test : texts_) {
+    if (!holds(test, record)) return false;
+  }
+  return true;
 }
 
 }  // namespace mpuevent::log

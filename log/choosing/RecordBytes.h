@@ -13,6 +13,11 @@ inline Record recordOf(std::span<const unsigned char> bytes) {
           static_cast<int>(bytes.size())};
 }
 
+/// The same, of which nothing but the header is looked at.
+inline Record headerOf(std::span<const unsigned char> bytes) {
+  return {reinterpret_cast<const Pegasus::EmpEvLogMsg_s*>(bytes.data()), 0};
+}
+
 }  // namespace mpuevent::log
 
 #endif

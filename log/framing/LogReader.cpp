@@ -29,26 +29,35 @@ LogReader::LogReader(ReadBytes read, LogForm form, Report report, IsIdle isIdle,
 
 bool LogReader::next(LogUnit& unit) {
   window_.advance(std::exchange(taken_, 0));
+  if (Candidate after; upcoming_ && ahead_.goesOn(*upcoming_, after)) {
+    take(unit, *upcoming_);
+    upcoming_ = after;
+    upcoming_->at = 0;
+    return true;
+  }
   while (window_.hold(1) > 0) {
     if (window_.offset() == 0) {
       const std::size_t held = std::min(window_.hold(kMagics), kMagics);
       packing_ = packingOf({window_.at(0), held}, true).value_or(Packing::none);
     }
     if (const std::optional<Candidate> candidate = peekUnitHere()) {
-      closeGap(false);
+      if (gap_.length != 0) closeGap(false);
+      gap_.statedLength = 0;  // of what was not taken here
       take(unit, *candidate);
       return true;
     }
     resynchronise();
   }
-  closeGap(true);
+  if (gap_.length != 0) closeGap(true);
   return false;
 }
 
 std::optional<Candidate> LogReader::peekUnitHere() {
   cutAt_.reset();
-  if (const std::optional<Candidate> unit = std::exchange(upcoming_, std::nullopt)) {
-    if (peekMayBeTaken(*unit)) return unit;
+  if (upcoming_) {
+    const Candidate unit = *upcoming_;
+    upcoming_.reset();
+    if (peekMayBeTaken(unit)) return unit;
     cutAt_.reset();
   }
   if (window_.offset() < trustedTo_) return peekUnitByLength(trusted_);
@@ -97,7 +106,7 @@ bool LogReader::peekMayBeTaken(const Candidate& unit) {
       if (unit.verdict == Verdict::byCodes && first && !ahead_.peekConfirmed(unit, gap_.length)) {
         return false;
       }
-      cutAt_ = ahead_.peekUnitSwallowed(unit, follower.unit);
+      if (unit.form == LogForm::records) cutAt_ = ahead_.peekUnitSwallowed(unit, follower.unit);
       if (follower.unit.agrees() && !cutAt_) {
         upcoming_ = follower.unit;
         upcoming_->at = 0;
@@ -201,23 +210,29 @@ bool LogReader::canTrustLengths(std::size_t end, std::optional<std::size_t> next
 void LogReader::take(LogUnit& unit, const Candidate& candidate) {
   const std::size_t header = candidate.form == LogForm::messages ? messageHeaderSize : 0;
   const std::uint64_t offset = window_.offset();
-  if (candidate.form != ahead_.form() && ahead_.form() != LogForm::automatic && !changed_) {
-    changed_ = true;
-    const bool toMessages = candidate.form == LogForm::messages;
-    tell({toMessages ? Finding::Kind::nowMessages : Finding::Kind::nowRecords, offset});
-  }
+  if (candidate.form != ahead_.form()) tellForm(candidate.form);
   const std::size_t total = RecordView(window_.at(0), messageHeaderSize).u16(totalLengthAt);
   if (!candidate.agrees() || (header != 0 && candidate.length % 0x10000 != total)) {
-    tell({Finding::Kind::lengthsDisagree, offset, candidate.length, total,
-          candidate.lengthFromRecord});
+    tellLengths(candidate, total);
   }
-  if (window_.offset() >= trustedTo_) ahead_.remember(candidate);
+  if (offset >= trustedTo_) ahead_.remember(candidate);
   accounting_.countEvent(candidate.length);
   if (candidate.verdict == Verdict::sound) ++soundEvents_;
   unit.offset = offset;
   unit.header = header == 0 ? nullptr : window_.at(0);
   unit.record = {window_.at(header), candidate.length - header};
   taken_ = candidate.length;
+}
+
+void LogReader::tellForm(LogForm form) {
+  if (ahead_.form() == LogForm::automatic || std::exchange(changed_, true)) return;
+  const bool toMessages = form == LogForm::messages;
+  tell({toMessages ? Finding::Kind::nowMessages : Finding::Kind::nowRecords, window_.offset()});
+}
+
+void LogReader::tellLengths(const Candidate& candidate, std::size_t total) {
+  tell({Finding::Kind::lengthsDisagree, window_.offset(), candidate.length, total,
+        candidate.lengthFromRecord});
 }
 
 void LogReader::pass(std::size_t count) {
@@ -238,7 +253,6 @@ void LogReader::pass(std::size_t count) {
 
 void LogReader::closeGap(bool atEnd) {
   const Gap gap = std::exchange(gap_, {});
-  if (gap.length == 0) return;
   const std::uint64_t begin = window_.offset() - gap.length;
   if (accounting_.events == 0 && atEnd && gap.statedLength == 0) {
     tell({Finding::Kind::notALog, begin, gap.length, 0, 0, true});

@@ -69,6 +69,8 @@ class LogReader {
   void pass(std::size_t count);
   void take(LogUnit& unit, const Candidate& candidate);
   void closeGap(bool atEnd);
+  void tellForm(LogForm form);  // if it has changed, once
+  void tellLengths(const Candidate& candidate, std::size_t total);
   void tell(const Finding& finding);
 
   InputWindow window_;

@@ -27,6 +27,16 @@ bool mayComeNext(const Record& from, const Record& to) {
   return from.logInstance() == to.logInstance() && movesOn(from.sequenceId(), to.sequenceId());
 }
 
+// How many records lie between two of a log, by their sequence ids.
+std::uint32_t missingBetween(const Record& from, const Record& to) {
+  return to.sequenceId() - from.sequenceId() - 1;
+}
+
+// Whether so many may stand within the length that a record gives.
+bool mayHaveSwallowed(std::size_t length, std::uint32_t missing) {
+  return missing != 0 && missing <= length / Record::headerSize;
+}
+
 }  // namespace
 
 Record Lookahead::recordOf(const Candidate& unit) const {
@@ -81,6 +91,24 @@ Candidate Lookahead::peekUnit(std::size_t at) {
   if (one.verdict == Verdict::sound) return one;
   const Candidate other = peekUnit(at, second);
   return other.verdict > one.verdict ? other : one;
+}
+
+bool Lookahead::goesOn(const Candidate& unit, Candidate& next) const {
+  if (unit.verdict != Verdict::sound || unit.form != form_ || !unit.agrees() ||
+      !window_.inView(unit.end() + kSmallestMessage)) {
+    return false;
+  }
+  const std::size_t header = unit.form == LogForm::messages ? messageHeaderSize : 0;
+  const unsigned char* bytes = window_.at(unit.end());
+  const Record record = recordAt(bytes + header);
+  const std::size_t length = header + Record::headerSize + record.structLength();
+  if (header != 0 && RecordView(bytes, messageHeaderSize).u16(totalLengthAt) != length)
+    return false;
+  if (header == 0 && mayHaveSwallowed(unit.length, missingBetween(recordOf(unit), record)))
+    return false;
+  if (!isOfKnownWriter(record, profile_)) return false;
+  next = {Verdict::sound, unit.form, unit.end(), length, length};
+  return true;
 }
 
 bool Lookahead::follows(const Candidate& unit, const Candidate& next) const {
@@ -218,12 +246,10 @@ Lookahead::Chain Lookahead::peekChain(Candidate unit, std::size_t enough) {
 
 std::optional<std::size_t> Lookahead::peekUnitSwallowed(const Candidate& unit,
                                                         const Candidate& follower) {
-  if (unit.form != LogForm::records) return std::nullopt;
   const Record first = recordOf(unit);
   const Record last = recordOf(follower);
-  const std::uint32_t missing = last.sequenceId() - first.sequenceId() - 1;
-  if (missing == 0 || missing > unit.length / Record::headerSize || first.u8(0) == 0 ||
-      !sameLog(first, last)) {
+  const std::uint32_t missing = missingBetween(first, last);
+  if (!mayHaveSwallowed(unit.length, missing) || first.u8(0) == 0 || !sameLog(first, last)) {
     return std::nullopt;
   }
   const std::string_view serials = first.bytes(0, serialsSize);

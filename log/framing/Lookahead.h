@@ -64,6 +64,11 @@ class Lookahead {
   /// What is there in the form that has more to say for it; the form read last goes first.
   Candidate peekUnit(std::size_t at);
 
+  /// Whether `unit` is followed by another, `next`, as nearly all are: both in view, sound, of one
+  /// form, with lengths that agree, by writers who are known. If not, that tells nothing; it only
+  /// is the short way to what the others find out.
+  bool goesOn(const Candidate& unit, Candidate& next) const;
+
   /// What stands behind a unit that is whole; without `waits` an idle source is not waited for.
   Follower peekFollower(const Candidate& unit, bool waits);
 

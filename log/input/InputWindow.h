@@ -40,6 +40,9 @@ class InputWindow {
     return inView() >= count ? inView() : readUntil(count, true);
   }
 
+  /// Whether `count` bytes from the position on are in view; reads nothing.
+  bool inView(std::size_t count) const { return inView() >= count; }
+
   /// Whether the last byte of the input is in view, or passed.
   bool ended() const { return ended_; }
 

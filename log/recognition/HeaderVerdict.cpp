@@ -58,10 +58,7 @@ int knownCodes(const Record& record) {
 }
 
 Verdict judgeHeader(const Record& record, const LogProfile& profile) {
-  const bool known = profile.knowsSerials(record);
-  if (known && (record.u8(Record::enclosureSerialNumberAt) != 0 ||
-                record.u8(Record::controllerSerialNumberAt) != 0))
-    return Verdict::sound;
+  if (isOfKnownWriter(record, profile)) return Verdict::sound;
   const int codes = knownCodes(record);
   const Serial enclosure =
       kindOf(record.bytes(Record::enclosureSerialNumberAt, Record::serialSize));
@@ -74,7 +71,7 @@ Verdict judgeHeader(const Record& record, const LogProfile& profile) {
   }
   const bool strange = enclosure == Serial::strange || controller == Serial::strange;
   if (codes == 3) {
-    if (empty) return known ? Verdict::byText : Verdict::byCodes;
+    if (empty) return profile.knowsSerials(record) ? Verdict::byText : Verdict::byCodes;
     if (!strange) return Verdict::byText;
     if (!serialsAreAPattern(record)) return Verdict::byCodes;
     return Verdict::none;

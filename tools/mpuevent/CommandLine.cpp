@@ -16,6 +16,7 @@
 #include "road/SendCommand.h"
 #include "road/StreamCommand.h"
 #include "road/WorkCommand.h"
+#include "schema/SchemaCommand.h"
 #include "store/StoreCommand.h"
 #include "summary/SummaryCommand.h"
 
@@ -51,6 +52,8 @@ class CommandLine {
     add("audit", "Tell what a store lacks", audit_, addAuditOptions, audit);
     add("stream", "Make what send and work need on the servers, or tell how it is", stream_,
         addStreamOptions, stream);
+    add("schema", "Print the JSON Schema of what other commands write", schema_, addSchemaOptions,
+        schema);
     CLI::App* help = add("help", "Tell of the program, or of a command");
     help->add_option("COMMAND", helpTopic_, "The command to tell of")
         ->type_name("")
@@ -162,6 +165,7 @@ class CommandLine {
   WorkOptions work_;
   AuditOptions audit_;
   StreamOptions stream_;
+  SchemaOptions schema_;
   std::string helpTopic_;
   Command command_;
   std::optional<Answer> answer_;

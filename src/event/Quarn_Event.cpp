@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "event/BodyWriter.h"
 #include "event/RecordView.h"
@@ -51,11 +52,11 @@ Quarn_Event::Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length)
 Quarn_Event::~Quarn_Event() = default;
 
 String Quarn_Event::getEnclosureSerialNumber() const { return EnclosureSerialNumber; }
-void Quarn_Event::setEnclosureSerialNumber(String text) { EnclosureSerialNumber = text; }
+void Quarn_Event::setEnclosureSerialNumber(String text) { EnclosureSerialNumber = std::move(text); }
 unsigned int Quarn_Event::getControllerSlotID() const { return ControllerSlotID; }
 void Quarn_Event::setControllerSlotID(unsigned int number) { ControllerSlotID = number; }
 String Quarn_Event::getControllerSerialNumber() const { return ControllerSerialNumber; }
-void Quarn_Event::setControllerSerialNumber(String text) { ControllerSerialNumber = text; }
+void Quarn_Event::setControllerSerialNumber(String text) { ControllerSerialNumber = std::move(text); }
 unsigned int Quarn_Event::getEventLogInstanceNumber() const { return EventLogInstanceNumber; }
 void Quarn_Event::setEventLogInstanceNumber(unsigned int number) {
   EventLogInstanceNumber = number;
@@ -65,9 +66,9 @@ void Quarn_Event::setSequenceID(unsigned int number) { SequenceID = number; }
 unsigned int Quarn_Event::getTimestamp() const { return Timestamp; }
 void Quarn_Event::setTimestamp(unsigned int number) { Timestamp = number; }
 String Quarn_Event::getSource() const { return Source; }
-void Quarn_Event::setSource(String text) { Source = text; }
+void Quarn_Event::setSource(String text) { Source = std::move(text); }
 String Quarn_Event::getCategory() const { return Category; }
-void Quarn_Event::setCategory(String text) { Category = text; }
+void Quarn_Event::setCategory(String text) { Category = std::move(text); }
 
 String Quarn_Event::getEventType() {
   switch (EventType) {
@@ -85,13 +86,13 @@ String Quarn_Event::getEventType() {
 unsigned int Quarn_Event::getEventType() const { return EventType; }
 void Quarn_Event::setEventType(unsigned int number) { EventType = number; }
 String Quarn_Event::getEventID() const { return EventID; }
-void Quarn_Event::setEventID(String text) { EventID = text; }
+void Quarn_Event::setEventID(String text) { EventID = std::move(text); }
 String Quarn_Event::getSummary() const { return Summary; }
-void Quarn_Event::setSummary(String text) { Summary = text; }
+void Quarn_Event::setSummary(String text) { Summary = std::move(text); }
 String Quarn_Event::getBody() const { return Body; }
 void Quarn_Event::setBody(String text) {
   if (mpuevent::Recording* recording = mpuevent::recording()) recording->bodySet(this, Body, text);
-  Body = text;
+  Body = std::move(text);
 }
 
 String Quarn_Event::str() const {

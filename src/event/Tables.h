@@ -52,6 +52,9 @@ constexpr bool standInOrder(const Row (&rows)[size], Number Row::*number) {
 /// The row with this number, or null.
 template <class Row, class Number>
 constexpr const Row* findRow(std::span<const Row> rows, Number Row::*number, std::uint32_t wanted) {
+  // Most tables have few gaps or none.
+  const std::size_t place = rows.empty() ? 0 : std::size_t{wanted} - rows.front().*number;
+  if (place < rows.size() && rows[place].*number == wanted) return &rows[place];
   const auto row = std::lower_bound(
       rows.begin(), rows.end(), wanted,
       [number](const Row& candidate, std::uint32_t value) { return candidate.*number < value; });

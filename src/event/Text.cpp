@@ -14,17 +14,34 @@ using Pegasus::Char16;
 using Pegasus::String;
 using Units = std::vector<Char16>;
 
+constexpr std::uint64_t highBits = 0x8080808080808080U;
+
+std::uint64_t loaded(const char* at) {
+  std::uint64_t word;
+  std::memcpy(&word, at, sizeof word);
+  return word;
+}
+
+bool isShortAscii(std::string_view bytes) {
+  unsigned char seen = 0;
+  for (const char byte : bytes) seen |= static_cast<unsigned char>(byte);
+  return (seen & 0x80) == 0;
+}
+
+/// Word by word; the last ones may look at bytes a second time.
 bool isAscii(std::string_view bytes) {
-  constexpr std::uint64_t highBits = 0x8080808080808080U;
-  const char* at = bytes.data();
-  std::size_t left = bytes.size();
-  std::uint64_t seen = 0;
-  for (; left >= sizeof seen; at += sizeof seen, left -= sizeof seen) {
-    std::uint64_t word;
-    std::memcpy(&word, at, sizeof word);
-    seen |= word;
+  constexpr std::size_t step = 4 * sizeof(std::uint64_t);
+  const std::size_t size = bytes.size();
+  const char* const start = bytes.data();
+  if (size < sizeof highBits) return isShortAscii(bytes);
+  std::uint64_t seen = loaded(start + size - sizeof seen);
+  std::size_t at = 0;
+  for (; size - at >= step; at += step) {
+    std::uint64_t words[4];
+    std::memcpy(words, start + at, step);
+    seen |= (words[0] | words[1]) | (words[2] | words[3]);
   }
-  for (; left > 0; ++at, --left) seen |= static_cast<unsigned char>(*at);
+  for (; size - at >= sizeof seen; at += sizeof seen) seen |= loaded(start + at);
   return (seen & highBits) == 0;
 }
 

@@ -46,6 +46,8 @@ class PEGASUS_COMMON_LINKAGE String {
 
   constexpr String() : buffer_(nullptr) {}
   String(const String& other);
+  /// Leaves the other text empty.
+  String(String&& other) noexcept : buffer_(other.buffer_) { other.buffer_ = nullptr; }
   /// The first `count` units of `other`; throws when there are fewer.
   String(const String& other, Uint32 count);
   String(const Char16* units);
@@ -63,6 +65,12 @@ class PEGASUS_COMMON_LINKAGE String {
   }
 
   String& operator=(const String& other);
+  String& operator=(String&& other) noexcept {
+    Buffer* const buffer = buffer_;
+    buffer_ = other.buffer_;
+    other.buffer_ = buffer;
+    return *this;
+  }
   String& assign(const String& other);
   String& assign(const Char16* units);
   String& assign(const Char16* units, Uint32 count);

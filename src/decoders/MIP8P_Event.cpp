@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "decoders/iomgr/EventClasses.h"
+#include "event/OwnEventId.h"
 #include "event/Text.h"
 #include "event/Undecoded.h"
 
@@ -144,7 +145,7 @@ using namespace mpuevent::iomgr;
 using namespace mpuevent::mip;
 
 MIP8P_Event::MIP8P_Event(EmpEvLogMsg_s* bytes, int length)
-    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+    : Quarn_Event(withOwnEventId(bytes), static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
   if (record.id() != 1) {

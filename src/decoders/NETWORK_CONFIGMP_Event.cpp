@@ -9,6 +9,7 @@
 #include "event/Codes.h"
 #include "event/ExportedBody.h"
 #include "event/Fields.h"
+#include "event/OwnEventId.h"
 #include "event/Tables.h"
 #include "event/Text.h"
 #include "event/Undecoded.h"
@@ -160,7 +161,7 @@ using namespace mpuevent;
 using namespace mpuevent::networkconfig;
 
 NETWORK_CONFIGMP_Event::NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
-    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+    : Quarn_Event(withOwnEventId(bytes), static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
   const EventRow::Packed* event = findRow(packed<events>, &EventRow::Packed::number, record.id());

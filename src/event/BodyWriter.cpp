@@ -10,12 +10,6 @@
 
 namespace mpuevent {
 
-namespace {
-
-constexpr auto putKey = [](char* place, std::string_view key) { return putText(place, key); };
-
-}  // namespace
-
 std::size_t writeHex(char* place, std::string_view bytes) {
   for (const char byte : bytes) {
     std::memcpy(place, hexPairs[static_cast<unsigned char>(byte)].data(), 2);

@@ -40,9 +40,8 @@ std::uint64_t numberAt(RecordView layout, Number number) {
 
 void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, Number number) {
   if (!layout.holds(number.offset, byteCount(number.width))) return;
-  body.openElement(key);
-  body.endAt(putField(body.reserve(longestField), layout, number));
-  body.closeElement(key);
+  writeElement(body, key, longestField,
+               [&](char* place) { return putField(place, layout, number); });
 }
 
 void writeFields(BodyWriter& body, RecordView layout, Fields fields) {

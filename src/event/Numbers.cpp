@@ -6,13 +6,6 @@ namespace mpuevent {
 
 namespace {
 
-/// A text whose length the compiler knows.
-template <std::size_t size>
-char* putLiteral(char* place, const char (&text)[size]) {
-  std::memcpy(place, text, size - 1);
-  return place + size - 1;
-}
-
 char* putWord(char* place, std::uint32_t word) {
   return putHexWord(place, word, 8, Letters::capital);
 }

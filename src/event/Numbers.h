@@ -40,6 +40,13 @@ enum class Format : std::uint8_t {
 constexpr std::size_t longestNumber = 26;
 constexpr std::size_t longestWord = 12;  ///< of several, with what stands before it
 
+/// A text whose length the compiler knows.
+template <std::size_t size>
+char* putLiteral(char* place, const char (&text)[size]) {
+  std::memcpy(place, text, size - 1);
+  return place + size - 1;
+}
+
 /// What is added to a digit above 9 to make a letter of it.
 enum class Letters : std::uint8_t { capital = 'A' - ('9' + 1), small = 'a' - ('9' + 1) };
 

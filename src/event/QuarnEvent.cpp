@@ -78,6 +78,15 @@ void QuarnEvent::addEntry(char* key, char* format, ...) {
 void QuarnEvent::appendBody(char* text) {
   if (text == nullptr) return;
   const auto length = static_cast<unsigned int>(std::strlen(text));
+  const String added = mpuevent::toString({text, length});
+  if (mpuevent::Recording* recording = mpuevent::recording()) {
+    recording->bodyAppended(this, Body.size(), added);
+  }
+  if (Body.size() == 0) {
+    bodyLength_ += length;
+    Body = added;
+    return;
+  }
   if (bodyCapacity_ == 0) {
     bodyCapacity_ = std::max(roundedUp(2 * length), firstCapacity);
     Body.reserveCapacity(bodyCapacity_);
@@ -86,10 +95,6 @@ void QuarnEvent::appendBody(char* text) {
   if (bodyLength_ >= bodyCapacity_) {
     bodyCapacity_ = roundedUp(2 * bodyLength_);
     Body.reserveCapacity(bodyCapacity_);
-  }
-  const String added = mpuevent::toString({text, length});
-  if (mpuevent::Recording* recording = mpuevent::recording()) {
-    recording->bodyAppended(this, Body.size(), added);
   }
   Body.append(added);
 }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "event/BodyWriter.h"
+#include "event/OwnEventId.h"
 #include "event/RecordView.h"
 #include "event/Recording.h"
 #include "event/SafeText.h"
@@ -25,6 +26,11 @@ namespace {
 
 Record headerOf(const EmpEvLogMsg_s* record) { return {record, 0}; }
 
+String numberAsEventId(const EmpEvLogMsg_s* record) {
+  if (mpuevent::takeOwnEventId() || record == nullptr) return {};
+  return mpuevent::decimalString(headerOf(record).id());
+}
+
 }  // namespace
 
 // The texts are made in place: assigned, each would be counted up and down once more.
@@ -38,7 +44,7 @@ Quarn_Event::Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length)
       Source(record == nullptr ? String() : sourceFromEmpValue(headerOf(record).source())),
       Category(record == nullptr ? String() : categoryFromEmpValue(headerOf(record).category())),
       EventType(record == nullptr ? 0 : eventTypeFromEmpValue(headerOf(record).type())),
-      EventID(record == nullptr ? String() : mpuevent::decimalString(headerOf(record).id())) {
+      EventID(numberAsEventId(record)) {
   if (mpuevent::Recording* recording = mpuevent::recording()) recording->begin(this);
   if (record == nullptr) return;
   const std::uint32_t structLength = headerOf(record).structLength();
@@ -46,7 +52,9 @@ Quarn_Event::Quarn_Event(const EmpEvLogMsg_s* record, unsigned int length)
   trace({"Quarn_Event", 152}, {"Quarn_Event constructed with len=", std::uint32_t{length},
                                ", but evStructLength=", structLength});
   trace({"Quarn_Event", 153}, {"Contents of Event data is:"});
-  if (mpuevent::traceWanted()) mpuevent::writeTrace({"Quarn_Event", 154}, {Quarn_Event::str()});
+  if (!mpuevent::traceWanted()) return;
+  if (EventID.size() == 0) EventID = numberAsEventId(record);
+  mpuevent::writeTrace({"Quarn_Event", 154}, {Quarn_Event::str()});
 }
 
 Quarn_Event::~Quarn_Event() = default;
@@ -56,7 +64,9 @@ void Quarn_Event::setEnclosureSerialNumber(String text) { EnclosureSerialNumber 
 unsigned int Quarn_Event::getControllerSlotID() const { return ControllerSlotID; }
 void Quarn_Event::setControllerSlotID(unsigned int number) { ControllerSlotID = number; }
 String Quarn_Event::getControllerSerialNumber() const { return ControllerSerialNumber; }
-void Quarn_Event::setControllerSerialNumber(String text) { ControllerSerialNumber = std::move(text); }
+void Quarn_Event::setControllerSerialNumber(String text) {
+  ControllerSerialNumber = std::move(text);
+}
 unsigned int Quarn_Event::getEventLogInstanceNumber() const { return EventLogInstanceNumber; }
 void Quarn_Event::setEventLogInstanceNumber(unsigned int number) {
   EventLogInstanceNumber = number;

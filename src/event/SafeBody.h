@@ -19,12 +19,8 @@ class SafeBody {
  public:
   /// For tags, numbers and the decoder's own words.
   BodyWriter& literals() { return body_; }
-  /// A character of the decoder's own that needs an escape.
-  void literalSpecial(char value) {
-    body_.character('\\');
-    body_.character(value);
-    ++escapes_;
-  }
+  /// So many of the literals' characters were written with an escape, as they need one.
+  void countEscapes(std::size_t count) { escapes_ += count; }
 
   /// The text must stay where it is until the body is finished.
   void recordText(std::string_view text);

@@ -64,6 +64,21 @@ inline char* putPackedText(char* place, std::string_view text) {
   return place + (behind == Separator::blank ? 2 : 1);
 }
 
+constexpr auto putKey = [](char* place, std::string_view key) { return putText(place, key); };
+
+/// Writes an element whose value `put(place)` writes, at most `most` bytes of it; it returns where
+/// the value ends.
+template <class Put>
+void writeElement(BodyWriter& body, std::string_view key, std::size_t most, Put put) {
+  if (body.records()) [[unlikely]] {
+    body.openElement(key);
+    body.endAt(put(body.reserve(most)));
+    return body.closeElement(key);
+  }
+  char* place = put(putOpening(body.reserve(tagSize(key) + most), key, putKey));
+  body.endAt(putClosing(place, key, body.separator(), putKey));
+}
+
 }  // namespace mpuevent
 
 #endif

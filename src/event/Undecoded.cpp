@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "event/BodyWriter.h"
+#include "event/Text.h"
 
 namespace mpuevent {
 
@@ -21,6 +22,7 @@ void showUndecoded(Pegasus::Quarn_Event& event, const Record& record, TraceSite 
                    const char* summary, NumberBase idBase, const char* traceText) {
   // The base is what it is, even if the text before the number says "0x".
   trace(site, {traceText, TracePart(record.id(), idBase)});
+  if (event.getEventID().size() == 0) event.setEventID(decimalString(record.id()));
   event.setSummary(summary);
   event.setBody(hexBody(record));
 }

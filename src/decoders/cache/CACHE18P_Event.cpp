@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "decoders/cache/layouts.h"
+#include "event/OwnEventId.h"
 #include "event/Tables.h"
 #include "event/Text.h"
 #include "event/Undecoded.h"
@@ -182,7 +183,7 @@ using namespace mpuevent;
 using namespace mpuevent::cache;
 
 CACHE18P_Event::CACHE18P_Event(EmpEvLogMsg_s* bytes, int length)
-    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+    : Quarn_Event(withOwnEventId(bytes), static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
   setEventID(nameOf(record.id()));

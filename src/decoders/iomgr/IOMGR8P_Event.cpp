@@ -6,6 +6,7 @@
 
 #include "decoders/iomgr/classes.h"
 #include "event/Entry.h"
+#include "event/OwnEventId.h"
 #include "event/Text.h"
 #include "event/Undecoded.h"
 
@@ -69,7 +70,8 @@ namespace Pegasus {
 using namespace mpuevent;
 using namespace mpuevent::iomgr;
 
-IOMGR8P_Event::IOMGR8P_Event(EmpEvLogMsg_s* bytes, int length) : QuarnEvent(bytes, length) {
+IOMGR8P_Event::IOMGR8P_Event(EmpEvLogMsg_s* bytes, int length)
+    : QuarnEvent(withOwnEventId(bytes), length) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
   if (record.id() != 1) {

@@ -8,6 +8,7 @@
 #include "decoders/iscsimp/tables.h"
 #include "event/BodyWriter.h"
 #include "event/Codes.h"
+#include "event/OwnEventId.h"
 #include "event/RecordView.h"
 #include "event/Text.h"
 
@@ -86,7 +87,7 @@ using namespace mpuevent;
 using namespace mpuevent::iscsimp;
 
 ISCSIMP_Event::ISCSIMP_Event(EmpEvLogMsg_s* bytes, int length)
-    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+    : Quarn_Event(withOwnEventId(bytes), static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
   const RecordView payload = record.payload();

@@ -7,6 +7,7 @@
 
 #include "decoders/isnsc/messages.h"
 #include "event/Codes.h"
+#include "event/OwnEventId.h"
 #include "event/SafeBody.h"
 #include "event/Tables.h"
 #include "event/Text.h"
@@ -56,7 +57,7 @@ using namespace mpuevent;
 using namespace mpuevent::isnsc;
 
 ISNSC_Event::ISNSC_Event(EmpEvLogMsg_s* bytes, int length)
-    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+    : Quarn_Event(withOwnEventId(bytes), static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
   const IsnsPayload payload(record.payload());

@@ -5,6 +5,7 @@
 
 #include "decoders/startup/bodies.h"
 #include "event/ExportedBody.h"
+#include "event/OwnEventId.h"
 #include "event/Tables.h"
 #include "event/Text.h"
 #include "event/Undecoded.h"
@@ -60,7 +61,7 @@ using namespace mpuevent;
 using namespace mpuevent::startup;
 
 STARTUPMP_Event::STARTUPMP_Event(EmpEvLogMsg_s* bytes, int length)
-    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+    : Quarn_Event(withOwnEventId(bytes), static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
   const EventRow::Packed* event = findRow(packed<events>, &EventRow::Packed::id, record.id());

@@ -11,6 +11,7 @@
 #include "event/Fields.h"
 #include "event/Lists.h"
 #include "event/NumberedKey.h"
+#include "event/Tags.h"
 #include "event/Trace.h"
 
 namespace mpuevent::startup {
@@ -31,24 +32,27 @@ std::string_view nameOf(const char (&name)[size]) {
 
 bool isHidden(std::string_view name) { return name.starts_with("rsvd") || name.starts_with("REG"); }
 
-/// Writes "Z is 01, N is 00, PC is 2A3C4". How many digits a field has at least goes by its width.
-void writeFieldTexts(BodyWriter& body, const ArcRegisterField* field, std::uint32_t value) {
+/// "Z is 01, N is 00, PC is 2A3C4". How many digits a field has at least goes by its width.
+char* putFieldTexts(char* place, const ArcRegisterField* field, std::uint32_t value) {
   for (bool first = true; field->lowestBit >= 0; ++field, first = false) {
-    if (!first) body.text(", ");
-    body.text(nameOf(field->name));
-    body.text(" is ");
+    if (!first) place = putLiteral(place, ", ");
+    std::memcpy(place, field->name, sizeof field->name);
+    place = putLiteral(place + nameOf(field->name).size(), " is ");
     const unsigned digits = field->widthInBits == 16 ? 4 : field->widthInBits == 32 ? 8 : 2;
-    body.hexDigits((value & field->mask) >> field->lowestBit, digits, true);
+    place =
+        putHexDigits(place, (value & field->mask) >> field->lowestBit, digits, Letters::capital);
   }
+  return place;
 }
 
 void writeRegister(BodyWriter& body, std::string_view key, std::uint32_t value,
                    const ArcRegisterField* fields) {
-  body.openElement(key);
-  body.hexDigits(value, 8, true);
-  body.character(' ');
-  if (fields != nullptr) writeFieldTexts(body, fields, value);
-  body.closeElement(key);
+  constexpr std::size_t mostFields = 32;  // of a bit each
+  constexpr std::size_t longestField = sizeof fields->name + longestNumber;
+  writeElement(body, key, mostFields * longestField, [&](char* place) {
+    place = putLiteral(putHexWord(place, value, 8, Letters::capital), " ");
+    return fields == nullptr ? place : putFieldTexts(place, fields, value);
+  });
 }
 
 /// Writes the instances of a register, each from the word at its own offset. Returns false if the

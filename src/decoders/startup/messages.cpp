@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <iterator>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "decoders/startup/bodies.h"
@@ -62,9 +61,11 @@ class LineWriter {
   void pair(std::string_view key, std::string_view value) {
     key = withoutLeading(key);
     while (!key.empty() && isWhiteSpace(key.back())) key.remove_suffix(1);
-    key_.assign(key);
-    std::replace_if(key_.begin(), key_.end(), isWhiteSpace, '_');
-    body_.element(key_, value);
+    key_.cut(0);
+    char* const end =
+        std::replace_copy_if(key.begin(), key.end(), key_.reserve(key.size()), isWhiteSpace, '_');
+    key_.endAt(end);
+    body_.element(key_.view(), value);
   }
 
   /// Writes the next numbered text.
@@ -76,7 +77,7 @@ class LineWriter {
   }
 
   BodyWriter& body_;
-  std::string key_;
+  LineBuffer key_{Separator::none};
   NumberedKey textKey_{"Text"};
   std::uint32_t textNumber_ = 1;
 };

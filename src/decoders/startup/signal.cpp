@@ -9,6 +9,7 @@
 #include "event/Fields.h"
 #include "event/Lists.h"
 #include "event/Tables.h"
+#include "event/Tags.h"
 
 namespace mpuevent::startup {
 
@@ -228,11 +229,10 @@ void writeCause(BodyWriter& body, RecordView info) {
 void writeGeneralRegisters(BodyWriter& body, RecordView info) {
   forEachEntry(info, generalRegisters, [&](RecordView entry, std::uint32_t number) {
     if (!entry.holds(0, registerSize)) return false;
-    body.openElement("GPR");
-    body.decimal(number);
-    body.text(": ");
-    body.number(Format::hexLower8, entry.u32(0));
-    body.closeElement("GPR");
+    writeElement(body, "GPR", 2 * longestNumber, [&](char* place) {
+      place = putLiteral(putDecimal(place, std::uint64_t{number}), ": ");
+      return putNumber(place, Format::hexLower8, entry.u32(0));
+    });
     return true;
   });
 }

@@ -6,6 +6,7 @@
 #include "decoders/systemconfig/kinds.h"
 #include "decoders/systemconfig/summary.h"
 #include "event/ExportedBody.h"
+#include "event/OwnEventId.h"
 #include "event/SafeText.h"
 #include "event/Tables.h"
 #include "event/Text.h"
@@ -91,7 +92,7 @@ using namespace mpuevent;
 using namespace mpuevent::systemconfig;
 
 SYSTEM_CONFIGMP_Event::SYSTEM_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
-    : Quarn_Event(bytes, static_cast<unsigned int>(length)) {
+    : Quarn_Event(withOwnEventId(bytes), static_cast<unsigned int>(length)) {
   if (bytes == nullptr) return;
   const Record record(bytes, length);
   const EventRow::Packed* event = findRow(packed<events>, &EventRow::Packed::id, record.id());

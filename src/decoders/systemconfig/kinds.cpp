@@ -10,6 +10,7 @@
 #include "event/Fields.h"
 #include "event/Lists.h"
 #include "event/Tables.h"
+#include "event/Tags.h"
 
 namespace mpuevent::systemconfig {
 
@@ -161,15 +162,13 @@ void writeArray(SafeBody& body, RecordView data, std::string_view key, Number ar
   const List entries = {array.offset, width, objectClasses};
   forEachEntry(data, entries, [&](RecordView entry, std::uint32_t index) {
     if (!entry.holds(0, width)) return false;
-    body.literals().openElement(key);
-    body.literalSpecial('[');
-    body.literals().decimal(index + 1);
-    body.literalSpecial(']');
-    body.literals().text(", value ");
-    body.literalSpecial('[');
-    body.literals().number(array.format, array.width == u8 ? entry.u8(0) : entry.u32(0));
-    body.literalSpecial(']');
-    body.literals().closeElement(key);
+    const std::uint64_t value = entry.number(0, width);
+    writeElement(body.literals(), key, 2 * longestNumber, [&](char* place) {
+      place = putLiteral(putDecimal(putLiteral(place, "\\["), std::uint64_t{index} + 1), "\\]");
+      place = putNumber(putLiteral(place, ", value \\["), array.format, value);
+      return putLiteral(place, "\\]");
+    });
+    body.countEscapes(4);
     return true;
   });
 }

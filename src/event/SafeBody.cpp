@@ -7,24 +7,51 @@
 
 namespace mpuevent {
 
-void SafeBody::recordText(std::string_view text) {
-  const std::size_t before = body_.size();
-  writeEscaped(body_, text);
-  const std::size_t size = body_.size() - before;
-  if (size == text.size()) return;
-  escapes_ += size - text.size();
-  escapedTexts_.push_back({before, size, text});
-  tagLike_ = tagLike_ || text.find('<') != std::string_view::npos;
+namespace {
+
+constexpr std::string_view closingMark = "</";
+
+}  // namespace
+
+void SafeBody::openGroup(std::string_view key) {
+  body_.openGroup(key);
+  group_ = key;
+}
+
+void SafeBody::closeGroup() {
+  body_.closeGroup(group_);
+  group_ = {};
+}
+
+/// Whether a closing tag in the text may be that of the element `key`, of the group around it, or
+/// of both, or reach beyond the end of the text.
+bool SafeBody::mayClose(std::string_view key, std::string_view text) const {
+  for (std::size_t at = text.find(closingMark); at < text.size(); at = text.find(closingMark, at)) {
+    at += closingMark.size();
+    const std::string_view name = text.substr(at);
+    // A name has a '>' at most as its first character, so it ends before the next.
+    const bool isWhole = !name.starts_with('>') && name.find('>', 1) != std::string_view::npos;
+    const bool isInGroup = !group_.empty();
+    if (!isWhole || name.starts_with(key) || (isInGroup && name.starts_with(group_))) return true;
+  }
+  return false;
 }
 
 void SafeBody::recordElement(std::string_view key, std::string_view text) {
   body_.openElement(key);
-  recordText(text);
+  const std::size_t before = body_.size();
+  needsPass_ = needsPass_ || mayClose(key, text);
+  writeSafe(body_, text);
+  const std::size_t size = body_.size() - before;
+  if (size != text.size()) {
+    escapes_ += size - text.size();
+    escapedTexts_.push_back({before, size, text});
+  }
   body_.closeElement(key);
 }
 
 Pegasus::String SafeBody::string() {
-  if (!tagLike_) {
+  if (!needsPass_) {
     assert(isSafe());
     return body_.string();
   }

@@ -12,8 +12,9 @@ namespace mpuevent {
 /// texts as they are. A decoder writes what a record brings along with the `record...` functions,
 /// and with the `literal...` ones what is its own.
 ///
-/// As long as no text of the record holds a '<', each is escaped as it is written, which gives the
-/// same as a pass over the whole body. That takes literals which need no escape, and keys inside a
+/// As long as no text of the record could close an element that it stands in, each is made safe by
+/// itself as it is written, which gives the same as a pass over the whole body: an element that a
+/// text opens ends with that text. That takes literals which need no escape, and keys inside a
 /// group of which none begins with the group's key: both are asserted.
 class SafeBody {
  public:
@@ -22,8 +23,11 @@ class SafeBody {
   /// So many of the literals' characters were written with an escape, as they need one.
   void countEscapes(std::size_t count) { escapes_ += count; }
 
+  /// A group with texts of the record in it; there is never a group inside.
+  void openGroup(std::string_view key);
+  void closeGroup();
+
   /// The text must stay where it is until the body is finished.
-  void recordText(std::string_view text);
   void recordElement(std::string_view key, std::string_view text);
 
   /// The size of the body before anything was escaped.
@@ -39,6 +43,7 @@ class SafeBody {
     std::string_view raw;
   };
 
+  bool mayClose(std::string_view key, std::string_view text) const;
   bool isSafe() const;
   void writeRaw(BodyWriter& raw) const;
   std::vector<Pegasus::Uint32> rawPositions() const;
@@ -46,7 +51,8 @@ class SafeBody {
   BodyBuffer body_;
   std::vector<EscapedText> escapedTexts_;
   std::size_t escapes_ = 0;  ///< how many characters escaping has added
-  bool tagLike_ = false;     ///< whether a text of the record has a '<'
+  std::string_view group_;
+  bool needsPass_ = false;  ///< whether a text of the record may close one of the body's elements
 };
 
 }  // namespace mpuevent

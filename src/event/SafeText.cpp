@@ -28,6 +28,22 @@ std::size_t keptLength(std::string_view text) {
   return length;
 }
 
+/// Appends the text to `out` with everything escaped, tags too.
+void writeEscaped(BodyWriter& out, std::string_view text) {
+  char* place = out.reserve(2 * text.size());
+  for (;;) {
+    const std::size_t kept = keptLength(text);
+    place = std::copy_n(text.data(), kept, place);
+    text.remove_prefix(kept);
+    if (text.empty()) break;
+    const bool equals = text.front() == '=';
+    *place++ = equals ? ':' : '\\';
+    *place++ = equals ? ' ' : text.front();
+    text.remove_prefix(1);
+  }
+  out.endAt(place);
+}
+
 void writeSafe(BodyWriter& out, std::string_view text, const std::vector<Range>& tags) {
   std::size_t done = 0;
   for (const Range tag : tags) {
@@ -56,31 +72,18 @@ std::vector<Pegasus::Uint32> safePositions(std::string_view text, const std::vec
 
 }  // namespace
 
-void writeEscaped(BodyWriter& out, std::string_view text) {
-  char* place = out.reserve(2 * text.size());
-  for (;;) {
-    const std::size_t kept = keptLength(text);
-    place = std::copy_n(text.data(), kept, place);
-    text.remove_prefix(kept);
-    if (text.empty()) break;
-    const bool equals = text.front() == '=';
-    *place++ = equals ? ':' : '\\';
-    *place++ = equals ? ' ' : text.front();
-    text.remove_prefix(1);
-  }
-  out.endAt(place);
-}
+void writeSafe(BodyWriter& out, std::string_view text) { writeSafe(out, text, findTags(text)); }
 
 std::string safeBytes(std::string_view text) {
   BodyBuffer safe(Separator::none);
-  writeSafe(safe, text, findTags(text));
+  writeSafe(safe, text);
   return std::string(safe.view());
 }
 
 Pegasus::String safeString(std::string_view text) {
   if (keptLength(text) == text.size()) return toString(text);
   BodyBuffer safe(Separator::none);
-  writeSafe(safe, text, findTags(text));
+  writeSafe(safe, text);
   return safe.string();
 }
 

@@ -165,7 +165,8 @@ class TagFinder {
 }  // namespace
 
 std::vector<Range> findTags(std::string_view text) {
-  if (text.find('<') == std::string_view::npos) return {};
+  // Without a closing tag there is no element.
+  if (text.find("</") == std::string_view::npos) return {};
   return TagFinder(text).find();
 }
 

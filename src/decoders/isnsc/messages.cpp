@@ -131,7 +131,7 @@ void traceUnknownType(const IsnsPayload& payload) {
 
 void writeIcsMessage(SafeBody& body, const IsnsPayload& payload) {
   const RecordView message = payload.message();
-  body.literals().openGroup("ICS_MESSAGE");
+  body.openGroup("ICS_MESSAGE");
   payload.writeOrigin(body);
   switch (message.u24(0)) {
     case configurationRequest:
@@ -145,7 +145,7 @@ void writeIcsMessage(SafeBody& body, const IsnsPayload& payload) {
       writeFields(body.literals(), message, packed<responseFields>);
       break;
   }
-  body.literals().closeGroup("ICS_MESSAGE");
+  body.closeGroup();
 }
 
 std::string_view textSummary(const IsnsPayload& payload) {
@@ -155,7 +155,7 @@ std::string_view textSummary(const IsnsPayload& payload) {
 
 void writeTextMessage(SafeBody& body, const IsnsPayload& payload) {
   const RecordView message = payload.message();
-  body.literals().openGroup("Arguments");
+  body.openGroup("Arguments");
   payload.writeOrigin(body);
   writeField(body.literals(), message, argumentCount);
   const List arguments = {4, argumentSize, numberAt(message, argumentCount)};
@@ -164,7 +164,7 @@ void writeTextMessage(SafeBody& body, const IsnsPayload& payload) {
     writeArgument(body.literals(), index, argument.u32(0));
     return true;
   });
-  body.literals().closeGroup("Arguments");
+  body.closeGroup();
 }
 
 }  // namespace mpuevent::isnsc

@@ -28,7 +28,8 @@ void BodyWriter::grow(std::size_t count) {
 }
 
 Pegasus::String BodyWriter::string() {
-  Pegasus::String text = toString(view());
+  assert(!ascii_ || isAscii(view()));
+  Pegasus::String text = ascii_ ? asciiString(view()) : toString(view());
   if (marks_ != nullptr) {
     if (text.size() != size_) marks_->moveTo(unitPositions(view()));
     recording_->add(text, std::move(marks_));
@@ -78,6 +79,8 @@ void BodyWriter::number(Format format, std::uint64_t value) {
   if (recording_ != nullptr) [[unlikely]] {
     return markElement(key, [=, this] { element(key, value); });
   }
+  note(key);
+  note(value);
   char* place = reserve(tagSize(key) + value.size());
   endAt(putClosing(putText(putOpening(place, key, putKey), value), key, separator_, putKey));
 }

@@ -14,6 +14,7 @@
 
 #include "event/Numbers.h"
 #include "event/Recording.h"
+#include "event/Text.h"
 
 namespace mpuevent {
 
@@ -51,8 +52,12 @@ class BodyWriter {
     if (marks_ != nullptr) marks_->cut(size);
   }
 
-  void character(char value) { *claim(1) = value; }
+  void character(char value) {
+    note({&value, 1});
+    *claim(1) = value;
+  }
   void text(std::string_view value) {
+    note(value);
     if (!value.empty()) std::memcpy(claim(value.size()), value.data(), value.size());
   }
   void decimal(std::int32_t value);
@@ -77,7 +82,7 @@ class BodyWriter {
   /// A value of several words, as a pair or quad shows them.
   void element(std::string_view key, Format format, std::initializer_list<std::uint32_t> words);
 
-  /// Room for `count` more bytes, which count as written: the caller fills them.
+  /// Room for `count` more bytes, which count as written: the caller fills them as after `reserve`.
   char* claim(std::size_t count) {
     assert(count <= SIZE_MAX - size_);
     char* place = reserve(count);
@@ -86,7 +91,7 @@ class BodyWriter {
   }
 
   /// Room for `count` more bytes, and for `slack` behind them that may be overwritten. `endAt`
-  /// tells how many of them were written.
+  /// tells how many of them were written. Who writes what a record brings there `note`s it.
   char* reserve(std::size_t count) {
     if (count > capacity_ - size_) grow(count);
     return buffer_ + size_;
@@ -95,6 +100,10 @@ class BodyWriter {
     assert(end >= buffer_ && end <= buffer_ + capacity_);
     size_ = static_cast<std::size_t>(end - buffer_);
   }
+
+  /// Looks at a text of the record, which may not be ASCII. Keys, numbers and words of our own are,
+  /// so that the body need not be looked at once more when it becomes a String.
+  void note(std::string_view text) { ascii_ = ascii_ && isAscii(text); }
 
   Separator separator() const { return separator_; }
   /// Whether something records, so that elements must be written one by one.
@@ -122,6 +131,7 @@ class BodyWriter {
   std::size_t size_ = 0;
   std::size_t capacity_;
   Separator separator_;
+  bool ascii_ = true;
   Recording* recording_ = recording();
   std::unique_ptr<ElementMarks> marks_;
 };

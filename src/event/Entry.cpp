@@ -8,6 +8,7 @@ namespace mpuevent {
 namespace {
 
 void writeLatin1(BodyWriter& entries, std::string_view bytes) {
+  entries.note(bytes);
   char* end = entries.reserve(2 * bytes.size());
   for (const char byte : bytes) end = writeUtf8(end, static_cast<unsigned char>(byte));
   entries.endAt(end);

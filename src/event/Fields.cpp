@@ -9,7 +9,7 @@ namespace mpuevent {
 namespace {
 
 /// Of a number whose bytes are held.
-std::uint64_t heldNumber(RecordView layout, Number number) {
+inline std::uint64_t heldNumber(RecordView layout, Number number) {
   if (number.width == Width::u24) return layout.number(number.offset + std::size_t{1}, 3);
   return layout.number(number.offset, byteCount(number.width));
 }

@@ -30,6 +30,7 @@ std::size_t keptLength(std::string_view text) {
 
 /// Appends the text to `out` with everything escaped, tags too.
 void writeEscaped(BodyWriter& out, std::string_view text) {
+  out.note(text);
   char* place = out.reserve(2 * text.size());
   for (;;) {
     const std::size_t kept = keptLength(text);

@@ -28,23 +28,6 @@ bool isShortAscii(std::string_view bytes) {
   return (seen & 0x80) == 0;
 }
 
-/// Word by word; the last ones may look at bytes a second time.
-bool isAscii(std::string_view bytes) {
-  constexpr std::size_t step = 4 * sizeof(std::uint64_t);
-  const std::size_t size = bytes.size();
-  const char* const start = bytes.data();
-  if (size < sizeof highBits) return isShortAscii(bytes);
-  std::uint64_t seen = loaded(start + size - sizeof seen);
-  std::size_t at = 0;
-  for (; size - at >= step; at += step) {
-    std::uint64_t words[4];
-    std::memcpy(words, start + at, step);
-    seen |= (words[0] | words[1]) | (words[2] | words[3]);
-  }
-  for (; size - at >= sizeof seen; at += sizeof seen) seen |= loaded(start + at);
-  return (seen & highBits) == 0;
-}
-
 Char16 unit(std::uint32_t value) { return Char16(static_cast<Pegasus::Uint16>(value)); }
 
 bool fromUtf8(std::string_view bytes, Units& units) {
@@ -63,9 +46,25 @@ bool fromUtf8(std::string_view bytes, Units& units) {
 
 }  // namespace
 
+/// Word by word; the last ones may look at bytes a second time.
+bool isAscii(std::string_view bytes) {
+  constexpr std::size_t step = 4 * sizeof(std::uint64_t);
+  const std::size_t size = bytes.size();
+  const char* const start = bytes.data();
+  if (size < sizeof highBits) return isShortAscii(bytes);
+  std::uint64_t seen = loaded(start + size - sizeof seen);
+  std::size_t at = 0;
+  for (; size - at >= step; at += step) {
+    std::uint64_t words[4];
+    std::memcpy(words, start + at, step);
+    seen |= (words[0] | words[1]) | (words[2] | words[3]);
+  }
+  for (; size - at >= sizeof seen; at += sizeof seen) seen |= loaded(start + at);
+  return (seen & highBits) == 0;
+}
+
 String toString(std::string_view bytes) {
-  if (bytes.empty()) return {};
-  if (isAscii(bytes)) return {bytes.data(), static_cast<Pegasus::Uint32>(bytes.size())};
+  if (isAscii(bytes)) return asciiString(bytes);
   // The units are made here: String's own reading of UTF-8 would replace U+FFFE and U+FFFF.
   Units units;
   units.reserve(bytes.size());
@@ -103,7 +102,7 @@ String decimalString(std::uint32_t number) {
   char digits[11];
   const char* end =
       std::to_chars(digits, digits + sizeof digits, static_cast<std::int32_t>(number)).ptr;
-  return {digits, static_cast<Pegasus::Uint32>(end - digits)};
+  return asciiString({digits, end});
 }
 
 void repairLoneBackslash(char* start, char* end) {

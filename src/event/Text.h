@@ -14,6 +14,14 @@ namespace mpuevent {
 /// the one way from bytes to `Pegasus::String`.
 Pegasus::String toString(std::string_view bytes);
 
+/// The same of bytes that are ASCII.
+inline Pegasus::String asciiString(std::string_view bytes) {
+  if (bytes.empty()) return {};
+  return {bytes.data(), static_cast<Pegasus::Uint32>(bytes.size())};
+}
+
+bool isAscii(std::string_view bytes);
+
 /// Whether `toString` takes the bytes as UTF-8.
 bool isUtf8(std::string_view bytes);
 

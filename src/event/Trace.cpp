@@ -18,10 +18,6 @@ constexpr int fileAndLineWidth = 30;
 
 bool traceWanted() { return !ProviderTraceServices::ptsGetTraceSuppressForPid(); }
 
-void trace(TraceSite site, std::initializer_list<TracePart> message) {
-  if (traceWanted()) writeTrace(site, message);
-}
-
 void writeTrace(TraceSite site, std::initializer_list<TracePart> message) {
   // The line is put together aside and written at once, so that lines of two threads don't mix
   // and a width set on standard output is not used up.

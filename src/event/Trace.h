@@ -49,7 +49,9 @@ bool traceWanted();
 void writeTrace(TraceSite site, std::initializer_list<TracePart> message);
 
 /// Writes one trace line to standard output, if it is wanted.
-void trace(TraceSite site, std::initializer_list<TracePart> message);
+inline void trace(TraceSite site, std::initializer_list<TracePart> message) {
+  if (traceWanted()) writeTrace(site, message);
+}
 
 }  // namespace mpuevent
 

@@ -1,8 +1,10 @@
 #include <MPUEvent/AWR8P_Event.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory_resource>
 #include <string_view>
 #include <vector>
 
@@ -85,9 +87,11 @@ void forEachNode(const Nodes& nodes, Visit visit) {
     std::size_t next;
     std::size_t end;
   };
-  std::vector<Siblings> open = {
-      {0, 1}
-  };  // innermost last; the payload is one node
+  std::array<std::byte, 32 * sizeof(Siblings)> room;  // for as much as most trees need
+  std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
+  std::pmr::vector<Siblings> open(&memory);  // innermost last
+  open.reserve(8);
+  open.push_back({0, 1});  // the payload is one node
   std::uint64_t left = timesShown * nodes.payloadEnd();
   while (!open.empty()) {
     Siblings& siblings = open.back();

@@ -30,7 +30,9 @@ std::string_view nameOf(const char (&name)[size]) {
   return {name, strnlen(name, size)};
 }
 
-bool isHidden(std::string_view name) { return name.starts_with("rsvd") || name.starts_with("REG"); }
+bool isHidden(const ArcRegister& row) {
+  return std::memcmp(row.name, "rsvd", 4) == 0 || std::memcmp(row.name, "REG", 3) == 0;
+}
 
 /// "Z is 01, N is 00, PC is 2A3C4". How many digits a field has at least goes by its width.
 char* putFieldTexts(char* place, const ArcRegisterField* field, std::uint32_t value) {
@@ -93,7 +95,7 @@ String registersBody(const Record& record) {
   const RecordView words = record.payload().from(0, record.structLength());
   BodyBuffer body;
   for (const ArcRegister* row = Pegasus::rtTavo4ArcRegsNames; row->offset >= 0; ++row) {
-    if (!isHidden(nameOf(row->name)) && !writeInstances(body, words, *row)) break;
+    if (!isHidden(*row) && !writeInstances(body, words, *row)) break;
   }
   return body.string();
 }

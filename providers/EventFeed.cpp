@@ -7,6 +7,8 @@
 #include <deque>
 #include <filesystem>
 #include <memory>
+#include <string>
+#include <system_error>
 #include <utility>
 
 #include "log/choosing/KeptUnit.h"
@@ -94,6 +96,9 @@ class Follower {
       if (!isOld) handOut(unit);
       remember(unit, index, isOld ? Clock::now() - settling_ : Clock::now());
     }
+    if (reader.readError() != 0) {
+      throw std::system_error(reader.readError(), std::generic_category(), "events");
+    }
   }
 
   void handOut(const log::LogUnit& unit) {
@@ -155,17 +160,19 @@ EventFeed::EventFeed(Settings settings, Deliver deliver, seconds settling)
 
 void EventFeed::run(const std::stop_token& stop) const {
   bool isNew = false;
+  std::string told;  // once, however often it happens
   while (!stop.stop_requested()) {
     try {
-      // Whether it is a FIFO shows when it is there.
       std::filesystem::create_directories(settings_.state);
+      // Whether it is a FIFO shows when it is there.
       if (settings_.events.front() == '/' && !std::filesystem::exists(settings_.events)) {
         isNew = true;
       } else {
         Follower(settings_, deliver_, settling_, stop, isNew).run();
       }
     } catch (const std::exception& error) {
-      ::syslog(LOG_ERR, "mpuevent: %s", error.what());
+      if (told != error.what()) ::syslog(LOG_ERR, "mpuevent: %s", error.what());
+      told = error.what();
     }
     for (int i = 0; i < 4 && !stop.stop_requested(); ++i) {
       std::this_thread::sleep_for(std::chrono::milliseconds(250));

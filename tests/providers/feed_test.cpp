@@ -70,6 +70,17 @@ class Feeds : public testing::Test {
     ADD_FAILURE() << "event " << last << " did not come";
     return {};
   }
+  /// The place of the event has been kept.
+  void awaitSettled(std::uint32_t id) {
+    const std::string wanted = "sequence " + std::to_string(id) + "\n";
+    for (int i = 0; i < 2000; ++i) {
+      std::ifstream file(settings_.state + "/cursor");
+      const std::string place{std::istreambuf_iterator<char>(file), {}};
+      if (place.find(wanted) != std::string::npos) return;
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    ADD_FAILURE() << "event " << id << " did not settle";
+  }
   void append(const std::string& bytes) {
     std::ofstream(settings_.events, std::ios::binary | std::ios::app) << bytes;
   }
@@ -96,8 +107,7 @@ TEST_F(Feeds, GoOnInAGrowingLogWhereTheLastOneSettled) {
     const EventFeed first = feed(0);
     append(damaged(1, 10));  // the file was not there
     EXPECT_EQ(take(9), range(1, 10));
-    while (!fs::exists(settings_.state + "/cursor")) std::this_thread::yield();
-    std::this_thread::sleep_for(std::chrono::milliseconds(2500));
+    awaitSettled(9);
   }
   append(message(10));
   fs::rename(settings_.events, settings_.events + ".1");
@@ -116,7 +126,7 @@ TEST_F(Feeds, LeaveOutWhatALogHeldBefore) {
   settings_.fromBeginning = false;
   append(damaged(1, 10));
   const EventFeed only = feed();
-  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  awaitSettled(9);
   append(message(10));
   EXPECT_EQ(take(10), range(10, 11));
 }
@@ -140,7 +150,7 @@ TEST_F(Feeds, LoseNothingThatArrivedInAFifo) {
   const std::string large(50000, '\x7E');
   for (std::uint32_t id = 20; id < 45; ++id) put(message(id, large));
   EXPECT_EQ(take(44), range(20, 45));
-  for (int i = 0; spooled() != 0 && i < 500; ++i) {
+  for (int i = 0; spooled() != 0 && i < 2000; ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   EXPECT_EQ(spooled(), 0U);

@@ -70,7 +70,7 @@ TEST(Packing, EveryRecordTravelsOnceAndUnchanged) {
     ASSERT_EQ(content.problem, "");
     EXPECT_EQ(content.records.size(), parcel.records);
     EXPECT_LE(parcel.records, FrameWriter::mostRecords);
-    EXPECT_LE(parcel.bytes.size(), std::size_t{340} << 10);
+    EXPECT_LE(parcel.bytes.size(), FrameWriter::mostBytes + kHashSize);
     EXPECT_LT(parcel.shard, roadShards);
     EXPECT_EQ(id.find_first_of("\r\n "), std::string::npos);
     for (const auto record : content.records) arrived.insert(asText(record));

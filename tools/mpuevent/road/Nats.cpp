@@ -10,6 +10,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "road/Frame.h"
 #include "road/Road.h"
 
 namespace mpuevent::tool {
@@ -23,6 +24,7 @@ constexpr char kSubject[] = "mpu.raw.";
 constexpr std::string_view kStream = "MPU_RAW_";
 constexpr std::int64_t kAnswerWait = 5000;  // milliseconds, also for what cannot be told by errors
 constexpr milliseconds kRetry{1000};
+constexpr milliseconds kGlance{5};
 
 template <typename Type, void (*destroy)(Type*)>
 struct Destroy {
@@ -279,11 +281,11 @@ class NatsSource : public Source {
     const std::size_t streams = streams_.size();
     // One stream is waited for, of several first all are asked for what they have.
     for (std::size_t turn = 0; streams > 1 && turn < streams && deliveries.size() < most; ++turn) {
-      fetchFrom(streams_[(next_ + turn) % streams], most - deliveries.size(), {}, deliveries);
+      fetchFrom(streams_[(next_ + turn) % streams], most - deliveries.size(), kGlance, deliveries);
     }
     if (deliveries.empty()) {
-      const auto share = std::max(wait / static_cast<int>(streams), milliseconds(50));
-      fetchFrom(streams_[next_ % streams], most, share, deliveries);
+      fetchFrom(streams_[next_ % streams], most,
+                std::max(wait / static_cast<int>(streams), kGlance), deliveries);
     }
     ++next_;
     noteSign(!deliveries.empty());
@@ -295,17 +297,12 @@ class NatsSource : public Source {
     Subscription subscription;
   };
 
-  // Without waiting if `wait` is 0.
+  // Waits only if nothing is there.
   void fetchFrom(const Stream& stream, std::size_t most, milliseconds wait,
                  std::vector<Delivery>& to) {
-    jsFetchRequest request;
-    require(jsFetchRequest_Init(&request));
-    request.Batch = static_cast<int>(most);
-    request.NoWait = wait == milliseconds(0);
-    request.Expires = nanoseconds(request.NoWait ? milliseconds(kAnswerWait) : wait).count();
     natsMsgList list{nullptr, 0};
-    const natsStatus status =
-        natsSubscription_FetchRequest(&list, stream.subscription.get(), &request);
+    const natsStatus status = natsSubscription_Fetch(&list, stream.subscription.get(),
+                                                     static_cast<int>(most), wait.count(), nullptr);
     for (int at = 0; at < list.Count; ++at) {
       to.push_back(hold(stream, std::exchange(list.Msgs[at], nullptr)));
     }
@@ -381,6 +378,12 @@ class NatsRoad : public Road {
   bool connect(std::string& reason);
 
   std::unique_ptr<Sink> openSink() override {
+    constexpr std::int64_t most = FrameWriter::mostBytes + 1024;
+    const std::int64_t taken = natsConnection_GetMaxPayload(connection_.get());
+    if (taken < most) {
+      throw RoadError("NATS: the servers take messages of " + std::to_string(taken) +
+                      " bytes at most (max_payload), it takes " + std::to_string(most));
+    }
     return std::make_unique<NatsSink>(connection_.get(), acknowledgements_);
   }
   std::unique_ptr<Source> openSource(const std::string& name) override {

@@ -92,8 +92,7 @@ void Worker::addTo(Batch& batch, const Source::Delivery& delivery) {
   const FrameContent content = readFrame(delivery.bytes);
   const RecordPlace place{delivery.stream, 0, delivery.place};
   if (!content.problem.empty()) {
-    tell_(delivery.stream + ": message " + std::to_string(delivery.place) + ": " + content.problem +
-          "; it is stored as it is");
+    tell_(delivery.stream + ": " + content.problem + "; it is stored as it is");
     batch.addBroken(delivery.bytes, place, content.problem);
     ++done_.broken;
     return;

@@ -47,7 +47,6 @@ is_led() { [ -n "$(leader)" ]; }
 
 start_nats
 start_postgres
-postgres_now start
 wait_until 60 "$tool" stream --create --at "$servers"
 # Both workers could make the tables.
 "$tool" store "$database" "$sample" >/dev/null && ask 'DELETE FROM events' >/dev/null

@@ -16,6 +16,14 @@ class InputFile {
   InputFile& operator=(const InputFile&) = delete;
   ~InputFile();
 
+  /// Whether rewind() is possible.
+  bool hasPlaces() const { return begin_ >= 0; }
+  /// Reading begins again where it began.
+  void rewind();
+  /// Copies what there is to be read into a temporary file without a name ($TMPDIR), which takes
+  /// the place of this one and has places. A failure shows when reading.
+  void spool();
+
   /// As ReadBytes wants it.
   long read(unsigned char* to, std::size_t room) const;
 

@@ -121,6 +121,8 @@ ExitCode copy(const DecodeOptions& options) {
   }
   Output output;
   LogRun run(options.input, options.choosing, output);
+  std::optional<Redaction> redaction;
+  if (options.redact) run.redact(redaction.emplace(Redaction::Serials::sameLength));
   run.follow(options.following);
   run.acceptLongRecords();
   run.forEachUnit([&](const LogFile&, const log::LogUnit& unit, std::uint64_t) {
@@ -151,22 +153,35 @@ ExitCode decode(const DecodeOptions& options) {
   EventDecoder decoder;
   Output output;
   LogRun run(options.input, options.choosing, output);
+  std::optional<Redaction> redaction;
+  if (options.redact) run.redact(redaction.emplace(Redaction::Serials::named));
   run.follow(options.following);
 
+  LogRun::Watch watch;
+  // Those of events that were only looked at.
+  if (trace) watch.read = [&trace](const LogFile&, const log::LogUnit&) { trace->drop(); };
+  run.watch(std::move(watch));
   form->begin(output.text());
   std::optional<std::size_t> lastFile;
   run.forEachUnit([&](const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
     if (file.isOneOfSeveral && lastFile != file.number) form->beginFile(file.shownName);
     lastFile = file.number;
-    const std::unique_ptr<Pegasus::Quarn_Event> event = decoder.decode(unit);
+    std::unique_ptr<Pegasus::Quarn_Event> event = run.takeDecoded();
+    if (!event) {
+      if (trace) trace->drop();
+      event = decoder.decode(unit);
+    }
     if (trace && trace->any()) {
       output.flush();
       trace->passOn();
     }
+    if (redaction) redaction->name(*event);
+    const std::size_t begin = output.text().size();
     form->write(
         {file.name, index, unit.offset, unit.record, EventDecoder::className(*event), *event,
          fields ? &*fields : nullptr, options.choosing.timeOf(event->getTimestamp())},
         output.text());
+    if (redaction) redaction->name(output.text(), begin);
     output.flushIfLarge();
   });
   form->end(output.text());

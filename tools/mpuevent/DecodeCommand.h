@@ -27,6 +27,7 @@ struct DecodeOptions {
   bool noFields = false;  ///< in JSON
   std::string columns;    ///< of JSON and CSV; empty: all
   bool noHeader = false;  ///< in CSV
+  bool redact = false;
   bool exact = false;
   bool trace = false;
 };

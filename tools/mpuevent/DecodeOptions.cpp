@@ -4,6 +4,7 @@
 #include "DecodeCommand.h"
 #include "WordOption.h"
 #include "forms/Columns.h"
+#include "redaction/RedactOption.h"
 
 namespace mpuevent::tool {
 
@@ -89,6 +90,7 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
       ->group("Output");
   command.add_flag("--no-fields", options.noFields, "JSON without \"fields\"")->group("Output");
   addColumns(command, options);
+  addRedactOption(command, options.redact);
   command
       .add_flag("--exact", options.exact,
                 "Lines to the letter, control characters and all,\n"

@@ -14,6 +14,7 @@
 #include "log/input/InputFile.h"
 #include "log/input/InputNames.h"
 #include "log/input/PackingAdvice.h"
+#include "redaction/LearntInputs.h"
 #include "store/Store.h"
 
 namespace mpuevent::tool {
@@ -58,11 +59,18 @@ void LogRun::readAll() {
                           failed_ = true;
                           report(shownName(name), reason);
                         });
+  std::vector<LearntInput> learnt;
   bool any = false;
   while (const std::optional<std::string> input = names.next()) {
     any = true;
-    readInput(*input, names.several());
+    if (isPartOfStore(*input)) continue;
+    if (redaction_ != nullptr) {
+      learnt.push_back(learnInput(*input));
+    } else {
+      readInput(*input, names.several());
+    }
   }
+  for (LearntInput& input : learnt) readInput(input, names.several());
   if (!any && !failed_) complain("no files to read");
 }
 
@@ -73,22 +81,59 @@ ExitCode LogRun::exitCode() const {
 }
 
 void LogRun::readInput(const std::string& input, bool several) {
-  if (isPartOfStore(input)) return;
   if (isStore(input)) return readStore(input, several);
+  warnOfTerminal(input);
+  readFile(input, log::InputFile(input), UINT64_MAX, several);
+}
+
+// The second time, of two.
+void LogRun::readInput(LearntInput& input, bool several) {
+  if (isStore(input.name)) return readStore(input.name, several);
+  readFile(input.name, openAgain(input), input.bytes, several);
+  input.file.reset();
+}
+
+LearntInput LogRun::learnInput(const std::string& input) {
+  if (!isStore(input)) {
+    warnOfTerminal(input);
+    return learn(input, options_.form, *redaction_);
+  }
+  try {
+    openStore(input, StoreAccess::read)
+        ->read({}, Store::Order::asStored, [this](const StoredRecord& stored) {
+          if (stored.isDecoded) redaction_->learn({stored.offset, nullptr, stored.record});
+        });
+  } catch (const StoreError&) {
+    // It is told when it is read.
+  }
+  return {input, nullptr, 0};
+}
+
+void LogRun::warnOfTerminal(const std::string& input) {
   if (input == kStandardInput && ::isatty(STDIN_FILENO) != 0) {
     report(shownName(input), "reads a terminal; --help tells of files");
   }
-  const log::InputFile file(input);
+}
+
+void LogRun::readFile(const std::string& input, const log::InputFile& file, std::uint64_t most,
+                      bool several) {
+  std::uint64_t left = most;
+  const auto roomFor = [](std::size_t room, std::uint64_t bytes) {
+    return static_cast<std::size_t>(std::min<std::uint64_t>(room, bytes));
+  };
   const log::LogSource source{input,
                               [&](unsigned char* to, std::size_t room) {
                                 // What is done is not held back while more input is awaited.
                                 output_.flush();
                                 if (watch_.settle && file.idle()) settle();
-                                return file.read(to, room);
+                                const long got = file.read(to, roomFor(room, left));
+                                if (got > 0) left -= static_cast<std::uint64_t>(got);
+                                return got;
                               },
                               [&] { return file.idle(); },
                               [&](std::uint64_t offset, unsigned char* to, std::size_t room) {
-                                return file.readAt(offset, to, room);
+                                return file.readAt(offset, to,
+                                                   roomFor(room, most - std::min(offset, most)));
                               }};
   log::LogVisitor visitor;
   visitor.visit = [&](const log::LogSource& log) {
@@ -107,6 +152,9 @@ void LogRun::readInput(const std::string& input, bool several) {
 
 void LogRun::follow(const FollowOptions& options) {
   if (!options.follow && options.cursorFile.empty()) return;
+  if (redaction_ != nullptr) {
+    throw std::invalid_argument("--redact reads all first: not with --follow and --cursor-file");
+  }
   const std::vector<std::string>& names = options_.selection.names;
   if (names.size() != 1 || names[0] == kStandardInput || !options_.selection.namesFile.empty()) {
     throw std::invalid_argument("--follow and --cursor-file go with one FILE");
@@ -213,7 +261,7 @@ void LogRun::readStore(const std::string& name, bool several) {
       // What was not chosen is not missing.
       read({}, Store::Order::byLog,
            [this](const LogFile& file, const log::LogUnit& unit, std::uint64_t) {
-             watch_.read(file, unit);
+             watch_.read(file, redaction_ != nullptr ? redaction_->redactHeader(unit) : unit);
            });
     }
     read(choosing_.choice, Store::Order::asStored,
@@ -249,7 +297,7 @@ void LogRun::readUnits(const LogFile& file, log::LogReader& reader) {
   log::LogUnit unit;
   for (std::uint64_t index = index_; reader.next(unit); ++index) {
     unit.offset += begin_;
-    if (watch_.read) watch_.read(file, unit);
+    if (watch_.read) watch_.read(file, redaction_ ? redaction_->redactHeader(unit) : unit);
     if (isChosen(unit)) take(file, unit, index);
     if (cursor_) cursor_->moveBehind(unit, unit.offset, index);
     endIfEnough();
@@ -260,8 +308,13 @@ void LogRun::readUnits(const LogFile& file, log::LogReader& reader) {
 bool LogRun::isChosen(const log::LogUnit& unit) {
   if (!choosing_.choice.chooses(unit.record)) return false;
   if (!grep_ && !notGrep_) return true;
-  const std::unique_ptr<Pegasus::Quarn_Event> event = EventDecoder().decode(unit);
-  return (!grep_ || grep_->matches(*event)) && (!notGrep_ || !notGrep_->matches(*event));
+  decoded_ = EventDecoder().decode(unit);
+  return (!grep_ || grep_->matches(*decoded_)) && (!notGrep_ || !notGrep_->matches(*decoded_));
+}
+
+std::unique_ptr<Pegasus::Quarn_Event> LogRun::takeDecoded() {
+  // Not of the redacted unit.
+  return redaction_ != nullptr ? nullptr : std::move(decoded_);
 }
 
 void LogRun::take(const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
@@ -300,7 +353,7 @@ void LogRun::visit(const LogFile& file, const log::LogUnit& unit, std::uint64_t 
                  " bytes is longer than an envelope holds, the bytes after the first " +
                  std::to_string(EventDecoder::longestRecord) + " are left out");
   }
-  visit_(file, unit, index);
+  visit_(file, redaction_ != nullptr ? redaction_->redact(unit) : unit, index);
   ++visited_;
 }
 
@@ -320,6 +373,7 @@ void LogRun::visitKept() {
 
 void LogRun::visitKept(const log::KeptUnit& unit) {
   const FileNames& names = keptFiles_[unit.file()];
+  decoded_.reset();
   visit({names.name, names.shownName, names.isOneOfSeveral, names.number}, unit.unit(),
         unit.index());
   endIfEnough();

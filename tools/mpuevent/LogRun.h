@@ -23,7 +23,10 @@
 #include "log/following/Cursor.h"
 #include "log/following/FollowedFile.h"
 #include "log/framing/LogReader.h"
+#include "log/input/InputFile.h"
 #include "log/input/LogSource.h"
+#include "redaction/LearntInputs.h"
+#include "redaction/Redaction.h"
 
 namespace mpuevent::tool {
 
@@ -66,6 +69,10 @@ class LogRun {
   /// or not; files of which events are kept for an order of their own are begun before.
   void forEachUnit(const VisitUnit& visit, const VisitFile& beginFile = {});
 
+  /// Units are given to the visitors redacted; what chooses events sees them as they are. All logs
+  /// are read twice, standard input by way of a temporary file. It must last.
+  void redact(Redaction& redaction) { redaction_ = &redaction; }
+
   /// The one log is read as it grows, or from where somebody left off. Throws
   /// `std::invalid_argument` if the options don't suit one another, and what log::Cursor throws.
   void follow(const FollowOptions& options);
@@ -78,6 +85,9 @@ class LogRun {
 
   /// For the runs that follow.
   void watch(Watch watch) { watch_ = std::move(watch); }
+
+  /// The event of the unit that is being visited, if choosing has decoded it.
+  std::unique_ptr<Pegasus::Quarn_Event> takeDecoded();
 
   ExitCode exitCode() const;
 
@@ -100,6 +110,12 @@ class LogRun {
   void saveCursor();
   bool keepsLast() const { return choosing_.last && !showedLast_; }
   void readInput(const std::string& input, bool several);
+  void readInput(LearntInput& input, bool several);
+  LearntInput learnInput(const std::string& input);
+  void warnOfTerminal(const std::string& input);
+  /// At most `most` bytes of it.
+  void readFile(const std::string& input, const log::InputFile& file, std::uint64_t most,
+                bool several);
   void readStore(const std::string& name, bool several);
   void readLog(const LogFile& file, const log::LogSource& source);
   void readUnits(const LogFile& file, log::LogReader& reader);
@@ -118,8 +134,10 @@ class LogRun {
   const InputOptions& options_;
   const ChoosingOptions& choosing_;
   Output& output_;
-  std::unique_ptr<Grep> grep_;     // null: no matter
-  std::unique_ptr<Grep> notGrep_;  // null: no matter
+  std::unique_ptr<Grep> grep_;                     // null: no matter
+  std::unique_ptr<Grep> notGrep_;                  // null: no matter
+  std::unique_ptr<Pegasus::Quarn_Event> decoded_;  // to choose by; null: no need
+  Redaction* redaction_ = nullptr;                 // null: nothing is to be redacted
   VisitUnit visit_;
   VisitFile beginFile_;
   Watch watch_;

@@ -16,6 +16,8 @@ class TraceLines {
   TraceLines& operator=(const TraceLines&) = delete;
 
   bool any() const { return !lines_.view().empty(); }
+  /// Forgets the lines that came since the last call of this or passOn().
+  void drop() { lines_.str({}); }
   /// Writes the lines that came since the last call.
   void passOn();
 

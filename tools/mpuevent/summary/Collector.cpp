@@ -5,7 +5,6 @@
 
 #include "forms/Utf8.h"
 #include "log/choosing/RecordBytes.h"
-#include "summary/FirmwareText.h"
 
 namespace mpuevent::tool {
 
@@ -112,10 +111,8 @@ Collector::Log* Collector::addLog(const Record& record, const Identity& identity
   lastLog_.reset();
   if (logs_.size() == mostLogs) return nullptr;
   LogSummary log;
-  log.enclosureSerial =
-      firmwareText(FirmwareField::enclosureSerial, record.enclosureSerialNumber());
-  log.controllerSerial =
-      firmwareText(FirmwareField::controllerSerial, record.controllerSerialNumber());
+  log.enclosureSerial = firmwareText_(record.enclosureSerialNumber());
+  log.controllerSerial = firmwareText_(record.controllerSerialNumber());
   log.controllerSlot = record.controllerSlot();
   log.logInstance = record.logInstance();
   lastLog_ = logs_.size();
@@ -162,15 +159,14 @@ ErrorSummary Collector::describe(const Error& error) const {
   if (error.file < summary_.files.size()) summary.file = summary_.files[error.file].name;
   summary.index = error.index;
   summary.offset = error.offset;
-  summary.controllerSerial =
-      firmwareText(FirmwareField::controllerSerial, record.controllerSerialNumber());
+  summary.controllerSerial = firmwareText_(record.controllerSerialNumber());
   summary.controllerSlot = record.controllerSlot();
   summary.sequenceId = record.sequenceId();
   summary.timestamp = record.timestamp();
   Utf8Text source;
   summary.source = std::string_view(source.assign(event->getSource()));
-  summary.eventId = firmwareText(FirmwareField::eventId, event->getEventID());
-  summary.summary = firmwareText(FirmwareField::summary, event->getSummary());
+  summary.eventId = firmwareText_(event->getEventID());
+  summary.summary = firmwareText_(event->getSummary());
   return summary;
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "LogRun.h"
+#include "summary/FirmwareText.h"
 #include "summary/Kinds.h"
 #include "summary/Summary.h"
 #include "summary/TimeBins.h"
@@ -18,6 +19,10 @@ namespace mpuevent::tool {
 /// Makes the summary of logs, event by event, in memory that does not grow with them.
 class Collector {
  public:
+  /// What it is given was redacted, or null. It must last.
+  explicit Collector(const Redaction* redaction = nullptr)
+      : firmwareText_(redaction), kinds_(firmwareText_) {}
+
   void beginFile(const LogFile& file);
   /// Any unit of the file, chosen or not.
   void read(const log::LogUnit& unit);
@@ -65,6 +70,7 @@ class Collector {
 
   Summary summary_;
   TimeBins bins_;
+  const FirmwareText firmwareText_;
   Kinds kinds_;
   std::array<SeverityCounts, 256> sources_{};
   std::vector<Log> logs_;

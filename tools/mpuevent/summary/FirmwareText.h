@@ -6,15 +6,25 @@
 #include <string>
 #include <string_view>
 
+#include "redaction/Redaction.h"
+
 namespace mpuevent::tool {
 
-/// What a text of the firmware is.
-enum class FirmwareField { enclosureSerial, controllerSerial, eventId, summary };
+/// Makes every text of a summary that the firmware wrote: in UTF-8, cut short if it is long beyond
+/// use, and with the names of what was redacted.
+class FirmwareText {
+ public:
+  /// Null: nothing was redacted. It must last.
+  explicit FirmwareText(const Redaction* redaction) : redaction_(redaction) {}
 
-/// Every text of a summary that the firmware wrote is made here: in UTF-8, cut short if it is long
-/// beyond use.
-std::string firmwareText(FirmwareField field, const Pegasus::String& text);
-std::string firmwareText(FirmwareField field, std::string_view bytes);
+  std::string operator()(const Pegasus::String& text) const;
+  std::string operator()(std::string_view bytes) const;
+
+ private:
+  std::string shown(std::string_view utf8) const;
+
+  const Redaction* redaction_;
+};
 
 }  // namespace mpuevent::tool
 

@@ -7,7 +7,6 @@
 #include "event/HexDigits.h"
 #include "forms/Utf8.h"
 #include "log/choosing/RecordBytes.h"
-#include "summary/FirmwareText.h"
 
 namespace mpuevent::tool {
 
@@ -104,8 +103,8 @@ std::uint32_t Kinds::kindOfTexts(const log::LogUnit& unit, const Pegasus::Quarn_
   kind.source = sources_[record.source()].name;
   kind.type = record.type();
   kind.eventCode = record.id();
-  kind.eventId = firmwareText(FirmwareField::eventId, event.getEventID());
-  kind.summary = firmwareText(FirmwareField::summary, event.getSummary());
+  kind.eventId = firmwareText_(event.getEventID());
+  kind.summary = firmwareText_(event.getSummary());
   const std::string texts =
       std::to_string(kind.sourceCode) + '\n' + kind.eventId + '\0' + kind.summary;
   const auto known = kindsByTexts_.find(texts);

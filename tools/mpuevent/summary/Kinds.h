@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "EventDecoder.h"
+#include "summary/FirmwareText.h"
 #include "summary/Summary.h"
 
 namespace mpuevent::tool {
@@ -19,6 +20,8 @@ namespace mpuevent::tool {
 /// one kind so far it is taken for that, and elsewhere the event is left out.
 class Kinds {
  public:
+  explicit Kinds(const FirmwareText& firmwareText) : firmwareText_(firmwareText) {}
+
   void add(const log::LogUnit& unit);
 
   /// The most frequent first.
@@ -49,6 +52,7 @@ class Kinds {
   std::uint32_t decode(const log::LogUnit& unit);
   std::uint32_t kindOfTexts(const log::LogUnit& unit, const Pegasus::Quarn_Event& event);
 
+  const FirmwareText firmwareText_;
   EventDecoder decoder_;
   std::uint64_t leftOut_ = 0;
   std::vector<KindSummary> kinds_;

@@ -114,7 +114,7 @@ struct LeftOut {
 };
 
 /// What is in some logs, in a size that does not grow with theirs. All texts are UTF-8; those of
-/// the firmware have passed through firmwareText() and may hold control characters.
+/// the firmware have passed through FirmwareText and may hold control characters.
 struct Summary {
   std::vector<FileSummary> files;
   log::Accounting accounting;  ///< of all files

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -31,7 +32,9 @@ bool writePage(const std::string& name, const Summary& summary, const ChoosingOp
 ExitCode summary(const SummaryOptions& options) {
   Output output;
   LogRun run(options.input, options.choosing, output);
-  Collector collector;
+  std::optional<Redaction> redaction;
+  if (options.redact) run.redact(redaction.emplace(Redaction::Serials::named));
+  Collector collector(redaction ? &*redaction : nullptr);
   LogRun::Watch watch;
   watch.read = [&](const LogFile&, const log::LogUnit& unit) { collector.read(unit); };
   watch.find = [&](const LogFile& file, const log::Finding& finding) {

@@ -16,6 +16,7 @@ struct SummaryOptions {
   InputOptions input;
   ChoosingOptions choosing;
   SummaryOutput output = SummaryOutput::text;
+  bool redact = false;
   std::string page;  ///< where a page goes besides; empty: nowhere
 };
 

@@ -1,4 +1,5 @@
 #include "WordOption.h"
+#include "redaction/RedactOption.h"
 #include "summary/SummaryCommand.h"
 
 namespace mpuevent::tool {
@@ -34,6 +35,7 @@ void addSummaryOptions(CLI::App& command, SummaryOptions& options) {
                   "no other and no network")
       ->type_name("OUT")
       ->group("Output");
+  addRedactOption(command, options.redact);
 }
 
 }  // namespace mpuevent::tool

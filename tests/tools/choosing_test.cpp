@@ -1,7 +1,6 @@
 // Events that the tool chooses, against a filter over its JSON lines of all events.
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,17 +8,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <fstream>
 #include <functional>
-#include <iterator>
-#include <random>
 #include <sstream>
 #include <string>
 #include <utility>
-#include <variant>
 #include <vector>
 
-#include "CommandLine.h"
+#include "ToolRun.h"
 #include "choosing/Grep.h"
 #include "records/SampleRecords.h"
 #include "support/RecordBuilder.h"
@@ -27,48 +22,11 @@
 namespace {
 
 using Json = rapidjson::Document;
-using Words = std::vector<std::string>;
-
-/// What the tool writes to standard output, run as by itself: it closes that in the end.
-std::string outputOf(const Words& arguments) {
-  const std::string path = testing::TempDir() + "choosing_test.out." + std::to_string(::getpid());
-  const pid_t child = ::fork();
-  if (child == 0) {
-    std::vector<const char*> argv = {"mpuevent"};
-    for (const std::string& argument : arguments) argv.push_back(argument.c_str());
-    const auto request = mpuevent::tool::parseArguments(static_cast<int>(argv.size()), argv.data());
-    const auto* command = std::get_if<mpuevent::tool::Command>(&request);
-    if (command == nullptr || std::freopen(path.c_str(), "wb", stdout) == nullptr) ::_exit(99);
-    ::_exit((*command)());
-  }
-  int status = 0;
-  ::waitpid(child, &status, 0);
-  std::ifstream file(path, std::ios::binary);
-  std::string output{std::istreambuf_iterator<char>(file), {}};
-  const int expected = output.empty() || output == "0\n" ? 1 : 0;
-  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == expected) << status;
-  std::remove(path.c_str());
-  return output;
-}
-
-Words linesOf(const std::string& text) {
-  Words lines;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
-  return lines;
-}
-
-class Dice {
- public:
-  std::uint32_t below(std::size_t bound) { return static_cast<std::uint32_t>(random_() % bound); }
-  template <typename Values>
-  const auto& oneOf(const Values& values) {
-    return values[below(std::size(values))];
-  }
-
- private:
-  std::mt19937 random_{20061114};
-};
+using mpuevent::tool::tests::Dice;
+using mpuevent::tool::tests::linesOf;
+using mpuevent::tool::tests::outputOf;
+using mpuevent::tool::tests::Words;
+using mpuevent::tool::tests::write;
 
 /// Where an event may come from: enclosure and controller.
 using Card = std::pair<std::string, std::string>;
@@ -96,13 +54,6 @@ std::vector<std::string> makeRecords(Dice& dice) {
     }
   }
   return records;
-}
-
-std::string write(const std::string& name, const std::vector<std::string>& units) {
-  const std::string path = testing::TempDir() + name + std::to_string(::getpid());
-  std::ofstream file(path, std::ios::binary);
-  for (const std::string& unit : units) file << unit;
-  return path;
 }
 
 std::string stringOf(const Json& event, const char* key) {
@@ -344,6 +295,52 @@ TEST_F(Choosing, AnyThreeOptions) {
       }
     }
     check(static_cast<std::size_t>(round % 2), conditions, limit());
+  }
+}
+
+// Events keep their facts in a cut-out of a cut-out, and in every form.
+TEST_F(Choosing, CutOutsAndOtherForms) {
+  const auto with = [](Words arguments, const Words& more, const std::string& file) {
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    arguments.push_back(file);
+    return outputOf(arguments);
+  };
+  const Words facts = {"decode", "-o", "jsonl", "--fields", "sequence_id,event_id,body,fields"};
+  const Words numbers = {"--fields", "index,offset,timestamp,event_code"};
+  for (std::size_t round = 0; round < 30; ++round) {
+    const std::string& file = files_[round % 2];
+    Words first = {"--epoch", "unix"};
+    Words second = first;
+    for (Words* words : {&first, &second}) {
+      const Words more =
+          maybeOpposite(condition(dice_.below(kConditions)), dice_.below(2) == 0).arguments;
+      words->insert(words->end(), more.begin(), more.end());
+    }
+    const std::string cut = write("cut", {with({"decode", "-o", "raw"}, first, file)});
+    EXPECT_EQ(with(facts, first, file), with(facts, {}, cut));
+    // Of one option twice the values would be one's.
+    if (first[2].ends_with(second[2].substr(2)) || second[2].ends_with(first[2].substr(2)))
+      continue;
+    const std::string cutAgain = with({"decode", "-o", "raw"}, second, cut);
+    Words both = first;
+    both.insert(both.end(), second.begin() + 2, second.end());
+    EXPECT_EQ(cutAgain, with({"decode", "-o", "raw"}, both, file));
+    std::remove(cut.c_str());
+
+    first.insert(first.end(), numbers.begin(), numbers.end());
+    const Words lines = linesOf(with({"decode", "-o", "jsonl"}, first, file));
+    std::string array = "[";
+    std::string table;
+    for (const std::string& line : lines) {
+      array += (array == "[" ? "\n" : ",\n") + line;
+      for (const char c : line) {
+        if ((c >= '0' && c <= '9') || c == ',') table += c;
+      }
+      table += "\r\n";
+    }
+    EXPECT_EQ(with({"decode", "-o", "json"}, first, file),
+              array + (lines.empty() ? "]\n" : "\n]\n"));
+    EXPECT_EQ(with({"decode", "-o", "csv", "--no-header"}, first, file), table);
   }
 }
 

@@ -35,7 +35,7 @@ bool FollowedFile::beginBehind(const FilePlace& place, std::int64_t since) {
     return place.length != 0 && part.holds(place);
   };
   if (isIn(file_)) {
-    fileBegin_ = place.offset;
+    fileBegin_ = place;
     return true;
   }
   // Of several copies the last.
@@ -44,7 +44,7 @@ bool FollowedFile::beginBehind(const FilePlace& place, std::int64_t since) {
   last.st_mtim.tv_sec = static_cast<time_t>(since);
   if (found != parts.rend()) {
     last = found->status();
-    waiting_.push_back({std::move(*found), place.offset});
+    waiting_.push_back({std::move(*found), place});
     parts.erase(std::next(found).base());
   }
   for (LogPart& part : parts) {
@@ -53,13 +53,14 @@ bool FollowedFile::beginBehind(const FilePlace& place, std::int64_t since) {
       waiting_.push_back({std::move(part)});
     }
   }
-  return !waiting_.empty() && waiting_.front().begin != 0;
+  return !waiting_.empty() && waiting_.front().begin.offset != 0;
 }
 
 bool FollowedFile::next() {
   if (part_) {
     if (failed_ || isStopped_() || (!waits_ && !part_->isRotated)) return false;
     seen_.push_back(part_->file.status());
+    part_->isRotated = true;
   }
   for (;;) {
     // Before the look at what was rotated away, as it may be so meanwhile.
@@ -71,7 +72,7 @@ bool FollowedFile::next() {
       return true;
     }
     if (file_.isOpen() || !waits_) {
-      open({std::move(file_), std::exchange(fileBegin_, 0), false});
+      open({std::move(file_), std::exchange(fileBegin_, {}), false});
       return true;
     }
     if (!pause()) return false;
@@ -83,7 +84,8 @@ void FollowedFile::queueUnseen() {
   std::vector<struct stat> seen;
   for (LogPart& part : rotatedParts(name_)) {
     const struct stat status = part.status();
-    if (isSameFile(status, file_.status())) continue;
+    const bool isCurrent = part_ && !part_->isRotated && isSameFile(status, part_->file.status());
+    if (isCurrent || isSameFile(status, file_.status())) continue;
     const bool old = std::any_of(seen_.begin(), seen_.end(), [&status](const struct stat& known) {
       return isSameFile(status, known) && !isOlder(status, known) && !isOlder(known, status);
     });
@@ -97,27 +99,36 @@ void FollowedFile::queueUnseen() {
 void FollowedFile::open(Part part) {
   part_ = std::move(part);
   isPipe_ = part_->file.isOpen() && !S_ISREG(part_->file.status().st_mode);
-  offset_ = part_->begin;
-  known_.resize(static_cast<std::size_t>(std::min<std::uint64_t>(kKnown, offset_)));
-  const long got = part_->file.readAt(offset_ - known_.size(), known_.data(), known_.size());
-  if (got != static_cast<long>(known_.size())) known_.clear();
+  offset_ = part_->begin.offset;
+  known_.clear();
 }
 
 long FollowedFile::read(unsigned char* to, std::size_t room) {
   while (!isStopped_()) {
-    // Bytes that are others now are of another log.
-    if (part_->file.isOpen() && !isPipe_ && !part_->file.holds(here()) && !goOnInCopy()) return 0;
     const bool replaced = isReplaced();
     const long got = readHere(to, room);
-    if (got > 0) {
+    failed_ = got < 0;
+    if (failed_) return got;
+    // Asked after reading, as it may be truncated at any moment.
+    if (!isStillTheSame()) {
+      if (!goOnInCopy()) return 0;
+    } else if (got > 0) {
       remember({to, static_cast<std::size_t>(got)});
       return got;
+    } else if (!waits_ || part_->isRotated || replaced || !pause()) {
+      return 0;
     }
-    failed_ = got < 0;
-    if (failed_ || !waits_ || part_->isRotated || replaced) return got;
-    if (!pause()) return 0;
   }
   return 0;
+}
+
+bool FollowedFile::isStillTheSame() {
+  if (isPipe_) return true;
+  const FilePlace place = here();
+  if (place.length != 0 || part_->isRotated) return part_->file.holds(place);
+  // Nothing is known, but what was there may have become a copy since somebody looked.
+  queueUnseen();
+  return waiting_.empty();
 }
 
 long FollowedFile::readHere(unsigned char* to, std::size_t room) const {
@@ -136,7 +147,9 @@ void FollowedFile::remember(std::span<const unsigned char> bytes) {
   known_.insert(known_.end(), last.begin(), last.end());
 }
 
-FilePlace FollowedFile::here() const { return {offset_, known_.size(), digestOf(known_)}; }
+FilePlace FollowedFile::here() const {
+  return known_.empty() ? part_->begin : FilePlace{offset_, known_.size(), digestOf(known_)};
+}
 
 bool FollowedFile::idle() const {
   if (!waits_ || part_->isRotated || !part_->file.isOpen()) return false;
@@ -152,7 +165,7 @@ bool FollowedFile::isAtEnd() const {
 }
 
 long FollowedFile::readAt(std::uint64_t offset, unsigned char* to, std::size_t room) const {
-  return isPipe_ ? -ESPIPE : part_->file.readAt(part_->begin + offset, to, room);
+  return isPipe_ ? -ESPIPE : part_->file.readAt(part_->begin.offset + offset, to, room);
 }
 
 bool FollowedFile::isReplaced() const {
@@ -170,7 +183,7 @@ bool FollowedFile::goOnInCopy() {
   // What is in it now comes later.
   if (!part_->isRotated) file_ = std::move(part_->file);
   part_->isRotated = true;
-  if (copy == parts.rend()) return false;
+  if (place.length == 0 || copy == parts.rend()) return false;
   seen_.push_back(copy->status());
   part_->file = std::move(*copy);
   return true;

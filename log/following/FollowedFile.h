@@ -43,7 +43,7 @@ class FollowedFile {
   /// Opens what is to be read next, waiting for it. False if nothing is, or stopped.
   bool next();
   /// Where in its file the part that is open begins.
-  std::uint64_t begin() const { return part_->begin; }
+  std::uint64_t begin() const { return part_->begin.offset; }
 
   /// As ReadBytes; waits. 0: the part has ended, or isStopped() says so.
   long read(unsigned char* to, std::size_t room);
@@ -56,7 +56,7 @@ class FollowedFile {
  private:
   struct Part {
     LogPart file;
-    std::uint64_t begin = 0;
+    FilePlace begin = {};
     bool isRotated = true;  // away: it will not grow any more
   };
 
@@ -67,6 +67,8 @@ class FollowedFile {
   FilePlace here() const;
   long readHere(unsigned char* to, std::size_t room) const;
   void remember(std::span<const unsigned char> bytes);
+  // Whether the bytes before the position are still those that were read.
+  bool isStillTheSame();
   // In the copy that was made before the file was truncated; false if there is none.
   bool goOnInCopy();
   bool pause() const;
@@ -76,7 +78,7 @@ class FollowedFile {
   const std::function<bool()> isStopped_;
   std::deque<Part> waiting_;  // to be read before the file itself,
   LogPart file_;              // which may be open already
-  std::uint64_t fileBegin_ = 0;
+  FilePlace fileBegin_;
   std::vector<struct stat> seen_;  // of what was rotated away
   bool looked_ = false;            // for that
   std::optional<Part> part_;       // that is being read

@@ -49,6 +49,7 @@ long LogPart::readAt(std::uint64_t offset, unsigned char* to, std::size_t room) 
 
 bool LogPart::holds(const FilePlace& place) const {
   if (!isOpen() || place.length > place.offset) return false;
+  if (place.length == 0) return true;
   std::array<unsigned char, 4096> bytes;
   std::uint64_t digest = digestOf({});
   for (std::uint64_t at = place.offset - place.length; at < place.offset;) {

@@ -4,8 +4,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <limits>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "EventDecoder.h"

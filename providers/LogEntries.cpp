@@ -2,9 +2,12 @@
 
 #include <syslog.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
+#include <string>
 #include <system_error>
 
 #include "log/framing/LogReader.h"

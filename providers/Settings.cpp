@@ -2,7 +2,9 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <optional>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 
 namespace mpuevent::provider {

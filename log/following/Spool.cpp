@@ -11,7 +11,14 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <mutex>
+#include <string>
+#include <string_view>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 namespace mpuevent::log {
@@ -46,7 +53,7 @@ Spool::Spool(const std::string& source, std::string path)
       source_ = checked(::open(source.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC), source);
     }
   } catch (...) {
-    if (file_ >= 0) ::close(file_);
+    closeAll();
     throw;
   }
   thread_ = std::jthread([this](const std::stop_token& stop) { run(stop); });
@@ -55,6 +62,10 @@ Spool::Spool(const std::string& source, std::string path)
 Spool::~Spool() {
   thread_.request_stop();
   thread_.join();
+  closeAll();
+}
+
+void Spool::closeAll() const {
   for (const int descriptor : {file_, source_, connection_}) {
     if (descriptor >= 0) ::close(descriptor);
   }
@@ -63,7 +74,9 @@ Spool::~Spool() {
 void Spool::listen(const std::string& name) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
-  if (name.size() >= sizeof address.sun_path) errno = ENAMETOOLONG, checked(-1, name);
+  if (name.size() >= sizeof address.sun_path) {
+    throw std::system_error(ENAMETOOLONG, std::generic_category(), name);
+  }
   name.copy(address.sun_path, name.size());
   struct stat old {};
   // Left behind by a process that was killed.

@@ -24,8 +24,8 @@ class Spool {
   void settle(std::uint64_t offset);
 
  private:
-  void openFifo(const std::string& name);
   void listen(const std::string& name);
+  void closeAll() const;
   void run(const std::stop_token& stop);
   bool awaitBytes();
   void move();

@@ -2,6 +2,7 @@
 #include <Pegasus/Provider/ProviderException.h>
 
 #include <exception>
+#include <string>
 
 #include "CimObjects.h"
 #include "LogEntries.h"

@@ -119,6 +119,30 @@ pulled=$((records / 20 + 9 * (records / 40)))
 [ "$(stored)" = $((records + pulled)) ] || fail "$pulled records became $(($(stored) - records))"
 say "$pulled records of $((10 * (records / 20))) that were sent, each is stored once"
 
-kill -TERM "${worker_pid[1]}" "${worker_pid[2]}"
-wait "${worker_pid[1]}" && wait "${worker_pid[2]}" || fail "a worker did not end well"
+stop_workers() {
+  kill -TERM "${worker_pid[@]}"
+  for pid in "${worker_pid[@]}"; do wait "$pid" || fail "a worker did not end well"; done
+  worker_pid=()
+}
+stop_workers
+say "what was acknowledged is lost, and nobody has worked it: all nodes die, and their disks"
+lost=$((records / 40))
+python3 "$here/write_log.py" "$sample" "$work/lost.log" 1 "$lost" 0 2000000
+"$tool" send --to "$servers" "$work/lost.log"
+kill -9 "${nats_pid[@]}"
+for node in 1 2 3; do { wait "${nats_pid[$node]}" || true; } 2>/dev/null; done
+rm -r "$work"/nats-?
+for node in 1 2 3; do start_node "$node"; done
+start_worker 1
+start_worker 2
+wait_until 60 "$tool" stream --create --at "$servers"
+rc=0
+"$tool" audit --no-gaps "$database" "$work/lost.log" >"$work/audit.out" || rc=$?
+tail -n 1 "$work/audit.out"
+[ $rc = 1 ] || fail "audit does not see what was lost: exit code $rc"
+{ "$tool" audit --no-gaps -o raw "$database" "$work/lost.log" || true; } | "$tool" send --again --to "$servers"
+wait_until 60 "$tool" audit --no-gaps "$database" "$work/lost.log"
+[ "$(stored)" = $((records + pulled + lost)) ] || fail "$(stored) records are stored"
+say "$lost records are lost, found, sent again, and each is stored once"
+stop_workers
 cat "$work"/work-?.out

@@ -3,9 +3,9 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,7 +41,7 @@ void appendLog(TextBuffer& to, std::string_view enclosure, std::string_view cont
   appendDecimal(to, instance);
 }
 
-/// Records of a file, one after another by their ids, that the store lacks.
+/// Records of a log in a file, one after another by their ids, that the store lacks.
 struct Lack {
   std::size_t file;
   std::string name;
@@ -50,8 +50,8 @@ struct Lack {
   std::uint32_t lastId;
   std::uint64_t records;
 
-  bool goesOn(std::size_t inFile, const RecordKey& key) const {
-    return inFile == file && key.sequenceId == lastId + 1 && key.logInstance == first.logInstance &&
+  bool isOf(std::size_t inFile, const RecordKey& key) const {
+    return inFile == file && key.logInstance == first.logInstance &&
            key.controllerSerial == first.controllerSerial &&
            key.enclosureSerial == first.enclosureSerial;
   }
@@ -88,7 +88,8 @@ class Auditor {
 
   void finish() {
     ask();
-    endLack();
+    for (const Lack& lack : lacks_) tell(lack);
+    lacks_.clear();
   }
 
   bool lacksAny() const { return gaps_ != 0 || lacking_ != 0; }
@@ -109,6 +110,7 @@ class Auditor {
 
  private:
   static constexpr std::size_t most = 4096;
+  static constexpr std::size_t mostLogs = 64;
 
   void ask() {
     if (keys_.empty()) return;
@@ -130,29 +132,37 @@ class Auditor {
       output_.flushIfLarge();
       return;
     }
-    if (lack_ && lack_->goesOn(unit.file(), key)) {
-      ++lack_->records;
-      lack_->lastId = key.sequenceId;
+    // The logs of a file may take turns.
+    const auto open = std::find_if(lacks_.begin(), lacks_.end(),
+                                   [&](const Lack& lack) { return lack.isOf(unit.file(), key); });
+    if (open != lacks_.end() && key.sequenceId == open->lastId + 1) {
+      ++open->records;
+      open->lastId = key.sequenceId;
       return;
     }
-    endLack();
-    lack_ = Lack{unit.file(), names_[unit.file()], unit.unit().offset, key, key.sequenceId, 1};
+    const auto ended = open != lacks_.end() || lacks_.size() < mostLogs ? open : lacks_.begin();
+    if (ended != lacks_.end()) {
+      tell(*ended);
+      lacks_.erase(ended);
+    }
+    lacks_.push_back(
+        {unit.file(), names_[unit.file()], unit.unit().offset, key, key.sequenceId, 1});
   }
 
-  void endLack() {
-    if (!lack_) return;
+  void tell(const Lack& lack) {
     TextBuffer& text = output_.text();
-    appendVisible(text, lack_->name);
+    appendVisible(text, lack.name);
     text += ": offset ";
-    appendHex(text, lack_->offset);
+    appendHex(text, lack.offset);
     text += ": ";
-    appendLog(text, lack_->first.enclosureSerial, lack_->first.controllerSerial,
-              lack_->first.logInstance);
-    text += ": " + std::to_string(lack_->records) + " records not in the store, sequence id ";
-    appendDecimal(text, lack_->first.sequenceId);
-    if (lack_->records > 1) text += " to " + std::to_string(lack_->lastId);
+    appendLog(text, lack.first.enclosureSerial, lack.first.controllerSerial,
+              lack.first.logInstance);
+    text += ": " + std::to_string(lack.records) + (lack.records == 1 ? " record" : " records") +
+            " not in the store, sequence id ";
+    appendDecimal(text, lack.first.sequenceId);
+    if (lack.records > 1) text += " to " + std::to_string(lack.lastId);
     text += '\n';
-    lack_.reset();
+    output_.flushIfLarge();
   }
 
   const AuditOptions& options_;
@@ -161,7 +171,7 @@ class Auditor {
   std::vector<log::KeptUnit> kept_;
   std::vector<RecordKey> keys_;
   std::vector<std::string> names_;
-  std::optional<Lack> lack_;
+  std::vector<Lack> lacks_;
   std::uint64_t gaps_ = 0;
   std::uint64_t missing_ = 0;
   std::uint64_t read_ = 0;

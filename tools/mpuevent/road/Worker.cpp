@@ -13,8 +13,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// A transaction: with full messages 4,096 records.
-constexpr std::size_t kMessages = 64;
+// A transaction: with full messages 8,192 records.
+constexpr std::size_t kMessages = 128;
 constexpr std::chrono::milliseconds kWait{500};
 constexpr std::chrono::seconds kPause{1};
 
@@ -104,6 +104,8 @@ void Worker::addTo(Batch& batch, const Source::Delivery& delivery) {
 }
 
 void Worker::put(const Batch& batch) {
+  std::unique_lock lock(done_.writing, std::defer_lock);
+  if (target_.find("://") == std::string::npos) lock.lock();
   if (store_ == nullptr) store_ = openStore(target_, StoreAccess::write);
   done_.stored += store_->put(batch);
   done_.records += batch.rows();

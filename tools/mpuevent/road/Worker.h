@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,6 +22,7 @@ struct WorkDone {
   std::atomic<std::uint64_t> records{0};
   std::atomic<std::uint64_t> stored{0};  ///< of these, new in the store
   std::atomic<std::uint64_t> broken{0};  ///< messages that hold no records
+  std::mutex writing;                    ///< a store that is a file has one writer at a time
 };
 
 /// Takes messages from a source, stores their records and then acknowledges them. Waits for a store

@@ -30,4 +30,24 @@ std::optional<std::uint64_t> endOfIntactRecords(const ReadBytesAt& readAt, std::
   return likely && endsHere ? std::optional<std::uint64_t>(at) : std::nullopt;
 }
 
+LikelyRecords likelyRecords(std::span<const unsigned char> bytes) {
+  const LogProfile nothingKnown{};
+  LikelyRecords records;
+  std::size_t likely = 0;
+  std::size_t withText = 0;
+  while (bytes.size() - records.length >= Record::headerSize) {
+    const unsigned char* header = &bytes[records.length];
+    const Record record(reinterpret_cast<const Pegasus::EmpEvLogMsg_s*>(header), 0);
+    const std::size_t length = Record::headerSize + record.structLength();
+    if (isBlank(header, Record::headerSize) || length > bytes.size() - records.length) break;
+    ++records.count;
+    records.length += length;
+    const Verdict verdict = judgeHeader(record, nothingKnown);
+    if (verdict >= Verdict::byCodes && hasSmallNumbers(record)) ++likely;
+    if (verdict >= Verdict::byText) ++withText;
+  }
+  const bool nearlyAll = likely * 8 >= records.count * 7;
+  return nearlyAll && withText * 2 < records.count ? records : LikelyRecords{};
+}
+
 }  // namespace mpuevent::log

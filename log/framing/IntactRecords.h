@@ -1,8 +1,10 @@
 #ifndef MPUEVENT_LOG_FRAMING_INTACTRECORDS_H
 #define MPUEVENT_LOG_FRAMING_INTACTRECORDS_H
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 
 #include "log/input/InputWindow.h"
 
@@ -13,6 +15,17 @@ namespace mpuevent::log {
 /// such records are told by themselves, and better where a log begins inside one. One pass over the
 /// headers.
 std::optional<std::uint64_t> endOfIntactRecords(const ReadBytesAt& readAt, std::uint64_t offset);
+
+/// Records of which all bytes are there, one after the other.
+struct LikelyRecords {
+  std::size_t count = 0;
+  std::size_t length = 0;  ///< of all of them
+};
+
+/// The records that `bytes` begin with by their lengths, if nearly all of them have the codes and
+/// the slot of a record: where no end can be seen that the lengths lead to. None if most of the
+/// serials are text.
+LikelyRecords likelyRecords(std::span<const unsigned char> bytes);
 
 }  // namespace mpuevent::log
 

@@ -152,34 +152,46 @@ void LogReader::resynchronise() {
   pass(next ? *next : window_.hold(1));
 }
 
-// Whether what is left is records whose lengths lead to the end. Asked once, where something does
-// not look like a record for the first time, of a log that has not shown better evidence before.
+// Whether what comes is records of which the lengths can be trusted, for want of better evidence:
+// asked in a log that has nothing else so far, until the answer is no.
 bool LogReader::canTrustAllLengths() {
   if (askedForAll_ || wanted_ == LogForm::messages) return false;
   askedForAll_ = true;
   if (accounting_.bytes() != accounting_.eventBytes || gap_.length != 0) return false;
-  if (accounting_.events != 0 &&
+  const bool goesOn = trusted_ == LogForm::records && trustedTo_ == window_.offset();
+  if (accounting_.events != 0 && !goesOn &&
       (ahead_.form() != LogForm::records || soundEvents_ * 2 >= accounting_.events)) {
     return false;
   }
-  std::optional<std::uint64_t> end;
+  const std::optional<std::uint64_t> end = endOfIntactRecords(goesOn);
+  if (!end) return false;
+  trusted_ = LogForm::records;
+  trustedTo_ = *end;
+  askedForAll_ = false;
+  return true;
+}
+
+// To the end of the input; or, where that cannot be seen, of the records in view: some of them, or
+// one if some came before.
+std::optional<std::uint64_t> LogReader::endOfIntactRecords(bool goesOn) {
+  const std::uint64_t offset = window_.offset();
   if (readAt_) {
-    end = endOfIntactRecords(readAt_, window_.offset());
-  } else if (const std::size_t held = window_.holdUnlessIdle(InputWindow::farthest);
-             window_.ended()) {
-    const std::uint64_t offset = window_.offset();
+    if (const auto end = log::endOfIntactRecords(readAt_, offset)) return end;
+  }
+  std::size_t held = window_.holdUnlessIdle(InputWindow::farthest);
+  if (!readAt_ && window_.ended()) {
     const auto readAt = [&](std::uint64_t at, unsigned char* to, std::size_t room) {
       const std::size_t from = std::min(static_cast<std::size_t>(at - offset), held);
       const std::size_t count = std::min(room, held - from);
       std::copy_n(window_.at(from), count, to);
       return static_cast<long>(count);
     };
-    end = endOfIntactRecords(readAt, offset);
+    if (const auto end = log::endOfIntactRecords(readAt, offset)) return end;
   }
-  if (!end) return false;
-  trusted_ = LogForm::records;
-  trustedTo_ = *end;
-  return true;
+  const LikelyRecords records = likelyRecords({window_.at(0), held});
+  const std::size_t needed = goesOn ? 1 : 3;
+  if (records.count < needed) return std::nullopt;
+  return offset + records.length;
 }
 
 bool LogReader::canTrustLengths(std::size_t end, std::optional<std::size_t> next) {

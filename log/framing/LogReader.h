@@ -27,9 +27,9 @@ class LogReader {
   /// With a form other than automatic only that one is looked for, and an input that is not
   /// recognised is taken apart by the lengths in it. Findings are reported in the order of their
   /// offsets, before the unit that follows them; their bytes and the units' don't overlap, but for
-  /// those of Kind::lengthsDisagree. Without `isIdle` all of the input counts at once. Without
-  /// `readAt` an intact log of records with strange serials is known as one only if all of it is in
-  /// view.
+  /// those of Kind::lengthsDisagree. Without `isIdle` all of the input counts at once. Records
+  /// with strange serials are known by their lengths, which lead to the end of the input. Without
+  /// `readAt` that can only be seen if all of it is in view; else their codes must do.
   LogReader(ReadBytes read, LogForm form, Report report, IsIdle isIdle = {},
             ReadBytesAt readAt = {});
   LogReader(const LogReader&) = delete;
@@ -65,6 +65,7 @@ class LogReader {
   // its lengths up to there: then nothing moves.
   void resynchronise();
   bool canTrustAllLengths();
+  std::optional<std::uint64_t> endOfIntactRecords(bool goesOn);
   bool canTrustLengths(std::size_t end, std::optional<std::size_t> next);
   void pass(std::size_t count);
   void take(LogUnit& unit, const Candidate& candidate);

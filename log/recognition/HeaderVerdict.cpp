@@ -57,6 +57,10 @@ int knownCodes(const Record& record) {
          (categoryIsKnown(record.category()) ? 1 : 0);
 }
 
+bool hasSmallNumbers(const Record& record) {
+  return knownCodes(record) == 3 && record.controllerSlot() < kManySlots;
+}
+
 Verdict judgeHeader(const Record& record, const LogProfile& profile) {
   if (isOfKnownWriter(record, profile)) return Verdict::sound;
   const int codes = knownCodes(record);

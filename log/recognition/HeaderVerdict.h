@@ -28,6 +28,9 @@ inline bool isOfKnownWriter(const Record& record, const LogProfile& profile) {
 /// How many of source, type and category are among those that the firmware has.
 int knownCodes(const Record& record);
 
+/// Whether these three and the slot of the controller are all as the firmware has them.
+bool hasSmallNumbers(const Record& record);
+
 /// A quick look at the 152 bytes: false if judgeHeader() would find nothing that a search may take.
 bool mayBeHeader(const unsigned char* bytes, const LogProfile& profile);
 

@@ -163,6 +163,27 @@ TEST(LogReader, TakesAnIntactFileOfStrangeRecordsWhole) {
   }
 }
 
+// The same with codes that it has, out of a pipe: no end is in view, and sequence ids lead nowhere.
+TEST(LogReader, TakesStrangeRecordsOutOfAPipe) {
+  constexpr std::size_t records = 2000;
+  std::mt19937 random(12);
+  for (const bool empty : {false, true}) {
+    std::string log;
+    for (std::size_t number = 0; number < records; ++number) {
+      std::string one = record(static_cast<std::uint16_t>(random() % 300));
+      std::generate_n(one.begin(), 128, [&] { return static_cast<char>(empty ? 0U : random()); });
+      log += one;
+    }
+    log.resize(log.size() + 3000);  // padding
+    LogReader reader(
+        source(log, 4000), automatic, [](const Finding&) {}, [] { return true; });
+    LogUnit unit;
+    while (reader.next(unit)) continue;
+    EXPECT_EQ(reader.accounting().events, records) << empty;
+    EXPECT_EQ(reader.accounting().paddingBytes, 3000U) << empty;
+  }
+}
+
 TEST(LogReader, DecodesNothingThatIsNoLog) {
   std::string text;
   std::string counted;

@@ -269,6 +269,7 @@ void LogRun::readStore(const std::string& name, bool several) {
            ++accounting.events;
            accounting.eventBytes += unit.record.size();
            if (isChosen(unit)) take(file, unit, index);
+           endIfEnough();
          });
   } catch (const StoreError& error) {
     failed_ = true;

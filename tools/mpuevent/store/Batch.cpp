@@ -134,6 +134,11 @@ std::span<const std::string_view> Batch::columns() {
   return columns;
 }
 
+std::size_t Batch::placeOf(std::string_view column) {
+  const std::span<const std::string_view> all = columns();
+  return static_cast<std::size_t>(std::find(all.begin(), all.end(), column) - all.begin());
+}
+
 void Batch::add(std::span<const unsigned char> record, const RecordPlace& place) {
   addRow(record, decoder_->read(record, place));
 }

@@ -52,6 +52,7 @@ class Batch {
 
   /// The names of the columns, in their order; they are those of the JSON's keys.
   static std::span<const std::string_view> columns();
+  static std::size_t placeOf(std::string_view column);
   /// Valid until something is added. `column` is a place in columns().
   StoreValue value(std::size_t row, std::size_t column) const;
 

@@ -33,7 +33,7 @@ bool isPartOfStore(const std::string& name) {
 }
 
 std::unique_ptr<Store> openStore(const std::string& target, StoreAccess access) {
-  if (isServer(target)) throw StoreError(target + ": this build has no PostgreSQL");
+  if (isServer(target)) return openPostgresqlStore(target, access);
   return openSqliteStore(target, access);
 }
 

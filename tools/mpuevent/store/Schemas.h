@@ -5,6 +5,7 @@ namespace mpuevent::tool {
 
 // The schema files, each as one text.
 extern const char* const kSqliteSchema;
+extern const char* const kPostgresqlSchema;
 
 /// Of the schema. A store of a newer one is refused, one of an older one is migrated.
 inline constexpr int kSchemaVersion = 1;

@@ -48,12 +48,8 @@ std::string listOf(std::span<const std::string_view> names, std::string_view beh
 }
 
 std::vector<std::size_t> placesOf(std::span<const std::string_view> names) {
-  const std::span<const std::string_view> all = Batch::columns();
   std::vector<std::size_t> places;
-  for (const std::string_view name : names) {
-    places.push_back(
-        static_cast<std::size_t>(std::find(all.begin(), all.end(), name) - all.begin()));
-  }
+  for (const std::string_view name : names) places.push_back(Batch::placeOf(name));
   return places;
 }
 

@@ -18,7 +18,7 @@
 
 namespace mpuevent::tool {
 
-/// What a store could not do. Nothing of the batch that it was about has been stored.
+/// What a store could not do.
 class StoreError : public std::runtime_error {
  public:
   /// `passing`: trying again later, with a store opened anew, may do (a lock, a lost connection).
@@ -67,8 +67,9 @@ class Store {
   Store& operator=(const Store&) = delete;
   virtual ~Store() = default;
 
-  /// Stores the records that are not there yet, all or, when it throws, none, and returns how many
-  /// that were. They are safe, also from a power failure, when this returns.
+  /// Stores the records that are not there yet and returns how many that were. They are safe, also
+  /// from a power failure, when this returns. When it throws, some may be there: to put the batch
+  /// again completes it.
   virtual std::size_t put(const Batch& batch) = 0;
 
   enum class Order {

@@ -1,0 +1,535 @@
+#include <libpq-fe.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <future>
+#include <memory>
+#include <set>
+#include <string>
+#include <tuple>
+
+#include "forms/TextBuffer.h"
+#include "store/ChoiceSql.h"
+#include "store/Engines.h"
+#include "store/PostgresqlText.h"
+#include "store/Schemas.h"
+
+namespace mpuevent::tool {
+
+namespace {
+
+constexpr std::size_t kRowsAtOnce = 2000;
+constexpr unsigned kPartitionBits = 22;  // of a timestamp, are within a partition
+constexpr std::uint64_t kIdsOfBatch = std::uint64_t{1} << 20;  // more than its rows
+constexpr std::size_t kFewestForTwo = 1000;                    // rows, for two connections
+constexpr std::size_t kPieceSize = std::size_t{1} << 20;
+// Rows on their way.
+constexpr char kIncoming[] =
+    "CREATE TEMPORARY TABLE incoming (LIKE events INCLUDING DEFAULTS) WITH (toast_tuple_target = "
+    "8160) ON COMMIT DELETE ROWS";
+// "MPUE": held while a schema or a partition is made.
+constexpr char kTakeTurns[] = "SELECT pg_advisory_xact_lock(1297110341)";
+
+struct ClearResult {
+  void operator()(PGresult* result) const { PQclear(result); }
+};
+struct CloseConnection {
+  void operator()(PGconn* connection) const { PQfinish(connection); }
+};
+
+/// Rows of an answer in the binary form.
+class Rows {
+ public:
+  explicit Rows(PGresult* result) : result_(result) {}
+
+  int count() const { return PQntuples(result_.get()); }
+  bool isNull(int row, int column) const { return PQgetisnull(result_.get(), row, column) != 0; }
+  std::span<const unsigned char> bytes(int row, int column) const {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): any bytes may be read as char.
+    return {reinterpret_cast<const unsigned char*>(PQgetvalue(result_.get(), row, column)),
+            static_cast<std::size_t>(PQgetlength(result_.get(), row, column))};
+  }
+  std::string_view text(int row, int column) const {
+    return {PQgetvalue(result_.get(), row, column),
+            static_cast<std::size_t>(PQgetlength(result_.get(), row, column))};
+  }
+  /// Of a bigint or a boolean.
+  std::uint64_t number(int row, int column) const {
+    std::uint64_t number = 0;
+    for (const unsigned char byte : bytes(row, column)) number = number << 8 | byte;
+    return number;
+  }
+  std::uint32_t word(int row, int column) const {
+    return static_cast<std::uint32_t>(number(row, column));
+  }
+  /// From the columns file, index, offset.
+  RecordPlace place(int row, int column) const {
+    return {isNull(row, column) ? std::nullopt : std::optional<std::string_view>(text(row, column)),
+            number(row, column + 1), number(row, column + 2)};
+  }
+  /// How many rows a command has changed.
+  std::size_t changed() const {
+    return static_cast<std::size_t>(std::strtoull(PQcmdTuples(result_.get()), nullptr, 10));
+  }
+
+ private:
+  std::unique_ptr<PGresult, ClearResult> result_;
+};
+
+class Connection {
+ public:
+  explicit Connection(const std::string& target) : connection_(PQconnectdb(target.c_str())) {
+    if (PQstatus(connection_.get()) != CONNECTION_OK) fail("");
+    PQsetNoticeProcessor(
+        connection_.get(), [](void*, const char*) {}, nullptr);
+    PQsetClientEncoding(connection_.get(), "UTF8");
+  }
+
+  /// One statement; numbers in its rows are read in the binary form.
+  Rows ask(const std::string& sql, const std::vector<std::string>& texts = {}) {
+    std::vector<const char*> values;
+    for (const std::string& text : texts) values.push_back(text.c_str());
+    return take(PQexecParams(connection_.get(), sql.c_str(), static_cast<int>(values.size()),
+                             nullptr, values.data(), nullptr, nullptr, 1));
+  }
+  /// Any number of statements.
+  void run(const std::string& sql) { take(PQexec(connection_.get(), sql.c_str())); }
+
+  /// Gives the rows of a question to `visit`, a part of them at a time. Within a transaction.
+  template <typename Visit>
+  void forEachRow(const std::string& question, const std::vector<std::string>& texts,
+                  const Visit& visit) {
+    ask("DECLARE chosen NO SCROLL CURSOR FOR " + question, texts);
+    for (;;) {
+      const Rows rows = ask("FETCH " + std::to_string(kRowsAtOnce) + " FROM chosen");
+      for (int row = 0; row < rows.count(); ++row) visit(rows, row);
+      if (rows.count() == 0) break;
+    }
+    run("CLOSE chosen");
+  }
+
+  void beginCopy(const std::string& sql) { take(PQexec(connection_.get(), sql.c_str())); }
+  void copy(std::string_view piece) {
+    if (PQputCopyData(connection_.get(), piece.data(), static_cast<int>(piece.size())) != 1) {
+      fail("");
+    }
+  }
+  void endCopy() {
+    if (PQputCopyEnd(connection_.get(), nullptr) != 1) fail("");
+    take(PQgetResult(connection_.get()));
+    while (PGresult* const more = PQgetResult(connection_.get())) PQclear(more);
+  }
+
+  /// The server's, without a password.
+  std::string name() const {
+    const auto part = [](const char* text) { return std::string(text == nullptr ? "" : text); };
+    return "postgresql://" + part(PQhost(connection_.get())) + ":" +
+           part(PQport(connection_.get())) + "/" + part(PQdb(connection_.get()));
+  }
+  void rollBack() { PQclear(PQexec(connection_.get(), "ROLLBACK")); }
+
+ private:
+  Rows take(PGresult* result) {
+    Rows rows(result);
+    const ExecStatusType status = PQresultStatus(result);
+    if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_COPY_IN) {
+      return rows;
+    }
+    const char* const state = PQresultErrorField(result, PG_DIAG_SQLSTATE);
+    fail(state == nullptr ? "" : state);
+  }
+
+  [[noreturn]] void fail(std::string_view state) const {
+    std::string reason = PQerrorMessage(connection_.get());
+    while (!reason.empty() && reason.back() == '\n') reason.pop_back();
+    std::replace(reason.begin(), reason.end(), '\n', ' ');
+    const bool passing = PQstatus(connection_.get()) != CONNECTION_OK || state.starts_with("08") ||
+                         state.starts_with("40") || state.starts_with("55P") ||
+                         state.starts_with("57P");
+    throw StoreError(name() + ": " + reason, passing);
+  }
+
+  std::unique_ptr<PGconn, CloseConnection> connection_;
+};
+
+/// Undone unless it is committed.
+class Transaction {
+ public:
+  explicit Transaction(Connection& connection) : connection_(connection) {
+    connection.run("BEGIN");
+  }
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  ~Transaction() {
+    if (!done_) connection_.rollBack();
+  }
+  void commit() {
+    connection_.run("COMMIT");
+    done_ = true;
+  }
+
+ private:
+  Connection& connection_;
+  bool done_ = false;
+};
+
+std::string_view asText(std::span<const unsigned char> bytes) {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): any bytes may be read as char.
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+std::string listOf(std::string_view before = "", bool assigned = false) {
+  std::string list;
+  for (const std::string_view name : Batch::columns()) {
+    const std::string column = '"' + std::string(name) + '"';
+    if (!list.empty()) list += ", ";
+    if (assigned) list += column + " = ";
+    list += std::string(before) + column;
+  }
+  return list;
+}
+
+// The tables of an older version, out of the way.
+constexpr char kSetAside[] = R"sql(
+DROP VIEW IF EXISTS errors, gaps, modules_by_hour;
+DROP FUNCTION IF EXISTS word(text);
+CREATE SCHEMA older_store;
+DO $$
+DECLARE part regclass;
+BEGIN
+  FOR part IN SELECT inhrelid::regclass FROM pg_inherits WHERE inhparent = to_regclass('events') LOOP
+    EXECUTE format('ALTER TABLE %s SET SCHEMA older_store', part);
+  END LOOP;
+END $$;
+ALTER TABLE events SET SCHEMA older_store;
+ALTER TABLE store_version SET SCHEMA older_store;
+DROP SEQUENCE IF EXISTS events_id CASCADE;
+)sql";
+
+/// A row of a batch and the id that it has or is to have.
+struct Row {
+  std::size_t place;
+  std::uint64_t id;
+};
+
+/// The rows with new ids that rise as the rows do, in the order of their keys: whoever stores the
+/// same events at the same time waits, and neither for the other.
+std::vector<Row> newRows(Connection& connection, const Batch& batch) {
+  using Key = std::tuple<std::string_view, std::string_view, std::uint64_t, std::uint64_t,
+                         std::string_view, std::size_t>;
+  const auto text = [&batch](std::size_t row, std::size_t column) {
+    return std::get<std::string_view>(batch.value(row, column));
+  };
+  const auto number = [&batch](std::size_t row, std::size_t column) {
+    return std::get<std::uint64_t>(batch.value(row, column));
+  };
+  const std::size_t enclosure = Batch::placeOf("enclosure_serial");
+  const std::size_t controller = Batch::placeOf("controller_serial");
+  const std::size_t log = Batch::placeOf("log_instance");
+  const std::size_t sequence = Batch::placeOf("sequence_id");
+  const std::size_t hash = Batch::placeOf("hash");
+  std::vector<Key> keys;
+  for (std::size_t row = 0; row < batch.rows(); ++row) {
+    const auto bytes = std::get<std::span<const unsigned char>>(batch.value(row, hash));
+    keys.emplace_back(text(row, enclosure), text(row, controller), number(row, log),
+                      number(row, sequence), asText(bytes), row);
+  }
+  std::sort(keys.begin(), keys.end());
+  const std::uint64_t first =
+      connection.ask("SELECT nextval('events_id') * " + std::to_string(kIdsOfBatch)).number(0, 0);
+  std::vector<Row> rows;
+  for (const Key& key : keys) rows.push_back({std::get<5>(key), first + std::get<5>(key)});
+  return rows;
+}
+
+void copy(Connection& connection, const Batch& batch, std::span<const Row> rows) {
+  const std::size_t columns = Batch::columns().size();
+  const std::size_t json = Batch::placeOf("fields");
+  const std::array<std::size_t, 3> wordy = {Batch::placeOf("event_id"), Batch::placeOf("summary"),
+                                            Batch::placeOf("body")};
+  connection.beginCopy("COPY incoming (id, words, " + listOf() + ") FROM STDIN (FORMAT binary)");
+  TextBuffer piece;
+  CopyText text(piece);
+  text.begin();
+  for (const Row& row : rows) {
+    text.row(columns + 2);
+    text(row.id);
+    std::array<std::string_view, 3> texts;
+    for (std::size_t at = 0; at < texts.size(); ++at) {
+      const StoreValue value = batch.value(row.place, wordy[at]);
+      if (std::holds_alternative<std::string_view>(value))
+        texts[at] = std::get<std::string_view>(value);
+    }
+    text.words(texts);
+    for (std::size_t column = 0; column < columns; ++column) {
+      const StoreValue value = batch.value(row.place, column);
+      if (column == json && std::holds_alternative<std::string_view>(value)) {
+        text.json(std::get<std::string_view>(value));
+      } else {
+        std::visit(text, value);
+      }
+    }
+    if (piece.size() < kPieceSize) continue;
+    connection.copy(piece.view());
+    piece.clear();
+  }
+  text.end();
+  connection.copy(piece.view());
+  connection.endCopy();
+}
+
+std::size_t insert(Connection& connection, const Batch& batch, std::span<const Row> rows) {
+  copy(connection, batch, rows);
+  return connection
+      .ask("INSERT INTO events (id, words, " + listOf() + ") SELECT id, words, " + listOf() +
+           " FROM incoming ON CONFLICT DO NOTHING")
+      .changed();
+}
+
+class PostgresqlStore : public Store {
+ public:
+  PostgresqlStore(const std::string& target, StoreAccess access)
+      : target_(target), connection_(target) {
+    if (access == StoreAccess::write) {
+      openToWrite();
+    } else if (version() < kSchemaVersion) {
+      refuse("no store, or one of an older version, which 'mpuevent store' makes one of this");
+    }
+  }
+
+  std::size_t put(const Batch& batch) override;
+  void read(const log::Choice& choice, Order order,
+            const std::function<void(const StoredRecord&)>& visit) override;
+  std::vector<bool> has(std::span<const RecordKey> keys) override;
+  void forEachLog(const std::function<void(const StoredLog&)>& visit) override;
+  void forEachGap(const std::function<void(const StoredGap&)>& visit) override;
+  std::uint64_t decodeAgain(const log::Choice& choice,
+                            const std::function<void(std::uint64_t)>& progress) override;
+
+ private:
+  [[noreturn]] void refuse(const std::string& reason) const {
+    throw StoreError(connection_.name() + ": " + reason);
+  }
+  std::uint64_t version();
+  void openToWrite();
+  void makeSchema();
+  void migrate();
+  std::vector<std::uint64_t> missingPartitions(const Batch& batch) const;
+  void makePartitions(std::span<const std::uint64_t> missing);
+
+  const std::string target_;
+  Connection connection_;
+  std::unique_ptr<Connection> second_;  // when there is enough for two
+  std::set<std::uint64_t> partitions_;  // that are known to be there
+};
+
+// 0 if there is none. Throws unless this is a store, of this version or an older one, or empty.
+std::uint64_t PostgresqlStore::version() {
+  const Rows tables = connection_.ask(
+      "SELECT to_regclass('store_version') IS NOT NULL, to_regclass('events') IS NOT NULL");
+  if (tables.number(0, 0) == 0) {
+    if (tables.number(0, 1) == 0) return 0;
+    refuse("not a store, but a database with a table \"events\" of another program");
+  }
+  const std::uint64_t version =
+      connection_.ask("SELECT coalesce(max(version), 0) FROM store_version").number(0, 0);
+  if (version > kSchemaVersion) {
+    refuse("its schema is version " + std::to_string(version) + ", this program knows up to " +
+           std::to_string(kSchemaVersion) + "; use a newer mpuevent");
+  }
+  return version;
+}
+
+void PostgresqlStore::openToWrite() {
+  Transaction transaction(connection_);
+  connection_.run(kTakeTurns);
+  if (version() == kSchemaVersion) {
+    connection_.run(kIncoming);
+  } else if (connection_.ask("SELECT to_regclass('events') IS NULL").number(0, 0) != 0) {
+    makeSchema();
+  } else {
+    migrate();
+  }
+  transaction.commit();
+  partitions_.clear();  // one that was made may have been undone
+}
+
+void PostgresqlStore::makeSchema() {
+  connection_.run(kPostgresqlSchema);
+  connection_.run("INSERT INTO store_version VALUES (" + std::to_string(kSchemaVersion) + ")");
+  connection_.run(kIncoming);
+}
+
+// As in the SQLite store: the records are all that a store is made of.
+void PostgresqlStore::migrate() {
+  connection_.run(kSetAside);
+  makeSchema();
+  Batch batch;
+  const auto store = [&] {
+    makePartitions(missingPartitions(batch));
+    insert(connection_, batch, newRows(connection_, batch));
+    connection_.run("TRUNCATE incoming");
+    batch.clear();
+  };
+  connection_.forEachRow(
+      "SELECT record, file, \"index\", \"offset\" FROM older_store.events ORDER BY id", {},
+      [&](const Rows& rows, int row) {
+        batch.add(rows.bytes(row, 0), rows.place(row, 1));
+        if (batch.rows() == kRowsAtOnce) store();
+      });
+  store();
+  connection_.run("DROP SCHEMA older_store CASCADE");
+}
+
+std::vector<std::uint64_t> PostgresqlStore::missingPartitions(const Batch& batch) const {
+  const std::size_t timestamp = Batch::placeOf("timestamp");
+  std::set<std::uint64_t> missing;
+  for (std::size_t row = 0; row < batch.rows(); ++row) {
+    const std::uint64_t partition =
+        std::get<std::uint64_t>(batch.value(row, timestamp)) >> kPartitionBits;
+    if (!partitions_.contains(partition)) missing.insert(partition);
+  }
+  return {missing.begin(), missing.end()};
+}
+
+// Within a transaction. To attach a table does not wait for those who read or write.
+void PostgresqlStore::makePartitions(std::span<const std::uint64_t> missing) {
+  if (missing.empty()) return;
+  connection_.run(kTakeTurns);
+  for (const std::uint64_t partition : missing) {
+    const std::string name = "events_" + std::to_string(partition);
+    if (connection_.ask("SELECT to_regclass('" + name + "') IS NULL").number(0, 0) != 0) {
+      connection_.run("CREATE TABLE " + name +
+                      " (LIKE events INCLUDING ALL) WITH (toast_tuple_target = 8160);" +  //
+                      "ALTER TABLE events ATTACH PARTITION " + name + " FOR VALUES FROM (" +
+                      std::to_string(partition << kPartitionBits) + ") TO (" +
+                      std::to_string((partition + 1) << kPartitionBits) + ")");
+    }
+  }
+  partitions_.insert(missing.begin(), missing.end());
+}
+
+std::size_t PostgresqlStore::put(const Batch& batch) {
+  if (const std::vector<std::uint64_t> missing = missingPartitions(batch); !missing.empty()) {
+    Transaction transaction(connection_);
+    makePartitions(missing);
+    transaction.commit();
+  }
+  const auto putRows = [&batch](Connection& connection, std::span<const Row> rows) {
+    Transaction transaction(connection);
+    const std::size_t added = insert(connection, batch, rows);
+    transaction.commit();
+    return added;
+  };
+  const std::vector<Row> rows = newRows(connection_, batch);
+  if (rows.size() < kFewestForTwo) return putRows(connection_, rows);
+  if (second_ == nullptr) {
+    second_ = std::make_unique<Connection>(target_);
+    second_->run(kIncoming);
+  }
+  const std::span<const Row> all(rows);
+  const std::size_t half = rows.size() / 2;
+  auto rest = std::async(std::launch::async, putRows, std::ref(*second_), all.subspan(half));
+  const std::size_t added = putRows(connection_, all.first(half));
+  return added + rest.get();
+}
+
+void PostgresqlStore::read(const log::Choice& choice, Order order,
+                           const std::function<void(const StoredRecord&)>& visit) {
+  const SqlCondition condition = conditionOf(choice);
+  Transaction transaction(connection_);
+  connection_.forEachRow(
+      "SELECT record, file, \"index\", \"offset\", reason IS NULL FROM events WHERE " +
+          condition.sql +
+          (order == Order::asStored
+               ? " ORDER BY id"
+               : " ORDER BY enclosure_serial, controller_serial, log_instance, sequence_id"),
+      condition.texts, [&visit](const Rows& rows, int row) {
+        const RecordPlace place = rows.place(row, 1);
+        visit(
+            {rows.bytes(row, 0), place.file, place.index, place.offset, rows.number(row, 4) != 0});
+      });
+}
+
+std::vector<bool> PostgresqlStore::has(std::span<const RecordKey> keys) {
+  std::array<ArrayText, 5> columns;
+  for (const RecordKey& key : keys) {
+    columns[0].add(key.enclosureSerial);
+    columns[1].add(key.controllerSerial);
+    columns[2].add(std::uint64_t{key.logInstance});
+    columns[3].add(std::uint64_t{key.sequenceId});
+    columns[4].add(key.hash);
+  }
+  std::vector<std::string> texts;
+  for (ArrayText& column : columns) texts.push_back(column.take());
+  const Rows rows = connection_.ask(
+      "SELECT EXISTS (SELECT FROM events WHERE enclosure_serial = a AND controller_serial = b AND "
+      "log_instance = c AND sequence_id = d AND hash = e) FROM unnest($1::text[], $2::text[], "
+      "$3::bigint[], $4::bigint[], $5::bytea[]) WITH ORDINALITY AS keys (a, b, c, d, e, place) "
+      "ORDER BY place",
+      texts);
+  std::vector<bool> known;
+  for (int row = 0; row < rows.count(); ++row) known.push_back(rows.number(row, 0) != 0);
+  return known;
+}
+
+void PostgresqlStore::forEachLog(const std::function<void(const StoredLog&)>& visit) {
+  Transaction transaction(connection_);
+  // What could not be decoded has empty serials and zeros.
+  connection_.forEachRow(
+      "SELECT enclosure_serial, controller_serial, log_instance, min(sequence_id), "
+      "max(sequence_id), count(*) FROM events WHERE NOT (enclosure_serial = '' AND "
+      "controller_serial = '' AND log_instance = 0 AND sequence_id = 0) GROUP BY 1, 2, 3 ORDER BY "
+      "1, 2, 3",
+      {}, [&visit](const Rows& rows, int row) {
+        visit({std::string(rows.text(row, 0)), std::string(rows.text(row, 1)), rows.word(row, 2),
+               rows.word(row, 3), rows.word(row, 4), rows.number(row, 5)});
+      });
+}
+
+void PostgresqlStore::forEachGap(const std::function<void(const StoredGap&)>& visit) {
+  Transaction transaction(connection_);
+  connection_.forEachRow(
+      "SELECT enclosure_serial, controller_serial, log_instance, after, before FROM gaps", {},
+      [&visit](const Rows& rows, int row) {
+        visit({std::string(rows.text(row, 0)), std::string(rows.text(row, 1)), rows.word(row, 2),
+               rows.word(row, 3), rows.word(row, 4)});
+      });
+}
+
+std::uint64_t PostgresqlStore::decodeAgain(const log::Choice& choice,
+                                           const std::function<void(std::uint64_t)>& progress) {
+  const SqlCondition condition = conditionOf(choice);
+  std::uint64_t last = 0;
+  for (std::uint64_t decoded = 0;;) {
+    Transaction transaction(connection_);
+    const Rows rows =
+        connection_.ask("SELECT record, file, \"index\", \"offset\", id FROM events WHERE " +
+                            condition.sql + " AND id > " + std::to_string(last) +
+                            " ORDER BY id LIMIT " + std::to_string(kRowsAtOnce),
+                        condition.texts);
+    if (rows.count() == 0) return decoded;
+    Batch batch;
+    std::vector<Row> ids;
+    for (int row = 0; row < rows.count(); ++row) {
+      ids.push_back({batch.rows(), rows.number(row, 4)});
+      batch.add(rows.bytes(row, 0), rows.place(row, 1));
+    }
+    copy(connection_, batch, ids);
+    connection_.run("UPDATE events SET words = incoming.words, " + listOf("incoming.", true) +
+                    " FROM incoming WHERE events.id = incoming.id AND "
+                    "events.timestamp = incoming.timestamp");
+    transaction.commit();
+    last = ids.back().id;
+    progress(decoded += ids.size());
+  }
+}
+
+}  // namespace
+
+std::unique_ptr<Store> openPostgresqlStore(const std::string& target, StoreAccess access) {
+  return std::make_unique<PostgresqlStore>(target, access);
+}
+
+}  // namespace mpuevent::tool

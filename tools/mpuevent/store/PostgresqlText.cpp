@@ -1,0 +1,163 @@
+#include "store/PostgresqlText.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "forms/Numbers.h"
+
+namespace mpuevent::tool {
+
+namespace {
+
+constexpr std::string_view kNulShown = "\u2400";
+
+std::string_view asText(std::span<const unsigned char> bytes) {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): any bytes may be read as char.
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+// Of a tsvector.
+constexpr std::size_t kLongestWord = 2046;
+constexpr std::size_t kMostPlaces = 255;  // of one word
+constexpr std::size_t kLastPlace = 16383;
+
+bool isOfWord(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return (byte >= 'a' && byte <= 'z') || (byte >= '0' && byte <= '9') || byte >= 0x80;
+}
+
+}  // namespace
+
+void CopyText::begin() {
+  using namespace std::string_view_literals;
+  to_ += "PGCOPY\n\377\r\n\0"sv;
+  integer(0, 4);
+  integer(0, 4);
+}
+
+void CopyText::end() { integer(0xFFFF, 2); }
+
+void CopyText::operator()(std::uint64_t number) {
+  integer(sizeof number, 4);
+  integer(number, sizeof number);
+}
+
+void CopyText::operator()(std::span<const unsigned char> bytes) {
+  integer(bytes.size(), 4);
+  to_ += asText(bytes);
+}
+
+void CopyText::operator()(std::string_view text) {
+  text = withoutNul(text);
+  integer(text.size(), 4);
+  to_ += text;
+}
+
+void CopyText::json(std::string_view text) {
+  constexpr char version = 1;  // of the binary form
+  text = withoutEscapedNul(text);
+  integer(text.size() + 1, 4);
+  to_ += version;
+  to_ += text;
+}
+
+void CopyText::integer(std::uint64_t number, unsigned bytes) {
+  while (bytes-- > 0) to_ += static_cast<char>(number >> (8 * bytes) & 0xFF);
+}
+
+std::string_view CopyText::withoutNul(std::string_view text) {
+  if (text.find('\0') == std::string_view::npos) return text;
+  room_.clear();
+  for (const char c : text) {
+    if (c == '\0') {
+      room_ += kNulShown;
+    } else {
+      room_ += c;
+    }
+  }
+  return room_;
+}
+
+std::string_view CopyText::withoutEscapedNul(std::string_view json) {
+  constexpr std::string_view nul = "\\u0000";
+  if (json.find(nul) == std::string_view::npos) return json;
+  room_.clear();
+  while (!json.empty()) {
+    const bool isNul = json.starts_with(nul);
+    // A backslash that is escaped begins no other escape.
+    const std::size_t length = isNul ? nul.size() : json[0] == '\\' ? 2 : 1;
+    room_ += isNul ? kNulShown : json.substr(0, length);
+    json.remove_prefix(length);
+  }
+  return room_;
+}
+
+// The server takes four times as long to find words and their stems as to store all of a row. These
+// are the words that SQLite finds, too: runs of letters and digits.
+void CopyText::words(std::span<const std::string_view> texts) {
+  findWords(texts);
+  TextBuffer lexemes;
+  std::swap(lexemes, to_);
+  std::size_t count = 0;
+  for (std::size_t at = 0; at < words_.size(); ++count) {
+    const std::string_view text = words_[at].text;
+    std::size_t end = at;
+    while (end < words_.size() && words_[end].text == text) ++end;
+    const std::size_t places = std::min(end - at, kMostPlaces);
+    to_ += text;
+    to_ += '\0';
+    integer(places, 2);
+    for (std::size_t place = at; place < at + places; ++place) {
+      integer(std::min(words_[place].place, kLastPlace), 2);
+    }
+    at = end;
+  }
+  std::swap(lexemes, to_);
+  integer(sizeof(std::uint32_t) + lexemes.size(), 4);
+  integer(count, 4);
+  to_ += lexemes.view();
+}
+
+// In lower case and sorted.
+void CopyText::findWords(std::span<const std::string_view> texts) {
+  room_.clear();
+  for (const std::string_view text : texts) {
+    unsigned char before = 0;
+    for (const char c : text) {
+      const auto byte = static_cast<unsigned char>(c);
+      const bool upper = byte >= 'A' && byte <= 'Z';
+      const bool upperLatin1 = before == 0xC3 && byte >= 0x80 && byte <= 0x9E && byte != 0x97;
+      room_ += static_cast<char>(upper || upperLatin1 ? byte + 0x20 : byte);
+      before = byte;
+    }
+    room_ += ' ';
+  }
+  words_.clear();
+  for (std::size_t at = 0; at < room_.size();) {
+    std::size_t end = at;
+    while (isOfWord(room_[end])) ++end;  // a blank is last
+    if (end > at && end - at <= kLongestWord) {
+      words_.push_back({std::string_view(room_).substr(at, end - at), words_.size() + 1});
+    }
+    at = end + 1;
+  }
+  std::sort(words_.begin(), words_.end());
+}
+
+void ArrayText::add(std::string_view text) {
+  text_ += text_.empty() ? "{\"" : ",\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') text_ += '\\';
+    text_ += c;
+  }
+  text_ += '"';
+}
+
+void ArrayText::add(std::span<const unsigned char> bytes) {
+  TextBuffer hex;
+  hex += "\\x";
+  appendHexBytes(hex, bytes);
+  add(hex.view());
+}
+
+}  // namespace mpuevent::tool

@@ -1,0 +1,69 @@
+#ifndef MPUEVENT_TOOL_STORE_POSTGRESQLTEXT_H
+#define MPUEVENT_TOOL_STORE_POSTGRESQLTEXT_H
+
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "forms/TextBuffer.h"
+
+namespace mpuevent::tool {
+
+/// Writes rows in the binary form of COPY. No text can hold NUL there: it becomes U+2400.
+class CopyText {
+ public:
+  explicit CopyText(TextBuffer& to) : to_(to) {}
+
+  void begin();
+  void end();
+  /// So many columns follow.
+  void row(std::size_t columns) { integer(columns, 2); }
+
+  void operator()(std::monostate) { integer(0xFFFFFFFF, 4); }
+  /// A bigint.
+  void operator()(std::uint64_t number);
+  void operator()(std::span<const unsigned char> bytes);
+  void operator()(std::string_view text);
+  /// A jsonb.
+  void json(std::string_view text);
+  /// A tsvector of the words in the texts.
+  void words(std::span<const std::string_view> texts);
+
+ private:
+  void integer(std::uint64_t number, unsigned bytes);
+  std::string_view withoutNul(std::string_view text);
+  std::string_view withoutEscapedNul(std::string_view json);
+  void findWords(std::span<const std::string_view> texts);
+
+  struct Word {
+    std::string_view text;
+    std::size_t place;  // among the words, from 1
+
+    auto operator<=>(const Word&) const = default;
+  };
+
+  TextBuffer& to_;
+  std::string room_;
+  std::vector<Word> words_;
+};
+
+/// An array as the server reads it.
+class ArrayText {
+ public:
+  void add(std::string_view text);
+  void add(std::uint64_t number) { add(std::to_string(number)); }
+  void add(std::span<const unsigned char> bytes);
+  std::string take() { return text_.empty() ? "{}" : text_ + "}"; }
+
+ private:
+  std::string text_;
+};
+
+}  // namespace mpuevent::tool
+
+#endif

@@ -1,6 +1,7 @@
 #include "store/PostgresqlText.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "forms/Numbers.h"
@@ -21,10 +22,16 @@ constexpr std::size_t kLongestWord = 2046;
 constexpr std::size_t kMostPlaces = 255;  // of one word
 constexpr std::size_t kLastPlace = 16383;
 
-bool isOfWord(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return (byte >= 'a' && byte <= 'z') || (byte >= '0' && byte <= '9') || byte >= 0x80;
-}
+// What a byte of a word is in lower case; 0 for those between words.
+constexpr auto kOfWord = [] {
+  std::array<unsigned char, 256> lower{};
+  for (unsigned byte = 0; byte < lower.size(); ++byte) {
+    const bool upper = byte >= 'A' && byte <= 'Z';
+    const bool kept = (byte >= 'a' && byte <= 'z') || (byte >= '0' && byte <= '9') || byte >= 0x80;
+    if (upper || kept) lower[byte] = static_cast<unsigned char>(upper ? byte + 0x20 : byte);
+  }
+  return lower;
+}();
 
 }  // namespace
 
@@ -62,7 +69,9 @@ void CopyText::json(std::string_view text) {
 }
 
 void CopyText::integer(std::uint64_t number, unsigned bytes) {
-  while (bytes-- > 0) to_ += static_cast<char>(number >> (8 * bytes) & 0xFF);
+  char* place = to_.reserve(sizeof number);
+  while (bytes-- > 0) *place++ = static_cast<char>(number >> (8 * bytes) & 0xFF);
+  to_.advanceTo(place);
 }
 
 std::string_view CopyText::withoutNul(std::string_view text) {
@@ -92,8 +101,8 @@ std::string_view CopyText::withoutEscapedNul(std::string_view json) {
   return room_;
 }
 
-// The server takes four times as long to find words and their stems as to store all of a row. These
-// are the words that SQLite finds, too: runs of letters and digits.
+// The server takes longer to find words than to store all else of a row. These are the words that
+// SQLite finds, too: runs of letters and digits.
 void CopyText::words(std::span<const std::string_view> texts) {
   findWords(texts);
   TextBuffer lexemes;
@@ -121,27 +130,31 @@ void CopyText::words(std::span<const std::string_view> texts) {
 // In lower case and sorted.
 void CopyText::findWords(std::span<const std::string_view> texts) {
   room_.clear();
-  for (const std::string_view text : texts) {
-    unsigned char before = 0;
-    for (const char c : text) {
-      const auto byte = static_cast<unsigned char>(c);
-      const bool upper = byte >= 'A' && byte <= 'Z';
-      const bool upperLatin1 = before == 0xC3 && byte >= 0x80 && byte <= 0x9E && byte != 0x97;
-      room_ += static_cast<char>(upper || upperLatin1 ? byte + 0x20 : byte);
-      before = byte;
-    }
-    room_ += ' ';
-  }
+  for (const std::string_view text : texts) room_.append(text).append(1, ' ');
   words_.clear();
-  for (std::size_t at = 0; at < room_.size();) {
-    std::size_t end = at;
-    while (isOfWord(room_[end])) ++end;  // a blank is last
-    if (end > at && end - at <= kLongestWord) {
-      words_.push_back({std::string_view(room_).substr(at, end - at), words_.size() + 1});
+  unsigned char before = 0;
+  std::size_t begin = 0;
+  for (std::size_t at = 0; at < room_.size(); ++at) {
+    const auto byte = static_cast<unsigned char>(room_[at]);
+    if (const unsigned char lower = kOfWord[byte]; lower != 0) {
+      const bool upperLatin1 = before == 0xC3 && byte >= 0x80 && byte <= 0x9E && byte != 0x97;
+      room_[at] = static_cast<char>(upperLatin1 ? byte + 0x20 : lower);
+    } else {
+      if (at > begin && at - begin <= kLongestWord) addWord(begin, at);
+      begin = at + 1;
     }
-    at = end + 1;
+    before = byte;
   }
   std::sort(words_.begin(), words_.end());
+}
+
+void CopyText::addWord(std::size_t begin, std::size_t end) {
+  Word word{0, std::string_view(room_).substr(begin, end - begin), words_.size() + 1};
+  for (std::size_t at = 0; at < sizeof word.beginning; ++at) {
+    const bool there = at < word.text.size();
+    word.beginning = word.beginning << 8 | (there ? static_cast<unsigned char>(word.text[at]) : 0U);
+  }
+  words_.push_back(word);
 }
 
 void ArrayText::add(std::string_view text) {

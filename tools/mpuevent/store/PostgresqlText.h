@@ -38,9 +38,11 @@ class CopyText {
   void integer(std::uint64_t number, unsigned bytes);
   std::string_view withoutNul(std::string_view text);
   std::string_view withoutEscapedNul(std::string_view json);
+  void addWord(std::size_t begin, std::size_t end);
   void findWords(std::span<const std::string_view> texts);
 
   struct Word {
+    std::uint64_t beginning;  // 8 bytes, which mostly decide the order
     std::string_view text;
     std::size_t place;  // among the words, from 1
 

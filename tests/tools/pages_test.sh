@@ -38,9 +38,12 @@ for command in '' $commands; do
     completes $command "$option" | grep -qx -- "$option" ||
       fail "bash does not complete $option of '$command'"
   done
-  for section in NAME SYNOPSIS DESCRIPTION OPTIONS 'EXIT STATUS' ENVIRONMENT EXAMPLES 'SEE ALSO'; do
-    [ "$command$section" = helpEXAMPLES ] || grep -qE "^(# |\.SH )$section\$" "$page" || fail "$name: no section $section"
+  for section in NAME SYNOPSIS DESCRIPTION OPTIONS 'EXIT STATUS' ENVIRONMENT FILES EXAMPLES 'SEE ALSO'; do
+    grep -qE "^(# |\.SH )$section\$" "$page" || fail "$name: no section $section"
   done
+  grep -q TIMES "$page" || fail "$name: no word of the epoch: @epoch@, or where to read of it"
+  examples=$(sed -nE '/^(# |\.SH )EXAMPLES$/,/^(# |\.SH )SEE ALSO$/p' "$page" | grep -cE '^(\\fB|.\*)')
+  [ "$examples" -ge 5 ] || fail "$name: $examples examples, not five"
 done
 
 same() { [ "$2" = "$3" ] || fail "$1: '$2', not '$3'"; }

@@ -16,7 +16,8 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr std::array<std::string_view, 6> kFileTypes = {"DB", "DIR", "FILE", "LIST", "OUT", "PATH"};
+constexpr std::array<std::string_view, 7> kFileTypes = {"CURSOR", "DB",  "DIR", "FILE",
+                                                        "LIST",   "OUT", "PATH"};
 
 std::string onOneLine(const std::string& text) {
   std::istringstream words(text);

@@ -35,7 +35,7 @@ constexpr Field mmsgFields[] = {
     {"General_Use2",    32, u32, hexUpper8},
     {"General_Use3",    36, u32, hexUpper8},
 };
-constexpr Layout mmsg = {40, packed<mmsgFields>};  // a text follows
+constexpr Layout mmsgLayout = {40, packed<mmsgFields>};  // a text follows
 
 constexpr Field lagPort = {"LAG_Port", 0, u32, dec};
 constexpr Field operationalStatus = {"Operatioanl_Status", 8, u32, dec};  // spelled so
@@ -76,7 +76,7 @@ String fieldsAndText(const Record& record, const Layout& layout) {
   return body.string();
 }
 
-String mmsgBody(const Record& record) { return fieldsAndText(record, mmsg); }
+String mmsgBody(const Record& record) { return fieldsAndText(record, mmsgLayout); }
 
 String responseBody(const Record& record) { return fieldsAndText(record, configuration::response); }
 
@@ -89,16 +89,9 @@ String linkBody(const Record& record) {
   return body.string();
 }
 
-String payloadText(std::string_view, const Record& record) {
-  constexpr std::size_t longestSummary = 255;
-  return toString(record.payload().text(0, longestSummary));
-}
-
-String fixedText(std::string_view words, const Record&) { return toString(words); }
-
 /// Here the number of the event tells the status; in the Body the payload's status word does. They
 /// may differ.
-String lagPortStatus(std::string_view status, const Record& record) {
+String lagPortSummary(std::string_view status, const Record& record) {
   LineBuffer summary(Separator::none);
   summary.text("LAG Port ");
   summary.number(lagPort.format, numberAt(record.payload(), lagPort));
@@ -107,16 +100,21 @@ String lagPortStatus(std::string_view status, const Record& record) {
   return summary.string();
 }
 
-using WriteSummary = String(std::string_view words, const Record& record);
-using WriteBody = String(const Record& record);
+enum class Summary : std::uint8_t {
+  payloadText,    ///< the text of the payload
+  fixedText,      ///< the row's words
+  lagPortStatus,  ///< the port, and the row's words
+};
+
+enum class Body : std::uint8_t { text, dump, mmsg, response, link };
 
 struct EventRow {
   struct Packed {
     TextBefore eventId;
     TextBefore words;
     std::uint16_t number;
-    WriteSummary* summary;
-    WriteBody* body;
+    Summary summary;
+    Body body;
   };
   constexpr Packed packed(auto place) const {
     return {place(eventId), place(words), number, summary, body};
@@ -124,32 +122,68 @@ struct EventRow {
 
   std::uint16_t number;
   std::string_view eventId;
-  WriteSummary* summary;
-  std::string_view words;  ///< of the summary
-  WriteBody* body;
+  Summary summary;
+  std::string_view words;
+  Body body;
 };
+
+using enum Summary;
+using enum Body;
 
 // Laid out by hand: the formatter gives the last columns a line of their own.
 // clang-format off
 constexpr EventRow events[] = {
-    {1000, "NCS:Informational Text", payloadText,   {},                                            textBody},
-    {1001, "NCS:Warning message",    payloadText,   {},                                            textBody},
-    {1002, "NCS:Error message",      payloadText,   {},                                            textBody},
-    {1003, "Info",                   fixedText,     "Informational Text and Hex Dump Data",        dumpBody},
-    {1021, "NCS MMSG Request Error", fixedText,     "NCS: MMSG with unknown Protocol",             mmsgBody},
-    {1022, "NCS MMSG Request Error", fixedText,     "NCS: MMSG with invalid Request type",         mmsgBody},
-    {1023, "NCS MMSG Request Error", fixedText,     "NCS: MMSG with invalid Requester",            mmsgBody},
-    {1024, "NCS MMSG Request Error", fixedText,     "NCS: MMSG request with Response bit set",     mmsgBody},
-    {1025, "NCS MMSG Request Error", fixedText,     "NCS: MMSG Response Timedout",                 mmsgBody},
+    {1000, "NCS:Informational Text", payloadText,   {},                                            text},
+    {1001, "NCS:Warning message",    payloadText,   {},                                            text},
+    {1002, "NCS:Error message",      payloadText,   {},                                            text},
+    {1003, "Info",                   fixedText,     "Informational Text and Hex Dump Data",        dump},
+    {1021, "NCS MMSG Request Error", fixedText,     "NCS: MMSG with unknown Protocol",             mmsg},
+    {1022, "NCS MMSG Request Error", fixedText,     "NCS: MMSG with invalid Request type",         mmsg},
+    {1023, "NCS MMSG Request Error", fixedText,     "NCS: MMSG with invalid Requester",            mmsg},
+    {1024, "NCS MMSG Request Error", fixedText,     "NCS: MMSG request with Response bit set",     mmsg},
+    {1025, "NCS MMSG Request Error", fixedText,     "NCS: MMSG Response Timedout",                 mmsg},
     {1026, "NCS CEE Event registration Error",
-                                     fixedText,     "NCS: Failed to Register CEE response event",  responseBody},
+                                     fixedText,     "NCS: Failed to Register CEE response event",  response},
     {1030, "NCS: Socket Open Failure",
-                                     fixedText,     "NCS: Socket open operation Failed",           textBody},
-    {1040, "LAG Port Status Event",  lagPortStatus, "UP",                                          linkBody},
-    {1041, "LAG Port Status Event",  lagPortStatus, "DOWN",                                        linkBody},
+                                     fixedText,     "NCS: Socket open operation Failed",           text},
+    {1040, "LAG Port Status Event",  lagPortStatus, "UP",                                          link},
+    {1041, "LAG Port Status Event",  lagPortStatus, "DOWN",                                        link},
 };
 // clang-format on
 static_assert(rising(events, &EventRow::number));
+
+std::string_view payloadSummary(const Record& record) {
+  constexpr std::size_t longestSummary = 255;
+  return record.payload().text(0, longestSummary);
+}
+
+String summaryOf(const EventRow::Packed& event, const Record& record) {
+  switch (event.summary) {
+    case payloadText:
+      return toString(payloadSummary(record));
+    case fixedText:
+      return toString(event.words.view());
+    case lagPortStatus:
+      break;
+  }
+  return lagPortSummary(event.words.view(), record);
+}
+
+String bodyOf(Body body, const Record& record) {
+  switch (body) {
+    case text:
+      return textBody(record);
+    case dump:
+      return dumpBody(record);
+    case mmsg:
+      return mmsgBody(record);
+    case response:
+      return responseBody(record);
+    case link:
+      break;
+  }
+  return linkBody(record);
+}
 
 }  // namespace
 
@@ -170,14 +204,14 @@ NETWORK_CONFIGMP_Event::NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
     return;
   }
   setEventID(toString(event->eventId.view()));
-  setSummary(event->summary(event->words.view(), record));
-  setBody(event->body(record));
+  setSummary(summaryOf(*event, record));
+  setBody(bodyOf(event->body, record));
 }
 
 NETWORK_CONFIGMP_Event::~NETWORK_CONFIGMP_Event() = default;
 
 String get_NCS_text_event_summary(EmpEvLogMsg_s const* record) {
-  return payloadText({}, Record::trusting(record));
+  return toString(payloadSummary(Record::trusting(record)));
 }
 
 String get_NCS_text_event_body(EmpEvLogMsg_s const* record) {

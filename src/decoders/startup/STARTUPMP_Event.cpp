@@ -16,38 +16,65 @@ namespace {
 
 using Pegasus::String;
 
-using WriteBody = String(const Record& record);
+enum class Body : std::uint8_t {
+  message,
+  unknownMessage,
+  partialMessage,
+  signal,
+  registers,
+  stack
+};
 
 struct EventRow {
   struct Packed {
     TextBefore title;
     TextBefore summary;
     std::uint16_t id;
-    WriteBody* body;
+    Body body;
   };
   constexpr Packed packed(auto place) const { return {place(title), place(summary), id, body}; }
 
   std::uint16_t id;
   std::string_view title;
   std::string_view summary;
-  WriteBody* body;
+  Body body;
 };
+
+using enum Body;
 
 constexpr std::uint16_t generalMessage = 1;  // its Summary is the first line of its text
 
 // clang-format off
 constexpr EventRow events[] = {
-    {generalMessage, "General message", "", messageBody},
+    {generalMessage, "General message", "", message},
     {2, "Unrecognized message received",
-        "Startup received a message that it doesn't know how to handle", unknownMessageBody},
+        "Startup received a message that it doesn't know how to handle", unknownMessage},
     {3, "Partial message in Alternate Event Log",
-        "An incomplete message was in an Alternate Event Log", partialMessageBody},
-    {4, "MPU App fatal signal", "MPU application caught and exception", signalBody},
-    {100, "R5600 is in invalid state", "R5600 is in invalid state", registersBody},
-    {101, "stack dump", "dump of the stack", stackBody},
+        "An incomplete message was in an Alternate Event Log", partialMessage},
+    {4, "MPU App fatal signal", "MPU application caught and exception", signal},
+    {100, "R5600 is in invalid state", "R5600 is in invalid state", registers},
+    {101, "stack dump", "dump of the stack", stack},
 };
 // clang-format on
 static_assert(rising(events, &EventRow::id));
+
+String bodyOf(Body body, const Record& record) {
+  switch (body) {
+    case message:
+      return messageBody(record);
+    case unknownMessage:
+      return unknownMessageBody(record);
+    case partialMessage:
+      return partialMessageBody(record);
+    case signal:
+      return signalBody(record);
+    case registers:
+      return registersBody(record);
+    case stack:
+      break;
+  }
+  return stackBody(record);
+}
 
 std::string_view firstLine(std::string_view text) { return text.substr(0, text.find('\n')); }
 
@@ -73,7 +100,7 @@ STARTUPMP_Event::STARTUPMP_Event(EmpEvLogMsg_s* bytes, int length)
   setEventID(toString(event->title.view()));
   setSummary(toString(event->id == generalMessage ? firstLine(messageText(record))
                                                   : event->summary.view()));
-  setBody(event->body(record));
+  setBody(bodyOf(event->body, record));
 }
 
 STARTUPMP_Event::~STARTUPMP_Event() = default;

@@ -27,18 +27,18 @@ struct EventRow {
     TextBefore warningTitle;
     TextBefore otherTitle;
     std::uint16_t id;
-    WriteKind write;
+    Kind kind;
 
     std::string_view title(std::uint8_t type) const {
       return (type == error ? errorTitle : type == warning ? warningTitle : otherTitle).view();
     }
   };
   constexpr Packed packed(auto place) const {
-    return {place(errorTitle), place(warningTitle), place(otherTitle), id, write};
+    return {place(errorTitle), place(warningTitle), place(otherTitle), id, kind};
   }
 
   std::uint16_t id;
-  WriteKind write;
+  Kind kind;
   std::string_view errorTitle;
   std::string_view warningTitle;
   std::string_view otherTitle;
@@ -49,35 +49,35 @@ constexpr char noSharedMemory[] = "Instantiation of SharedMemory Failed";
 // Laid out by hand: the formatter would break each row into several lines.
 // clang-format off
 constexpr EventRow events[] = {
-    {2000, writeText,             "Error Text",                             "Warning Text",                             "Text Information"},
-    {2005, writeDump,             "Error Dump Data",                        "Warning Dump Data",                        "Dump Information"},
-    {2010, writeSharedMemory,     noSharedMemory,                           noSharedMemory,                             noSharedMemory},
-    {2011, writeLock,             "Locking Error",                          "Locking Warning",                          "Locking Information"},
-    {2012, writeSharedMemory,     noSharedMemory,                           noSharedMemory,                             noSharedMemory},
-    {2013, writeMessage,          "MMSG Error",                             "MMSG Warning",                             "MMSG Information"},
-    {2015, writeRequest,          "Error in Request Event processing",      "Warning in Request Event processing",      "Request Event Information"},
-    {2016, writeResponse,         "Error in CEE Response Event processing", "Warning in CEE Response Event processing", "CEE Response Event Information"},
-    {2017, writeTimer,            "Error in CEE Timer Event processing",    "Warning in CEE Timer Event processing",    "CEE Timer Event Information"},
-    {2018, writeLockManager,      "Error in DDLM internal processing",      "Warning in DDLM internal processing",      "DDLM Information"},
-    {2019, writePersistentMemory, "Error in CPM internal processing",       "Warning in CPM internal processing",       "CPM Information"},
+    {2000, Kind::text,             "Error Text",                             "Warning Text",                             "Text Information"},
+    {2005, Kind::dump,             "Error Dump Data",                        "Warning Dump Data",                        "Dump Information"},
+    {2010, Kind::sharedMemory,     noSharedMemory,                           noSharedMemory,                             noSharedMemory},
+    {2011, Kind::lock,             "Locking Error",                          "Locking Warning",                          "Locking Information"},
+    {2012, Kind::sharedMemory,     noSharedMemory,                           noSharedMemory,                             noSharedMemory},
+    {2013, Kind::message,          "MMSG Error",                             "MMSG Warning",                             "MMSG Information"},
+    {2015, Kind::request,          "Error in Request Event processing",      "Warning in Request Event processing",      "Request Event Information"},
+    {2016, Kind::response,         "Error in CEE Response Event processing", "Warning in CEE Response Event processing", "CEE Response Event Information"},
+    {2017, Kind::timer,            "Error in CEE Timer Event processing",    "Warning in CEE Timer Event processing",    "CEE Timer Event Information"},
+    {2018, Kind::lockManager,      "Error in DDLM internal processing",      "Warning in DDLM internal processing",      "DDLM Information"},
+    {2019, Kind::persistentMemory, "Error in CPM internal processing",       "Warning in CPM internal processing",       "CPM Information"},
 };
 // clang-format on
 static_assert(rising(events, &EventRow::id));
 
 /// Returns the body. `summary` becomes a part of the record or a fixed text; it is not escaped yet.
-String bodyOf(const Record& record, WriteKind write, std::string_view& summary) {
+String bodyOf(const Record& record, Kind kind, std::string_view& summary) {
   const SccPayload payload(record);
   SafeBody body;
-  summary = write(body, payload);
+  summary = writeKind(kind, body, payload);
   if (record.type() != informational) payload.location.write(body);
   return body.string();
 }
 
 /// What an exported function does: its caller gets the summary as it is, without any escape.
-String bodyAndSummary(EmpEvLogMsg_s* record, char* destination, WriteKind write) {
+String bodyAndSummary(EmpEvLogMsg_s* record, char* destination, Kind kind) {
   std::string_view summary;
   const String body =
-      exportedBody(record, [&](const Record& trusted) { return bodyOf(trusted, write, summary); });
+      exportedBody(record, [&](const Record& trusted) { return bodyOf(trusted, kind, summary); });
   copySummary(destination, summary);
   return body;
 }
@@ -102,50 +102,50 @@ SYSTEM_CONFIGMP_Event::SYSTEM_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
   }
   std::string_view summary;
   setEventID(toString(event->title(record.type())));
-  setBody(bodyOf(record, event->write, summary));
+  setBody(bodyOf(record, event->kind, summary));
   setSummary(safeString(summary));
 }
 
 SYSTEM_CONFIGMP_Event::~SYSTEM_CONFIGMP_Event() = default;
 
 String get_SCC_text_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return bodyAndSummary(record, summary, writeText);
+  return bodyAndSummary(record, summary, Kind::text);
 }
 
 String get_SCC_dump_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return bodyAndSummary(record, summary, writeDump);
+  return bodyAndSummary(record, summary, Kind::dump);
 }
 
 String get_SCC_shmem_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return bodyAndSummary(record, summary, writeSharedMemory);
+  return bodyAndSummary(record, summary, Kind::sharedMemory);
 }
 
 String get_SCC_lock_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return bodyAndSummary(record, summary, writeLock);
+  return bodyAndSummary(record, summary, Kind::lock);
 }
 
 String get_SCC_mmsg_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return bodyAndSummary(record, summary, writeMessage);
+  return bodyAndSummary(record, summary, Kind::message);
 }
 
 String get_SCC_requestEvent_body(EmpEvLogMsg_s* record, char* summary) {
-  return bodyAndSummary(record, summary, writeRequest);
+  return bodyAndSummary(record, summary, Kind::request);
 }
 
 String get_SCC_responseEvent_body(EmpEvLogMsg_s* record, char* summary) {
-  return bodyAndSummary(record, summary, writeResponse);
+  return bodyAndSummary(record, summary, Kind::response);
 }
 
 String get_SCC_timerEvent_body(EmpEvLogMsg_s* record, char* summary) {
-  return bodyAndSummary(record, summary, writeTimer);
+  return bodyAndSummary(record, summary, Kind::timer);
 }
 
 String get_SCC_ddlm_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return bodyAndSummary(record, summary, writeLockManager);
+  return bodyAndSummary(record, summary, Kind::lockManager);
 }
 
 String get_SCC_cpm_event_body(EmpEvLogMsg_s* record, char* summary) {
-  return bodyAndSummary(record, summary, writePersistentMemory);
+  return bodyAndSummary(record, summary, Kind::persistentMemory);
 }
 
 }  // namespace Pegasus

@@ -173,17 +173,6 @@ void writeArray(SafeBody& body, RecordView data, std::string_view key, Number ar
   });
 }
 
-}  // namespace
-
-SccPayload::SccPayload(const Record& record)
-    : data(record.payload()),
-      lengthBehindLocation(record.structLength() - static_cast<int>(LocationBlock::size)) {
-  // There is a location block only if something stands behind it.
-  if (lengthBehindLocation <= 0) return;
-  location = LocationBlock(data);
-  data = data.from(LocationBlock::size);
-}
-
 std::string_view writeText(SafeBody& body, const SccPayload& event) {
   return writeTextAt(body, event.data, 0);
 }
@@ -244,6 +233,43 @@ std::string_view writePersistentMemory(SafeBody& body, const SccPayload& event) 
     writeArray(body, event.data, key.view(), array);
   }
   return "Persistent Memory Event";
+}
+
+}  // namespace
+
+SccPayload::SccPayload(const Record& record)
+    : data(record.payload()),
+      lengthBehindLocation(record.structLength() - static_cast<int>(LocationBlock::size)) {
+  // There is a location block only if something stands behind it.
+  if (lengthBehindLocation <= 0) return;
+  location = LocationBlock(data);
+  data = data.from(LocationBlock::size);
+}
+
+std::string_view writeKind(Kind kind, SafeBody& body, const SccPayload& event) {
+  switch (kind) {
+    case Kind::text:
+      return writeText(body, event);
+    case Kind::dump:
+      return writeDump(body, event);
+    case Kind::sharedMemory:
+      return writeSharedMemory(body, event);
+    case Kind::lock:
+      return writeLock(body, event);
+    case Kind::message:
+      return writeMessage(body, event);
+    case Kind::request:
+      return writeRequest(body, event);
+    case Kind::response:
+      return writeResponse(body, event);
+    case Kind::timer:
+      return writeTimer(body, event);
+    case Kind::lockManager:
+      return writeLockManager(body, event);
+    case Kind::persistentMemory:
+      break;
+  }
+  return writePersistentMemory(body, event);
 }
 
 }  // namespace mpuevent::systemconfig

@@ -1,6 +1,7 @@
 #ifndef DECODERS_SYSTEMCONFIG_KINDS_H
 #define DECODERS_SYSTEMCONFIG_KINDS_H
 
+#include <cstdint>
 #include <string_view>
 
 #include "decoders/systemconfig/location.h"
@@ -20,20 +21,23 @@ struct SccPayload {
   int lengthBehindLocation;
 };
 
+/// What an event tells of.
+enum class Kind : std::uint8_t {
+  text,
+  dump,
+  sharedMemory,
+  lock,
+  message,
+  request,
+  response,
+  timer,
+  lockManager,
+  persistentMemory,
+};
+
 /// Writes the elements of one kind of event. Returns the summary, which is a part of the record or
 /// a fixed text.
-using WriteKind = std::string_view (*)(SafeBody& body, const SccPayload& event);
-
-std::string_view writeText(SafeBody& body, const SccPayload& event);
-std::string_view writeDump(SafeBody& body, const SccPayload& event);
-std::string_view writeSharedMemory(SafeBody& body, const SccPayload& event);
-std::string_view writeLock(SafeBody& body, const SccPayload& event);
-std::string_view writeMessage(SafeBody& body, const SccPayload& event);
-std::string_view writeRequest(SafeBody& body, const SccPayload& event);
-std::string_view writeResponse(SafeBody& body, const SccPayload& event);
-std::string_view writeTimer(SafeBody& body, const SccPayload& event);
-std::string_view writeLockManager(SafeBody& body, const SccPayload& event);
-std::string_view writePersistentMemory(SafeBody& body, const SccPayload& event);
+std::string_view writeKind(Kind kind, SafeBody& body, const SccPayload& event);
 
 }  // namespace mpuevent::systemconfig
 

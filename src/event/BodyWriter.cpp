@@ -47,14 +47,7 @@ ElementMarks& BodyWriter::marks() {
   return *marks_;
 }
 
-/// `write` writes one element with this key. It does so as if nothing recorded: the way without a
-/// recorder has but one test to make.
-template <class Write>
-[[gnu::noinline, gnu::cold]] void BodyWriter::markElement(std::string_view key, Write write) {
-  const std::size_t start = size_;
-  Recording* const recording = std::exchange(recording_, nullptr);
-  write();
-  recording_ = recording;
+void BodyWriter::markElement(std::size_t start, std::string_view key) {
   marks().add(start, key.size(), size_ - (separator_ == Separator::blank ? 1 : 0));
 }
 
@@ -75,34 +68,15 @@ void BodyWriter::number(Format format, std::uint64_t value) {
   endAt(putNumber(reserve(longestNumber), format, value));
 }
 
-[[gnu::noinline]] void BodyWriter::element(std::string_view key, std::string_view value) {
-  if (recording_ != nullptr) [[unlikely]] {
-    return markElement(key, [=, this] { element(key, value); });
-  }
+void BodyWriter::element(std::string_view key, std::string_view value) {
   note(key);
   note(value);
-  char* place = reserve(tagSize(key) + value.size());
-  endAt(putClosing(putText(putOpening(place, key, putKey), value), key, separator_, putKey));
+  writeElement(*this, key, value.size(), [value](char* place) { return putText(place, value); });
 }
 
-[[gnu::noinline]] void BodyWriter::element(std::string_view key, Format format,
-                                           std::uint64_t value) {
-  if (recording_ != nullptr) [[unlikely]] {
-    return markElement(key, [=, this] { element(key, format, value); });
-  }
-  char* place = reserve(tagSize(key) + longestNumber);
-  endAt(putClosing(putNumber(putOpening(place, key, putKey), format, value), key, separator_,
-                   putKey));
-}
-
-[[gnu::noinline]] void BodyWriter::element(std::string_view key, Format format,
-                                           std::initializer_list<std::uint32_t> words) {
-  if (recording_ != nullptr) [[unlikely]] {
-    return markElement(key, [=, this] { element(key, format, words); });
-  }
-  char* place = reserve(tagSize(key) + words.size() * longestWord);
-  endAt(
-      putClosing(putWords(putOpening(place, key, putKey), format, words), key, separator_, putKey));
+void BodyWriter::element(std::string_view key, Format format, std::uint64_t value) {
+  writeElement(*this, key, longestNumber,
+               [=](char* place) { return putNumber(place, format, value); });
 }
 
 void BodyWriter::openTag(std::string_view key) {

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <initializer_list>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -79,8 +78,6 @@ class BodyWriter {
 
   void element(std::string_view key, std::string_view value);
   void element(std::string_view key, Format format, std::uint64_t value);
-  /// A value of several words, as a pair or quad shows them.
-  void element(std::string_view key, Format format, std::initializer_list<std::uint32_t> words);
 
   /// Room for `count` more bytes, which count as written: the caller fills them as after `reserve`.
   char* claim(std::size_t count) {
@@ -106,8 +103,11 @@ class BodyWriter {
   void note(std::string_view text) { ascii_ = ascii_ && isAscii(text); }
 
   Separator separator() const { return separator_; }
-  /// Whether something records, so that elements must be written one by one.
-  bool records() const { return recording_ != nullptr; }
+  /// A whole element that was written from `start` on, for what records.
+  void tellElement(std::size_t start, std::string_view key) {
+    if (recording_ != nullptr) [[unlikely]]
+      markElement(start, key);
+  }
 
  protected:
   static constexpr std::size_t slack = 64;
@@ -121,8 +121,7 @@ class BodyWriter {
   void grow(std::size_t count);
   /// The elements so far; only while something records.
   ElementMarks& marks();
-  template <class Write>
-  void markElement(std::string_view key, Write write);
+  void markElement(std::size_t start, std::string_view key);
   void openTag(std::string_view key);
   void closeTag(std::string_view key, Separator behind);
 

@@ -47,14 +47,12 @@ void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, Numb
 void writeFields(BodyWriter& body, RecordView layout, Fields fields) {
   for (const auto& [text, number] : fields) {
     const std::string_view key = text.view();
-    if (body.records()) [[unlikely]] {
-      writeNumber(body, layout, key, number);
-      continue;
-    }
     if (!layout.holds(number.offset, byteCount(number.width))) continue;
+    const std::size_t start = body.size();
     char* place = body.reserve(tagSize(key) + longestField);
     place = putField(putOpening(place, key, putPackedText), layout, number);
     body.endAt(putClosing(place, key, body.separator(), putPackedText));
+    body.tellElement(start, key);
   }
 }
 

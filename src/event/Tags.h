@@ -70,13 +70,10 @@ constexpr auto putKey = [](char* place, std::string_view key) { return putText(p
 /// the value ends.
 template <class Put>
 void writeElement(BodyWriter& body, std::string_view key, std::size_t most, Put put) {
-  if (body.records()) [[unlikely]] {
-    body.openElement(key);
-    body.endAt(put(body.reserve(most)));
-    return body.closeElement(key);
-  }
+  const std::size_t start = body.size();
   char* place = put(putOpening(body.reserve(tagSize(key) + most), key, putKey));
   body.endAt(putClosing(place, key, body.separator(), putKey));
+  body.tellElement(start, key);
 }
 
 }  // namespace mpuevent

@@ -29,8 +29,9 @@ void writeCodeText(BodyWriter& out, CodeTable texts, std::uint64_t code, Format 
 /// fall-back. The element is left out if the number's bytes are not all held.
 void writeCode(BodyWriter& body, RecordView layout, std::string_view key, Number number,
                CodeTable texts, const Fallback& fallback);
-inline void writeCode(BodyWriter& body, RecordView layout, const Field& field, CodeTable texts,
-                      const Fallback& fallback = {}) {
+[[gnu::always_inline]] inline void writeCode(BodyWriter& body, RecordView layout,
+                                             const Field& field, CodeTable texts,
+                                             const Fallback& fallback = {}) {
   writeCode(body, layout, field.key, field, texts, fallback);
 }
 

@@ -4,8 +4,6 @@
 #include <span>
 #include <string_view>
 
-#include "event/Tables.h"
-
 namespace mpuevent::cache {
 
 namespace {
@@ -197,52 +195,85 @@ constexpr Field indexBehindClh[] = {
     {"cache_index", 68, u32, hexLower},
 };
 
-struct ShownRow {
-  Shown shown;
-  Elements elements;
-};
+using enum Shown;
 
-constexpr ShownRow shownRows[] = {
-    {Shown::nothing,              {}                                                  },
+// Functions, as tables of tables would have a relocation for each.
 
- // Each table by itself.
-    {Shown::arcTables,            {packed<arcTablesFields>}                           },
-    {Shown::btreeNodes,           {packed<btreeNodesFields>}                          },
-    {Shown::disklineMode,         {packed<disklineModeFields>}                        },
-    {Shown::dumpCacheVt,          {packed<dumpCacheVtFields>}                         },
-    {Shown::dumpClh,              {packed<dumpClhFields>}                             },
-    {Shown::dumpClhCounts,        {packed<dumpClhCountsFields>}                       },
-    {Shown::dumpClhVt,            {packed<dumpClhVtFields>}                           },
-    {Shown::dumpIsurp,            {packed<dumpIsurpFields>}                           },
-    {Shown::dumpMmsg,             {packed<dumpMmsgFields>}                            },
-    {Shown::dumpSemaphore,        {packed<dumpSemaphoreFields>}                       },
-    {Shown::extraIsurpCount,      {packed<extraIsurpCountFields>}                     },
-    {Shown::pirData,              {packed<pirDataFields>}                             },
-    {Shown::qmirData,             {packed<qmirDataFields>}                            },
-    {Shown::queuePopStatus,       {packed<queuePopStatusFields>}                      },
-    {Shown::structureHead,        {packed<structureHeadFields>}                       },
-    {Shown::volumeNumber,         {packed<volumeNumberFields>}                        },
+/// Each table by itself.
+Fields tableOf(Shown shown) {
+  switch (shown) {
+    case arcTables:
+      return packed<arcTablesFields>;
+    case btreeNodes:
+      return packed<btreeNodesFields>;
+    case disklineMode:
+      return packed<disklineModeFields>;
+    case dumpCacheVt:
+      return packed<dumpCacheVtFields>;
+    case dumpClh:
+      return packed<dumpClhFields>;
+    case dumpClhCounts:
+      return packed<dumpClhCountsFields>;
+    case dumpClhVt:
+      return packed<dumpClhVtFields>;
+    case dumpIsurp:
+      return packed<dumpIsurpFields>;
+    case dumpMmsg:
+      return packed<dumpMmsgFields>;
+    case dumpSemaphore:
+      return packed<dumpSemaphoreFields>;
+    case extraIsurpCount:
+      return packed<extraIsurpCountFields>;
+    case pirData:
+      return packed<pirDataFields>;
+    case qmirData:
+      return packed<qmirDataFields>;
+    case queuePopStatus:
+      return packed<queuePopStatusFields>;
+    case structureHead:
+      return packed<structureHeadFields>;
+    case volumeNumber:
+      return packed<volumeNumberFields>;
+    default:
+      return {};
+  }
+}
 
- // Tables that follow a structure, or come before it.
-    {Shown::dumpIsurpListheads,   {packed<dumpIsurpFields>, packed<isurpListheads>}   },
-    {Shown::dumpIsurpClh,         {packed<dumpIsurpFields>, packed<clhOfIsurp>}       },
- // Of the ISURP all but its last row, `block_count`.
-    {Shown::dumpIsurpClhReconfig,
-     {std::span(packed<dumpIsurpFields>).first<8>(), packed<reconfigurationOfIsurp>}  },
-    {Shown::dumpClhOverwrite,     {packed<dumpClhFields>, packed<overwriteClh>}       },
-    {Shown::dumpClhListheads,     {packed<dumpClhFields>, packed<clhListheads>}       },
-    {Shown::volumeAndMmsg,        {packed<volumeBehindMmsg>, packed<dumpMmsgFields>}  },
-    {Shown::volumeAndIsurp,       {packed<volumeBehindIsurp>, packed<dumpIsurpFields>}},
-    {Shown::remainingAndIsurp,
-     {std::span(packed<blocksBehindIsurp>).first<1>(), packed<dumpIsurpFields>}       },
-    {Shown::currentAndIsurp,      {packed<blocksBehindIsurp>, packed<dumpIsurpFields>}},
-    {Shown::largestAndIsurp,      {packed<vlbnsBehindIsurp>, packed<dumpIsurpFields>} },
-    {Shown::indexAndClh,          {packed<indexBehindClh>, packed<dumpClhFields>}     },
-};
-static_assert(standInOrder(shownRows, &ShownRow::shown));
+/// Tables that follow a structure, or come before it.
+Elements pairOf(Shown shown) {
+  switch (shown) {
+    case dumpIsurpListheads:
+      return {packed<dumpIsurpFields>, packed<isurpListheads>};
+    case dumpIsurpClh:
+      return {packed<dumpIsurpFields>, packed<clhOfIsurp>};
+    // Of the ISURP all but its last row, `block_count`.
+    case dumpIsurpClhReconfig:
+      return {std::span(packed<dumpIsurpFields>).first<8>(), packed<reconfigurationOfIsurp>};
+    case dumpClhOverwrite:
+      return {packed<dumpClhFields>, packed<overwriteClh>};
+    case dumpClhListheads:
+      return {packed<dumpClhFields>, packed<clhListheads>};
+    case volumeAndMmsg:
+      return {packed<volumeBehindMmsg>, packed<dumpMmsgFields>};
+    case volumeAndIsurp:
+      return {packed<volumeBehindIsurp>, packed<dumpIsurpFields>};
+    case remainingAndIsurp:
+      return {std::span(packed<blocksBehindIsurp>).first<1>(), packed<dumpIsurpFields>};
+    case currentAndIsurp:
+      return {packed<blocksBehindIsurp>, packed<dumpIsurpFields>};
+    case largestAndIsurp:
+      return {packed<vlbnsBehindIsurp>, packed<dumpIsurpFields>};
+    case indexAndClh:
+      return {packed<indexBehindClh>, packed<dumpClhFields>};
+    default:
+      return {};
+  }
+}
 
 }  // namespace
 
-Elements elementsOf(Shown shown) { return shownRows[static_cast<std::size_t>(shown)].elements; }
+Elements elementsOf(Shown shown) {
+  return shown < dumpIsurpListheads ? Elements{tableOf(shown)} : pairOf(shown);
+}
 
 }  // namespace mpuevent::cache

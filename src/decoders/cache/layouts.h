@@ -28,7 +28,8 @@ enum class Shown : std::uint8_t {
   queuePopStatus,
   structureHead,
   volumeNumber,
-  // A structure and what was logged behind it. Those named "...And..." show the latter first.
+  // From here on a structure and what was logged behind it. Those named "...And..." show the latter
+  // first.
   dumpIsurpListheads,
   dumpIsurpClh,
   dumpIsurpClhReconfig,

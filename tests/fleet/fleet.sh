@@ -38,7 +38,7 @@ start_worker() { # 1 or 2
   worker_pid[$1]=$!
 }
 kill_hard() { kill -9 "$1" && { wait "$1" || true; } 2>/dev/null; }
-state() { "$tool" stream --at "$servers" 2>/dev/null; }
+state() { "$tool" stream --to "$servers" 2>/dev/null; }
 leader() { state | sed -n 's/.*leader node-\([123]\).*/\1/p'; }
 stored() { ask 'SELECT count(*) FROM events'; }
 # As the processes' own words for it: all is acknowledged, and nothing waits for a worker.
@@ -47,7 +47,7 @@ is_led() { [ -n "$(leader)" ]; }
 
 start_nats
 start_postgres
-wait_until 60 "$tool" stream --create --at "$servers"
+wait_until 60 "$tool" stream --create --to "$servers"
 # Both workers could make the tables.
 "$tool" store "$database" "$sample" >/dev/null && ask 'DELETE FROM events' >/dev/null
 python3 "$here/write_log.py" "$sample" "$log" 8 "$records" "$seconds" &
@@ -80,7 +80,7 @@ for node in 1 2 3; do
   { wait "${nats_pid[$node]}" || true; } 2>/dev/null
   start_node "$node"
 done
-wait_until 60 "$tool" stream --create --at "$servers"
+wait_until 60 "$tool" stream --create --to "$servers"
 wait "$writer_pid"
 say "the log is written, $(wc -c <"$log") bytes"
 
@@ -135,7 +135,7 @@ rm -r "$work"/nats-?
 for node in 1 2 3; do start_node "$node"; done
 start_worker 1
 start_worker 2
-wait_until 60 "$tool" stream --create --at "$servers"
+wait_until 60 "$tool" stream --create --to "$servers"
 rc=0
 "$tool" audit --no-gaps "$database" "$work/lost.log" >"$work/audit.out" || rc=$?
 tail -n 1 "$work/audit.out"

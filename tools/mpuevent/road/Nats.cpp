@@ -60,14 +60,25 @@ void require(natsStatus status) {
   if (status != NATS_OK) throw RoadError("NATS: " + reasonOf(status));
 }
 
-std::vector<std::string> split(const std::string& list) {
-  std::vector<std::string> parts;
+// "nats://HOST:PORT,HOST:PORT": those behind the first may leave out how they are spoken to.
+std::vector<std::string> serversOf(const std::string& list) {
+  std::vector<std::string> servers;
   for (std::size_t at = 0; at <= list.size();) {
     const std::size_t end = std::min(list.find(',', at), list.size());
-    if (end != at) parts.push_back(list.substr(at, end - at));
+    std::string server = list.substr(at, end - at);
     at = end + 1;
+    if (server.empty()) continue;
+    if (!servers.empty() && server.find("://") == std::string::npos) {
+      server.insert(0, servers.front().substr(0, servers.front().find("://") + 3));
+    }
+    if (!server.starts_with("nats://") && !server.starts_with("tls://")) {
+      throw RoadError("'" + server +
+                      "' is no address of a server: nats://HOST:PORT, tls://HOST:PORT");
+    }
+    servers.push_back(std::move(server));
   }
-  return parts;
+  if (servers.empty()) throw RoadError("no address of a server");
+  return servers;
 }
 
 bool isSecure(const RoadAddress& address) {
@@ -419,16 +430,9 @@ void NatsRoad::configure(const RoadAddress& address) {
   natsOptions* options = nullptr;
   require(natsOptions_Create(&options));
   options_.reset(options);
-  const std::vector<std::string> names = split(address.servers);
+  const std::vector<std::string> names = serversOf(address.servers);
   std::vector<const char*> servers;
-  for (const std::string& name : names) {
-    if (!name.starts_with("nats://") && !name.starts_with("tls://")) {
-      throw RoadError("'" + name +
-                      "' is no address of a road: nats://HOST:PORT or tls://HOST:PORT");
-    }
-    servers.push_back(name.c_str());
-  }
-  if (servers.empty()) throw RoadError("no address of a server");
+  for (const std::string& name : names) servers.push_back(name.c_str());
   require(natsOptions_SetServers(options, servers.data(), static_cast<int>(servers.size())));
   if (!address.user.empty()) {
     require(natsOptions_SetUserInfo(options, address.user.c_str(), address.password.c_str()));

@@ -16,8 +16,8 @@ many messages lie there and since when, how many wait for workers. Exit code 1
 if there are none, or one that no server leads.
 
 Examples:
-  mpuevent stream --create --at nats://n1:4222 --streams 4
-  mpuevent stream --at nats://n1:4222)";
+  mpuevent stream --create --to nats://n1:4222 --streams 4
+  mpuevent stream --to nats://n1:4222)";
 
 void appendState(TextBuffer& to, const StreamState& state) {
   to += state.name + ": " + state.subjects + "\n  replicas " + std::to_string(state.replicas) +
@@ -74,7 +74,7 @@ void addCreationOptions(CLI::App& command, StreamOptions& options) {
 
 void addStreamOptions(CLI::App& command, StreamOptions& options) {
   command.footer(kFooter);
-  addRoadOptions(command, "--at", options.road);
+  addRoadOptions(command, "--to", options.road);
   addWorkersOption(command, options.road);
   addCreationOptions(command, options);
 }

@@ -504,11 +504,11 @@ std::uint64_t PostgresqlStore::decodeAgain(const log::Choice& choice,
   std::uint64_t last = 0;
   for (std::uint64_t decoded = 0;;) {
     Transaction transaction(connection_);
-    const Rows rows =
-        connection_.ask("SELECT record, file, \"index\", \"offset\", id FROM events WHERE " +
-                            condition.sql + " AND id > " + std::to_string(last) +
-                            " ORDER BY id LIMIT " + std::to_string(kRowsAtOnce),
-                        condition.texts);
+    const Rows rows = connection_.ask(
+        "SELECT record, file, \"index\", \"offset\", id FROM events WHERE " + condition.sql +
+            " AND coalesce(reason, '') NOT LIKE '" + std::string(Batch::noRecord) + "%' AND id > " +
+            std::to_string(last) + " ORDER BY id LIMIT " + std::to_string(kRowsAtOnce),
+        condition.texts);
     if (rows.count() == 0) return decoded;
     Batch batch;
     std::vector<Row> ids;

@@ -196,7 +196,28 @@ std::optional<Candidate> Lookahead::findAt(std::size_t at, std::size_t held) {
 
 bool Lookahead::peekConfirmedAt(std::size_t at, std::size_t held, std::uint64_t passed) {
   const std::optional<Candidate> unit = findAt(at, held);
-  return unit && peekConfirmed(*unit, passed + at);
+  if (!unit) return false;
+  // What half looks like a unit is not waited for while a sound one behind it is there.
+  const std::size_t needed = unit->end() + kSmallestMessage;
+  const bool isThere = window_.holdUnlessIdle(needed) >= needed || window_.ended();
+  if (!isThere && unit->verdict < Verdict::sound && peekSoundBehind(at)) return false;
+  return peekConfirmed(*unit, passed + at);
+}
+
+bool Lookahead::peekSoundBehind(std::size_t at) {
+  const std::uint64_t here = window_.offset() + at;
+  if (soundAt_ > here) return true;
+  const std::size_t held = window_.holdUnlessIdle(farthest);
+  searchedTo_ = std::max(searchedTo_, here + 1);
+  for (; searchedTo_ + Record::headerSize <= window_.offset() + held; ++searchedTo_) {
+    const auto place = static_cast<std::size_t>(searchedTo_ - window_.offset());
+    const std::optional<Candidate> unit = findAt(place, held);
+    if (unit && unit->verdict == Verdict::sound && unit->agrees() && unit->end() <= held) {
+      soundAt_ = searchedTo_++;
+      return true;
+    }
+  }
+  return false;
 }
 
 std::optional<std::size_t> Lookahead::peekNext(std::size_t from, std::size_t to,

@@ -117,6 +117,8 @@ class Lookahead {
   // What a search may take there, of `held` bytes in view.
   std::optional<Candidate> findAt(std::size_t at, std::size_t held);
   bool peekConfirmedAt(std::size_t at, std::size_t held, std::uint64_t passed);
+  // Whether a sound unit, of which all bytes are in view, begins behind that place.
+  bool peekSoundBehind(std::size_t at);
 
   InputWindow& window_;
   const LogForm wanted_;
@@ -124,6 +126,8 @@ class Lookahead {
   LogProfile profile_;
   std::uint64_t units_ = 0;
   std::uint64_t soundUnits_ = 0;
+  std::uint64_t searchedTo_ = 0;  // for sound units, in the input; each place once
+  std::uint64_t soundAt_ = 0;     // the last one found
 };
 
 }  // namespace mpuevent::log

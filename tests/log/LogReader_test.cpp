@@ -235,6 +235,27 @@ TEST(LogReader, GivesOutWhatIsThereWhenTheSourceIsIdle) {
   }
 }
 
+TEST(LogReader, WaitsForNoHalfUnitBeforeAWholeOne) {
+  // A header that may be one, of a record that is not all there.
+  std::string half = withNumber(record(0), 144, 0x4000);
+  for (std::size_t at = 0; at < 128; ++at) half[at] = static_cast<char>(at * 37 + 11);
+  for (const std::string& one : {message(1), record(100)}) {
+    const std::string log = std::string(200, 'x') + half + one;
+    const ReadBytes bytes = source(log, std::string::npos);
+    bool isIdle = false;
+    LogReader reader(
+        [&](unsigned char* to, std::size_t room) {
+          EXPECT_FALSE(isIdle) << "reads when it would wait";
+          isIdle = true;
+          return bytes(to, room);
+        },
+        automatic, [](const Finding&) {}, [&] { return isIdle; });
+    LogUnit unit;
+    ASSERT_TRUE(reader.next(unit));
+    EXPECT_EQ(unit.offset, 200 + half.size());
+  }
+}
+
 TEST(LogReader, TellsOfAFailedRead) {
   const std::string log = message(1) + message(2);
   LogReader reader(source(log, 300, EIO), automatic,

@@ -26,8 +26,10 @@ constexpr std::size_t kFewestForTwo = 1000;                    // rows, for two 
 constexpr std::size_t kPieceSize = std::size_t{1} << 20;
 // Rows on their way.
 constexpr char kIncoming[] =
-    "CREATE TEMPORARY TABLE incoming (LIKE events INCLUDING DEFAULTS) WITH (toast_tuple_target = "
-    "8160) ON COMMIT DELETE ROWS";
+    "SET work_mem = '64MB';"  // in which words are sorted into their index
+    "SET default_toast_compression = lz4;"
+    "CREATE TEMPORARY TABLE incoming (LIKE events INCLUDING DEFAULTS) "
+    "WITH (toast_tuple_target = 8160) ON COMMIT DELETE ROWS";
 // "MPUE": held while a schema or a partition is made.
 constexpr char kTakeTurns[] = "SELECT pg_advisory_xact_lock(1297110341)";
 

@@ -37,7 +37,7 @@ CREATE TABLE events (
   hash bytea NOT NULL,               -- of the record: XXH3, 128 bits
   tool_version text NOT NULL,        -- that decoded it
   reason text,                       -- why the record could not be decoded
-  words tsvector NOT NULL            -- of event_id, summary and body
+  words tsvector COMPRESSION lz4 NOT NULL  -- of event_id, summary and body
 ) PARTITION BY RANGE (timestamp);
 
 -- The same record has the same timestamp, which a key must have that is to hold for all partitions.
@@ -53,7 +53,8 @@ CREATE INDEX events_by_time ON events (timestamp, source_code, source, event_typ
 -- They are runs of letters and digits, in lower case; several are looked for next to one another.
 CREATE FUNCTION word(text) RETURNS tsquery LANGUAGE sql IMMUTABLE PARALLEL SAFE
   RETURN phraseto_tsquery('simple', regexp_replace($1, '[^[:alnum:]]+', ' ', 'g'));
-CREATE INDEX events_words ON events USING gin (words);
+-- Words wait in a list of 16 MB at most before they are sorted in.
+CREATE INDEX events_words ON events USING gin (words) WITH (gin_pending_list_limit = 16384);
 
 CREATE VIEW errors AS SELECT * FROM events WHERE event_type_code = 3;
 

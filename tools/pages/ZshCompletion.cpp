@@ -5,6 +5,16 @@ namespace mpuevent::pages {
 
 namespace {
 
+// Words of codes may be several, with commas between them, in any case.
+constexpr char kHead[] = R"(#compdef mpuevent
+
+(( $+functions[_mpuevent_codes] )) || _mpuevent_codes() {
+  _sequence -d compadd -M 'm:{[:lower:]}={[:upper:]}' - "$@"
+}
+
+local -a commands=(
+)";
+
 // What has a meaning of its own in what _arguments and _describe are told.
 std::string escaped(const std::string& text, const std::string& marks) {
   std::string result;
@@ -20,10 +30,7 @@ std::string actionOf(const OptionFacts& option) {
   if (option.words.empty()) return " ";
   std::string words;
   for (const std::string& word : option.words) words += ' ' + quoted(word);
-  // Words of codes may be several, with commas, in any case.
-  return option.opposite.empty()
-             ? "{compadd --" + words + "}"
-             : "{_sequence -d compadd -M 'm:{[:lower:]}={[:upper:]}' -" + words + "}";
+  return option.opposite.empty() ? "{compadd --" + words + "}" : " _mpuevent_codes" + words;
 }
 
 std::string specOf(const std::string& name, const std::string& description,
@@ -55,7 +62,7 @@ std::string argumentsOf(const CommandFacts& command) {
 }  // namespace
 
 std::string zshCompletion(const std::vector<CommandFacts>& commands) {
-  std::string text = "#compdef mpuevent\n\nlocal -a commands=(\n";
+  std::string text = kHead;
   for (const CommandFacts& command : commands) {
     if (command.name.empty()) continue;
     text += "  " + quoted(command.name + ":" + escaped(command.description, ":")) + "\n";

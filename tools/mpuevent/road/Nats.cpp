@@ -46,7 +46,7 @@ using StreamNames = Owned<jsStreamNamesList, jsStreamNamesList_Destroy>;
 // Of the call that has just failed on this thread, which may have said more than its status does:
 // "(conn.c:2088): what it is".
 std::string reasonOf(natsStatus status) {
-  const std::string text = natsStatus_GetText(status);
+  std::string text = natsStatus_GetText(status);
   natsStatus last = NATS_OK;
   const char* const error = nats_GetLastError(&last);
   if (last != status || error == nullptr) return text;
@@ -258,6 +258,7 @@ class NatsSource : public Source {
       throw Trouble{"there are no streams; 'mpuevent stream --create' makes them"};
     }
     std::vector<Stream> streams;
+    streams.reserve(names.size());
     for (const std::string& name : names) streams.push_back({name, subscribeTo(name)});
     streams_ = std::move(streams);
     lastSign_ = std::chrono::steady_clock::now();
@@ -432,6 +433,7 @@ void NatsRoad::configure(const RoadAddress& address) {
   options_.reset(options);
   const std::vector<std::string> names = serversOf(address.servers);
   std::vector<const char*> servers;
+  servers.reserve(names.size());
   for (const std::string& name : names) servers.push_back(name.c_str());
   require(natsOptions_SetServers(options, servers.data(), static_cast<int>(servers.size())));
   if (!address.user.empty()) {
@@ -481,6 +483,7 @@ natsStatus NatsRoad::makeStream(jsCtx* context, unsigned stream, const StreamSet
   const std::string name = std::string(kStream) + std::to_string(stream);
   const std::vector<std::string> subjects = subjectsOf(stream, settings.streams);
   std::vector<const char*> subjectPointers;
+  subjectPointers.reserve(subjects.size());
   for (const std::string& subject : subjects) subjectPointers.push_back(subject.c_str());
   jsStreamConfig config;
   require(jsStreamConfig_Init(&config));

@@ -138,6 +138,78 @@ ExitCode copy(const DecodeOptions& options) {
 
 }  // namespace
 
+namespace {
+
+/// Decodes the chosen events and writes them in their form.
+class Decoding {
+ public:
+  explicit Decoding(const DecodeOptions& options)
+      : options_(options),
+        form_(makeForm(options)),
+        run_(options.input, options.choosing, output_) {
+    if (options.trace) trace_.emplace();
+    const bool bodyShown =
+        options.output != OutputForm::line && options.output != OutputForm::shortLine;
+    if (bodyShown) fields_.emplace();
+    if (options.redact) run_.redact(redaction_.emplace(Redaction::Serials::named));
+    run_.follow(options.following);
+    LogRun::Watch watch;
+    // Those of events that were only looked at.
+    if (trace_) watch.read = [this](const LogFile&, const log::LogUnit&) { trace_->drop(); };
+    run_.watch(std::move(watch));
+  }
+
+  ExitCode run() {
+    form_->begin(output_.text());
+    run_.forEachUnit([this](const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
+      if (file.isOneOfSeveral && lastFile_ != file.number) form_->beginFile(file.shownName);
+      lastFile_ = file.number;
+      write(file, unit, index);
+      output_.flushIfLarge();
+    });
+    form_->end(output_.text());
+    run_.finish();
+    return run_.exitCode();
+  }
+
+ private:
+  void write(const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
+    const std::unique_ptr<Pegasus::Quarn_Event> event = decode(unit);
+    const std::size_t begin = output_.text().size();
+    form_->write(
+        {file.name, index, unit.offset, unit.record, EventDecoder::className(*event), *event,
+         fields_ ? &*fields_ : nullptr, options_.choosing.timeOf(event->getTimestamp())},
+        output_.text());
+    if (redaction_) redaction_->name(output_.text(), begin);
+  }
+
+  std::unique_ptr<Pegasus::Quarn_Event> decode(const log::LogUnit& unit) {
+    std::unique_ptr<Pegasus::Quarn_Event> event = run_.takeDecoded();
+    if (!event) {
+      if (trace_) trace_->drop();
+      event = EventDecoder().decode(unit);
+    }
+    if (trace_ && trace_->any()) {
+      output_.flush();
+      trace_->passOn();
+    }
+    // Before they are cut.
+    if (redaction_) redaction_->name(*event);
+    return event;
+  }
+
+  const DecodeOptions& options_;
+  const std::unique_ptr<EventForm> form_;
+  std::optional<TraceLines> trace_;
+  std::optional<Pegasus::FieldRecorder> fields_;
+  std::optional<Redaction> redaction_;
+  Output output_;
+  LogRun run_;
+  std::optional<std::size_t> lastFile_;
+};
+
+}  // namespace
+
 ExitCode decode(const DecodeOptions& options) {
   requireColumnsOf(options.output, options.columns);
   if (options.count && options.following.follow) {
@@ -145,48 +217,7 @@ ExitCode decode(const DecodeOptions& options) {
   }
   if (options.count) return count(options);
   if (options.output == OutputForm::raw) return copy(options);
-  const std::unique_ptr<EventForm> form = makeForm(options);
-  std::optional<TraceLines> trace;
-  if (options.trace) trace.emplace();
-  std::optional<Pegasus::FieldRecorder> fields;
-  if (options.output != OutputForm::line) fields.emplace();
-  EventDecoder decoder;
-  Output output;
-  LogRun run(options.input, options.choosing, output);
-  std::optional<Redaction> redaction;
-  if (options.redact) run.redact(redaction.emplace(Redaction::Serials::named));
-  run.follow(options.following);
-
-  LogRun::Watch watch;
-  // Those of events that were only looked at.
-  if (trace) watch.read = [&trace](const LogFile&, const log::LogUnit&) { trace->drop(); };
-  run.watch(std::move(watch));
-  form->begin(output.text());
-  std::optional<std::size_t> lastFile;
-  run.forEachUnit([&](const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
-    if (file.isOneOfSeveral && lastFile != file.number) form->beginFile(file.shownName);
-    lastFile = file.number;
-    std::unique_ptr<Pegasus::Quarn_Event> event = run.takeDecoded();
-    if (!event) {
-      if (trace) trace->drop();
-      event = decoder.decode(unit);
-    }
-    if (trace && trace->any()) {
-      output.flush();
-      trace->passOn();
-    }
-    if (redaction) redaction->name(*event);
-    const std::size_t begin = output.text().size();
-    form->write(
-        {file.name, index, unit.offset, unit.record, EventDecoder::className(*event), *event,
-         fields ? &*fields : nullptr, options.choosing.timeOf(event->getTimestamp())},
-        output.text());
-    if (redaction) redaction->name(output.text(), begin);
-    output.flushIfLarge();
-  });
-  form->end(output.text());
-  run.finish();
-  return run.exitCode();
+  return Decoding(options).run();
 }
 
 }  // namespace mpuevent::tool

@@ -52,15 +52,7 @@ void addColumns(CLI::App& command, DecodeOptions& options) {
       ->group("Output");
 }
 
-}  // namespace
-
-void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
-  command.footer(kFooter);
-  addInputOptions(command, options.input);
-  addFollowOptions(command, options.following);
-  addChoosingOptions(command, options.choosing);
-  command.add_flag("--count", options.count, "Only how many, a line a file and the total")
-      ->group("Number of events");
+void addForm(CLI::App& command, DecodeOptions& options) {
   addWordOption<OutputForm>(command, "-o,--output", options.output,
                             {
                                 {"text",  OutputForm::text     },
@@ -85,12 +77,9 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
                              "disagree), always or never")
       ->type_name("WHEN")
       ->group("Output");
-  command
-      .add_flag("--no-body", options.noBody, "JSON without \"body\"; \"fields\" has it taken apart")
-      ->group("Output");
-  command.add_flag("--no-fields", options.noFields, "JSON without \"fields\"")->group("Output");
-  addColumns(command, options);
-  addRedactOption(command, options.redact);
+}
+
+void addLook(CLI::App& command, DecodeOptions& options) {
   command
       .add_flag("--exact", options.exact,
                 "Lines to the letter, control characters and all,\n"
@@ -107,6 +96,25 @@ void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
       "always or never")
       ->type_name("WHEN")
       ->group("Output");
+}
+
+}  // namespace
+
+void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
+  command.footer(kFooter);
+  addInputOptions(command, options.input);
+  addFollowOptions(command, options.following);
+  addChoosingOptions(command, options.choosing);
+  command.add_flag("--count", options.count, "Only how many, a line a file and the total")
+      ->group("Number of events");
+  addForm(command, options);
+  command
+      .add_flag("--no-body", options.noBody, "JSON without \"body\"; \"fields\" has it taken apart")
+      ->group("Output");
+  command.add_flag("--no-fields", options.noFields, "JSON without \"fields\"")->group("Output");
+  addColumns(command, options);
+  addRedactOption(command, options.redact);
+  addLook(command, options);
   command.add_flag("--trace", options.trace, "The library's trace lines, on standard error")
       ->group("Output");
 }

@@ -359,7 +359,7 @@ void LogRun::visit(const LogFile& file, const log::LogUnit& unit, std::uint64_t 
 }
 
 void LogRun::endIfEnough() const {
-  if (visited_ == choosing_.first) throw Enough();
+  if (stopped_ || visited_ == choosing_.first) throw Enough();
 }
 
 void LogRun::visitKept() {

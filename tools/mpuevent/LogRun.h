@@ -80,6 +80,9 @@ class LogRun {
   /// Closes the output; then the cursor, if there is one, may tell that all was written.
   void finish();
 
+  /// For a visitor: no further event is wanted.
+  void stop() { stopped_ = true; }
+
   /// Records that are longer than what can be decoded of them are no damage from now on.
   void acceptLongRecords() { longRecordsAccepted_ = true; }
 
@@ -149,6 +152,7 @@ class LogRun {
   bool failed_ = false;
   bool damaged_ = false;
   bool longRecordsAccepted_ = false;
+  bool stopped_ = false;
   bool follows_ = false;
   bool showedLast_ = false;  // those that were there before it waited for more
   std::optional<log::Cursor> cursor_;

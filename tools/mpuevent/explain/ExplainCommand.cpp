@@ -87,7 +87,7 @@ ExitCode findEvent(const ExplainOptions& options, Output& output,
   input.selection.names = {options.file};
   input.form = options.form;
   ChoosingOptions choosing;
-  // A store finds it; of a file all is read, to tell how many events it has.
+  // A store finds it; of a file all is read, to tell of others that have the id.
   if (options.sequence && isStore(options.file)) {
     const auto id = static_cast<std::uint32_t>(*options.sequence);
     choosing.choice.require(log::HeaderNumber::sequenceId, {
@@ -102,6 +102,7 @@ ExitCode findEvent(const ExplainOptions& options, Output& output,
     if (!matches(options, unit, index)) return;
     if (!found) {
       found.emplace(unit, 0, index);
+      if (!options.sequence) run.stop();
     } else {
       others.push_back(index);
     }

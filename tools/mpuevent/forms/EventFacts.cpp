@@ -50,10 +50,7 @@ void EventFacts::read(const DecodedEvent& decoded) {
   eventIdVersion_ = record.idVersion();
   eventId_ = utf8(event.getEventID());
   summary_ = utf8(event.getSummary());
-  const Pegasus::String body = event.getBody();
-  body_ = utf8(body);
-  fieldsKnown_ = decoded.fields != nullptr && decoded.fields->isComplete();
-  if (fieldsKnown_) fields_.take(*decoded.fields, body_, body.size());
+  if (withBody_) readBody(decoded);
 
   rawEventType_ = record.type();
   recordLength_ = record.size();
@@ -61,6 +58,13 @@ void EventFacts::read(const DecodedEvent& decoded) {
   payload_.reset();
   if (payloadWanted()) payload_ = decoded.record.subspan(Record::headerSize);
   readFile(decoded.file);
+}
+
+void EventFacts::readBody(const DecodedEvent& decoded) {
+  const Pegasus::String body = decoded.event.getBody();
+  body_ = bodyText_.assign(body);
+  fieldsKnown_ = decoded.fields != nullptr && decoded.fields->isComplete();
+  if (fieldsKnown_) fields_.take(*decoded.fields, body_, body.size());
 }
 
 // Converted when another file begins.

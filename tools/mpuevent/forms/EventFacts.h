@@ -23,7 +23,9 @@ namespace mpuevent::tool {
 /// same names. Made to be used again for event after event.
 class EventFacts {
  public:
-  explicit EventFacts(ShowPayload payload) : showPayload_(payload) {}
+  /// Without its body nobody is to ask for it.
+  explicit EventFacts(ShowPayload payload, bool withBody = true)
+      : showPayload_(payload), withBody_(withBody) {}
 
   /// What `decoded` refers to must last as long as the facts are asked for.
   void read(const DecodedEvent& decoded);
@@ -78,10 +80,12 @@ class EventFacts {
  private:
   bool lengthsAgree() const { return recordLength_ == Record::headerSize + structLength_; }
   PaddedView eventTypeText(Pegasus::Quarn_Event& event);
+  void readBody(const DecodedEvent& decoded);
   void readFile(std::optional<std::string_view> file);
   bool payloadWanted() const;
 
   const ShowPayload showPayload_;
+  const bool withBody_;
 
   std::uint64_t index_ = 0;
   std::uint64_t offset_ = 0;
@@ -110,7 +114,8 @@ class EventFacts {
   std::optional<std::span<const unsigned char>> payload_;
   std::optional<PaddedView> file_;
 
-  std::array<Utf8Text, 7> texts_;
+  std::array<Utf8Text, 6> texts_;
+  Utf8Text bodyText_;
   std::map<unsigned, Utf8Text> eventTypeTexts_;  // of the codes seen so far
   std::map<unsigned, PaddedView> eventTypes_;    // the texts in them
   TextBuffer timeText_;

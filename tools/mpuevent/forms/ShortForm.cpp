@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <string>
 
+#include "Colours.h"
 #include "EventFacts.h"
 #include "EventForm.h"
 #include "Numbers.h"
@@ -9,10 +10,6 @@
 namespace mpuevent::tool {
 
 namespace {
-
-constexpr std::string_view kPlain = "\x1b[0m";
-// Event types 0 to 3.
-constexpr std::string_view kTypeColours[] = {"", "", "\x1b[33m", "\x1b[1;31m"};
 
 constexpr std::size_t kCountWidth = 10;
 constexpr std::size_t kSlotWidth = 2;
@@ -103,9 +100,7 @@ class ShortForm : public EventForm {
   void write(const DecodedEvent& decoded, TextBuffer& to) override {
     facts_.read(decoded);
     const std::string_view line = line_.write(facts_);
-    const std::string_view colour = coloured_ && line_.type() < std::size(kTypeColours)
-                                        ? kTypeColours[line_.type()]
-                                        : std::string_view();
+    const std::string_view colour = coloured_ ? colourOfType(line_.type()) : std::string_view();
     to += colour;
     to += width_ == 0 ? line : fitting(line, width_);
     if (!colour.empty()) to += kPlain;
@@ -115,7 +110,7 @@ class ShortForm : public EventForm {
  private:
   const std::size_t width_;
   const bool coloured_;
-  EventFacts facts_{ShowPayload::never};
+  EventFacts facts_{ShowPayload::never, false};
   ShortLine line_;
 };
 

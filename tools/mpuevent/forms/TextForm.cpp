@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <string>
 
+#include "Colours.h"
 #include "EventFacts.h"
 #include "EventForm.h"
 #include "HexDump.h"
@@ -13,13 +14,6 @@ namespace {
 
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kWidestAligned = 32;
-
-constexpr std::string_view kPlain = "\x1b[0m";
-constexpr std::string_view kFaint = "\x1b[2m";
-constexpr std::string_view kBold = "\x1b[1m";
-
-// Event types 0 to 3.
-constexpr std::string_view kTypeColours[] = {"", "", "\x1b[33m", "\x1b[1;31m"};
 
 /// The facts of an event as labelled lines.
 class TextBlock {
@@ -69,10 +63,11 @@ class TextBlock {
   }
   void coded(const FactKey&, unsigned code, const FactKey& wordKey, PaddedView word) {
     label(wordKey);
-    const bool shaded = &wordKey == &"event_type"_key && code < std::size(kTypeColours);
-    if (shaded) colour(kTypeColours[code]);
+    const std::string_view shade =
+        &wordKey == &"event_type"_key ? colourOfType(code) : std::string_view();
+    colour(shade);
     appendVisible(to_, word);
-    if (shaded && !kTypeColours[code].empty()) colour(kPlain);
+    if (!shade.empty()) colour(kPlain);
     to_ += word.empty() ? "(" : " (";
     appendDecimal(to_, code);
     to_ += ")\n";

@@ -84,16 +84,18 @@ void FollowedFile::queueUnseen() {
   std::vector<struct stat> seen;
   for (LogPart& part : rotatedParts(name_)) {
     const struct stat status = part.status();
-    const bool isCurrent = part_ && !part_->isRotated && isSameFile(status, part_->file.status());
-    if (isCurrent || isSameFile(status, file_.status())) continue;
-    const bool old = std::any_of(seen_.begin(), seen_.end(), [&status](const struct stat& known) {
-      return isSameFile(status, known) && !isOlder(status, known) && !isOlder(known, status);
-    });
-    if (!old && looked_) waiting_.push_back({std::move(part)});
+    if (isSameFile(status, file_.status())) continue;
+    if (!isSeen(status) && looked_) waiting_.push_back({std::move(part)});
     seen.push_back(status);
   }
   seen_ = std::move(seen);
   looked_ = true;
+}
+
+bool FollowedFile::isSeen(const struct stat& status) const {
+  return std::any_of(seen_.begin(), seen_.end(), [&status](const struct stat& known) {
+    return isSameFile(status, known) && !isOlder(status, known) && !isOlder(known, status);
+  });
 }
 
 void FollowedFile::open(Part part) {
@@ -123,12 +125,19 @@ long FollowedFile::read(unsigned char* to, std::size_t room) {
 }
 
 bool FollowedFile::isStillTheSame() {
-  if (isPipe_) return true;
-  const FilePlace place = here();
-  if (place.length != 0 || part_->isRotated) return part_->file.holds(place);
-  // Nothing is known, but what was there may have become a copy since somebody looked.
-  queueUnseen();
-  return waiting_.empty();
+  if (isPipe_ || !part_->file.isOpen()) return true;
+  return part_->file.holds(here()) && (part_->isRotated || !wasCopied());
+}
+
+// The bytes that are known tell little where they are few: records begin alike.
+bool FollowedFile::wasCopied() {
+  for (const LogPart& copy : rotatedParts(name_)) {
+    const struct stat status = copy.status();
+    if (isSeen(status) || isSameFile(status, part_->file.status())) continue;
+    if (here().length == 0 || !part_->file.holds(copy.end())) return true;
+    seen_.push_back(status);
+  }
+  return false;
 }
 
 long FollowedFile::readHere(unsigned char* to, std::size_t room) const {
@@ -177,13 +186,21 @@ bool FollowedFile::isReplaced() const {
 bool FollowedFile::goOnInCopy() {
   const FilePlace place = here();
   std::vector<LogPart> parts = rotatedParts(name_);
-  const auto copy = std::find_if(parts.rbegin(), parts.rend(), [&](const LogPart& part) {
+  const auto isCopy = [&](const LogPart& part) {
     return part.holds(place) && !isSameFile(part.status(), part_->file.status());
+  };
+  // What came later is read later; of those that were copies before, the last.
+  auto copy = std::find_if(parts.begin(), parts.end(), [&](const LogPart& part) {
+    return !isSeen(part.status()) && isCopy(part);
   });
+  if (copy == parts.end()) {
+    const auto last = std::find_if(parts.rbegin(), parts.rend(), isCopy);
+    if (last != parts.rend()) copy = std::prev(last.base());
+  }
   // What is in it now comes later.
   if (!part_->isRotated) file_ = std::move(part_->file);
   part_->isRotated = true;
-  if (place.length == 0 || copy == parts.rend()) return false;
+  if (place.length == 0 || copy == parts.end()) return false;
   seen_.push_back(copy->status());
   part_->file = std::move(*copy);
   return true;

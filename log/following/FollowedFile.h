@@ -62,6 +62,9 @@ class FollowedFile {
 
   void open(Part part);
   void queueUnseen();
+  bool isSeen(const struct stat& status) const;
+  // Whether the file that is read was copied and is not what the copy is any more.
+  bool wasCopied();
   bool isReplaced() const;
   bool isAtEnd() const;
   FilePlace here() const;

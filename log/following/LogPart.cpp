@@ -47,20 +47,29 @@ long LogPart::readAt(std::uint64_t offset, unsigned char* to, std::size_t room) 
   }
 }
 
-bool LogPart::holds(const FilePlace& place) const {
-  if (!isOpen() || place.length > place.offset) return false;
-  if (place.length == 0) return true;
+std::optional<std::uint64_t> LogPart::digest(std::uint64_t from, std::uint64_t to) const {
   std::array<unsigned char, 4096> bytes;
   std::uint64_t digest = digestOf({});
-  for (std::uint64_t at = place.offset - place.length; at < place.offset;) {
-    const auto wanted =
-        static_cast<std::size_t>(std::min<std::uint64_t>(bytes.size(), place.offset - at));
-    const long got = readAt(at, bytes.data(), wanted);
-    if (got <= 0) return false;
+  while (from < to) {
+    const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(bytes.size(), to - from));
+    const long got = readAt(from, bytes.data(), wanted);
+    if (got <= 0) return std::nullopt;
     digest = digestOf({bytes.data(), static_cast<std::size_t>(got)}, digest);
-    at += static_cast<std::uint64_t>(got);
+    from += static_cast<std::uint64_t>(got);
   }
-  return digest == place.digest;
+  return digest;
+}
+
+FilePlace LogPart::end() const {
+  constexpr std::uint64_t known = 4096;
+  const auto size = static_cast<std::uint64_t>(status().st_size);
+  const std::uint64_t length = std::min(size, known);
+  return {size, length, digest(size - length, size).value_or(0)};
+}
+
+bool LogPart::holds(const FilePlace& place) const {
+  if (!isOpen() || place.length > place.offset) return false;
+  return place.length == 0 || digest(place.offset - place.length, place.offset) == place.digest;
 }
 
 bool isSameFile(const struct stat& one, const struct stat& other) {

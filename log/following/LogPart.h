@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,10 +30,15 @@ class LogPart {
   struct stat status() const;
   /// As ReadBytesAt.
   long readAt(std::uint64_t offset, unsigned char* to, std::size_t room) const;
+  /// Its end, with the last bytes before that.
+  FilePlace end() const;
   /// Whether the bytes before the place are those that it knows.
   bool holds(const FilePlace& place) const;
 
  private:
+  /// Of the bytes in [from, to); nothing if not all are there.
+  std::optional<std::uint64_t> digest(std::uint64_t from, std::uint64_t to) const;
+
   int descriptor_ = -1;
   int error_ = 0;
 };

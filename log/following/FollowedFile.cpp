@@ -134,7 +134,10 @@ bool FollowedFile::wasCopied() {
   for (const LogPart& copy : rotatedParts(name_)) {
     const struct stat status = copy.status();
     if (isSeen(status) || isSameFile(status, part_->file.status())) continue;
-    if (here().length == 0 || !part_->file.holds(copy.end())) return true;
+    if (here().length == 0) return true;
+    // To be truncated is to be written to.
+    if (isOlder(part_->file.status(), status) || !copy.holds(here())) continue;
+    if (!part_->file.holds(copy.end())) return true;
     seen_.push_back(status);
   }
   return false;
@@ -191,7 +194,7 @@ bool FollowedFile::goOnInCopy() {
   };
   // What came later is read later; of those that were copies before, the last.
   auto copy = std::find_if(parts.begin(), parts.end(), [&](const LogPart& part) {
-    return !isSeen(part.status()) && isCopy(part);
+    return !isSeen(part.status()) && !isOlder(part_->file.status(), part.status()) && isCopy(part);
   });
   if (copy == parts.end()) {
     const auto last = std::find_if(parts.rbegin(), parts.rend(), isCopy);

@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <fstream>
+#include <string_view>
+#include <system_error>
 
 #include "store/Engines.h"
 
@@ -20,6 +23,9 @@ bool isServer(std::string_view name) {
 
 bool isStore(const std::string& name) {
   if (isServer(name)) return true;
+  // What a FIFO gives out it gives once.
+  std::error_code unknown;
+  if (!std::filesystem::is_regular_file(name, unknown)) return false;
   std::array<char, kSqliteMagic.size()> beginning{};
   std::ifstream file(name, std::ios::binary);
   return file.read(beginning.data(), beginning.size()) &&

@@ -11,7 +11,7 @@ void writeCodeText(BodyWriter& out, CodeTable texts, std::uint64_t code, Format 
   out.text(fallback.behind);
 }
 
-void writeCode(BodyWriter& body, RecordView layout, std::string_view key, Number number,
+void writeCode(BodyWriter& body, RecordView layout, std::string_view key, const Number& number,
                CodeTable texts, const Fallback& fallback) {
   if (!layout.holds(number.offset, byteCount(number.width))) return;
   body.openElement(key);

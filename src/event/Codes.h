@@ -27,7 +27,7 @@ void writeCodeText(BodyWriter& out, CodeTable texts, std::uint64_t code, Format 
 
 /// Writes the element of a number that is a code. The number's format is that of the number in the
 /// fall-back. The element is left out if the number's bytes are not all held.
-void writeCode(BodyWriter& body, RecordView layout, std::string_view key, Number number,
+void writeCode(BodyWriter& body, RecordView layout, std::string_view key, const Number& number,
                CodeTable texts, const Fallback& fallback);
 [[gnu::always_inline]] inline void writeCode(BodyWriter& body, RecordView layout,
                                              const Field& field, CodeTable texts,

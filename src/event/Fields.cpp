@@ -9,12 +9,12 @@ namespace mpuevent {
 namespace {
 
 /// Of a number whose bytes are held.
-inline std::uint64_t heldNumber(RecordView layout, Number number) {
+inline std::uint64_t heldNumber(RecordView layout, const Number& number) {
   if (number.width == Width::u24) return layout.number(number.offset + std::size_t{1}, 3);
   return layout.number(number.offset, byteCount(number.width));
 }
 
-char* putField(char* place, RecordView layout, Number number) {
+char* putField(char* place, RecordView layout, const Number& number) {
   const auto word = [&](std::size_t index) { return layout.u32(number.offset + 4 * index); };
   switch (number.width) {
     case Width::wordPair:
@@ -32,13 +32,13 @@ constexpr std::size_t longestField = 4 * longestWord;
 
 }  // namespace
 
-std::uint64_t numberAt(RecordView layout, Number number) {
+std::uint64_t numberAt(RecordView layout, const Number& number) {
   assert(isOneNumber(number.width));
   if (!layout.holds(number.offset, byteCount(number.width))) return 0;
   return heldNumber(layout, number);
 }
 
-void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, Number number) {
+void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, const Number& number) {
   if (!layout.holds(number.offset, byteCount(number.width))) return;
   writeElement(body, key, longestField,
                [&](char* place) { return putField(place, layout, number); });

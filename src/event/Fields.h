@@ -85,7 +85,9 @@ struct Field : Number {
     TextBefore key;
     Number number;
   };
-  constexpr Packed packed(auto place) const { return {place(key), *this}; }
+  constexpr Packed packed(auto place) const {
+    return {place(key), static_cast<const Number&>(*this)};
+  }
 
   /// Does not compile for a width that the format would cut or could not show.
   consteval Field(std::string_view name, std::uint16_t at, Width size, Format form)
@@ -127,14 +129,19 @@ struct Layout {
 
 /// The number at a field's offset; 0 if its bytes are not all held. Not for a field of several
 /// words.
-std::uint64_t numberAt(RecordView layout, Number number);
+std::uint64_t numberAt(RecordView layout, const Number& number);
 
 /// Writes the element of a row. Its offset counts from the start of `layout`; it is left out if
 /// its bytes are not all held.
+<<<<<<< HEAD
 void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, Number number);
 /// In place, so that a single row is no object with a pointer.
 [[gnu::always_inline]] inline void writeField(BodyWriter& body, RecordView layout,
                                               const Field& field) {
+=======
+void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, const Number& number);
+inline void writeField(BodyWriter& body, RecordView layout, const Field& field) {
+>>>>>>> 9bf1a50 (tidy: numbers of rows go by reference, a socket's rows stand at their file's head)
   writeNumber(body, layout, field.key, field);
 }
 

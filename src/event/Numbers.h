@@ -109,9 +109,9 @@ inline constexpr HexForm hexForms[] = {
 };
 
 inline char* putHexNumber(char* place, const HexForm& form, std::uint64_t value) {
-  std::memcpy(place, "0x", 2);
+  putLiteral(place, "0x");
   place = putHexDigits(place + form.prefixSize, value, form.digits, form.letters);
-  std::memcpy(place, " (hex)", 6);
+  putLiteral(place, " (hex)");
   return place + form.markSize;
 }
 

@@ -58,9 +58,11 @@ inline char* putPackedText(char* place, std::string_view text) {
 
 [[gnu::always_inline]] inline char* putClosing(char* place, std::string_view key, Separator behind,
                                                auto put) {
-  std::memcpy(place, "</", 2);
+  place[0] = '<';
+  place[1] = '/';
   place = put(place + 2, key);
-  std::memcpy(place, "> ", 2);
+  place[0] = '>';
+  place[1] = ' ';
   return place + (behind == Separator::blank ? 2 : 1);
 }
 

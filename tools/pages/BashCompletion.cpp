@@ -137,7 +137,8 @@ std::string bashCompletion(const std::vector<CommandFacts>& commands) {
   Values values = valuesOf(commands);
   add(values, {}, namesOfCommands(commands), "");
   for (const auto& [answer, patterns] : values) {
-    text += "    " + patterns + ")\n      printf '%s\\n' " + answer + "\n      ;;\n";
+    text.append("    ").append(patterns).append(")\n      printf '%s\\n' ").append(answer);
+    text += "\n      ;;\n";
   }
   return text + "  esac\n}\n" + kTail;
 }

@@ -46,6 +46,7 @@ std::vector<std::string> wordsOf(CLI::Option& option) {
 // Sorted, as the set is one of pointers.
 std::vector<std::string> namesOf(const std::set<CLI::Option*>& options) {
   std::vector<std::string> names;
+  names.reserve(options.size());
   for (const CLI::Option* option : options) names.push_back(option->get_name());
   std::sort(names.begin(), names.end());
   return names;

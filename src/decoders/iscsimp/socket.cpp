@@ -16,6 +16,12 @@ using enum Format;
 
 namespace {
 
+constexpr Field targetPort = {"Target_TCP_Port", 8, u16, udec};
+constexpr Field initiatorPort = {"Initiator_TCP_Port", 10, u16, udec};
+constexpr Field closeReason = {"Close_Reason", 20, u32, udec};
+constexpr std::size_t targetAddress = 12;
+constexpr std::size_t initiatorAddress = 16;
+
 constexpr std::uint32_t noSocket = 65535;
 
 constexpr std::uint16_t socketClosed = 5;
@@ -33,10 +39,10 @@ void writeAddressElement(BodyWriter& body, RecordView data, std::string_view key
   body.closeElement(key);
 }
 
-void writeEndpoint(BodyWriter& out, RecordView data, std::size_t address, std::size_t port) {
+void writeEndpoint(BodyWriter& out, RecordView data, std::size_t address, const Field& port) {
   writeIpAddress(out, data, address);
   out.character(':');
-  out.decimal(std::uint32_t{data.u16(port)});
+  out.decimal(std::uint32_t{data.u16(port.offset)});
 }
 
 }  // namespace
@@ -49,20 +55,12 @@ void writeBasicEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
 }
 
 void writeSocketEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
-  constexpr std::size_t targetPort = 8;
-  constexpr std::size_t initiatorPort = 10;
-  constexpr std::size_t targetAddress = 12;
-  constexpr std::size_t initiatorAddress = 16;
-  constexpr Field targetPortField = {"Target_TCP_Port", targetPort, u16, udec};
-  constexpr Field initiatorPortField = {"Initiator_TCP_Port", initiatorPort, u16, udec};
-  constexpr Field closeReason = {"Close_Reason", 20, u32, udec};
-
   const std::uint16_t status = data.u16(2);
   if (!isSuccess(status)) writeReason(body, data);
   writeField(body, data, socketNumber);
-  writeField(body, data, targetPortField);
+  writeField(body, data, targetPort);
   writeAddressElement(body, data, "Target_IP_Address", targetAddress);
-  writeField(body, data, initiatorPortField);
+  writeField(body, data, initiatorPort);
   writeAddressElement(body, data, "Initiator_IP_Address", initiatorAddress);
 
   if (!isSuccess(status)) return writeStatus(summary, data);

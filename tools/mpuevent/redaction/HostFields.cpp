@@ -43,7 +43,7 @@ std::string safe(const std::string& text) {
 std::string rawOf(std::string_view shown, std::string_view payload) {
   while (!payload.empty() && shown.find('\\') != std::string_view::npos) {
     const std::size_t end = std::min(payload.find('\0'), payload.size());
-    const std::string text(payload.substr(0, end));
+    std::string text(payload.substr(0, end));
     if (!text.empty() && safe(text) == shown) return text;
     payload.remove_prefix(std::min(end + 1, payload.size()));
   }

@@ -11,9 +11,11 @@ namespace mpuevent::tool {
 
 namespace {
 
+using namespace std::string_view_literals;
+
 constexpr std::array<std::string_view, 2> kServers = {"postgresql://", "postgres://"};
 constexpr std::array<std::string_view, 3> kBesideStore = {"-wal", "-shm", "-journal"};
-constexpr std::string_view kSqliteMagic{"SQLite format 3", 16};
+constexpr std::string_view kSqliteMagic = "SQLite format 3\0"sv;
 
 bool isServer(std::string_view name) {
   return name.starts_with(kServers[0]) || name.starts_with(kServers[1]);

@@ -133,15 +133,10 @@ std::uint64_t numberAt(RecordView layout, const Number& number);
 
 /// Writes the element of a row. Its offset counts from the start of `layout`; it is left out if
 /// its bytes are not all held.
-<<<<<<< HEAD
-void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, Number number);
+void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, const Number& number);
 /// In place, so that a single row is no object with a pointer.
 [[gnu::always_inline]] inline void writeField(BodyWriter& body, RecordView layout,
                                               const Field& field) {
-=======
-void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, const Number& number);
-inline void writeField(BodyWriter& body, RecordView layout, const Field& field) {
->>>>>>> 9bf1a50 (tidy: numbers of rows go by reference, a socket's rows stand at their file's head)
   writeNumber(body, layout, field.key, field);
 }
 

@@ -76,13 +76,8 @@ String bodyOf(const Record& record, Kind kind, std::string_view& summary) {
 /// What an exported function does: its caller gets the summary as it is, without any escape.
 String bodyAndSummary(EmpEvLogMsg_s* record, char* destination, Kind kind) {
   std::string_view summary;
-<<<<<<< HEAD
-  const String body =
-      exportedBody(record, [&](const Record& trusted) { return bodyOf(trusted, kind, summary); });
-=======
   String body =
-      exportedBody(record, [&](const Record& trusted) { return bodyOf(trusted, write, summary); });
->>>>>>> 9bf1a50 (tidy: numbers of rows go by reference, a socket's rows stand at their file's head)
+      exportedBody(record, [&](const Record& trusted) { return bodyOf(trusted, kind, summary); });
   copySummary(destination, summary);
   return body;
 }

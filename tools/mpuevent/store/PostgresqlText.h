@@ -1,12 +1,12 @@
 #ifndef MPUEVENT_TOOL_STORE_POSTGRESQLTEXT_H
 #define MPUEVENT_TOOL_STORE_POSTGRESQLTEXT_H
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <variant>
 #include <vector>
 
@@ -46,7 +46,9 @@ class CopyText {
     std::string_view text;
     std::size_t place;  // among the words, from 1
 
-    auto operator<=>(const Word&) const = default;
+    bool operator<(const Word& other) const {
+      return std::tie(beginning, text, place) < std::tie(other.beginning, other.text, other.place);
+    }
   };
 
   TextBuffer& to_;

@@ -91,6 +91,7 @@ class Connection {
   /// One statement; numbers in its rows are read in the binary form.
   Rows ask(const std::string& sql, const std::vector<std::string>& texts = {}) {
     std::vector<const char*> values;
+    values.reserve(texts.size());
     for (const std::string& text : texts) values.push_back(text.c_str());
     return take(PQexecParams(connection_.get(), sql.c_str(), static_cast<int>(values.size()),
                              nullptr, values.data(), nullptr, nullptr, 1));
@@ -241,6 +242,7 @@ std::vector<Row> newRows(Connection& connection, const Batch& batch) {
   const std::uint64_t first =
       connection.ask("SELECT nextval('events_id') * " + std::to_string(kIdsOfBatch)).number(0, 0);
   std::vector<Row> rows;
+  rows.reserve(keys.size());
   for (const Key& key : keys) rows.push_back({std::get<5>(key), first + std::get<5>(key)});
   return rows;
 }
@@ -403,8 +405,8 @@ void PostgresqlStore::makePartitions(std::span<const std::uint64_t> missing) {
     const std::string name = "events_" + std::to_string(partition);
     if (connection_.ask("SELECT to_regclass('" + name + "') IS NULL").number(0, 0) != 0) {
       connection_.run("CREATE TABLE " + name +
-                      " (LIKE events INCLUDING ALL) WITH (toast_tuple_target = 8160);" +  //
-                      "ALTER TABLE events ATTACH PARTITION " + name + " FOR VALUES FROM (" +
+                      " (LIKE events INCLUDING ALL) WITH (toast_tuple_target = 8160)");
+      connection_.run("ALTER TABLE events ATTACH PARTITION " + name + " FOR VALUES FROM (" +
                       std::to_string(partition << kPartitionBits) + ") TO (" +
                       std::to_string((partition + 1) << kPartitionBits) + ")");
     }
@@ -464,6 +466,7 @@ std::vector<bool> PostgresqlStore::has(std::span<const RecordKey> keys) {
     columns[4].add(key.hash);
   }
   std::vector<std::string> texts;
+  texts.reserve(std::size(columns));
   for (ArrayText& column : columns) texts.push_back(column.take());
   const Rows rows = connection_.ask(
       "SELECT EXISTS (SELECT FROM events WHERE enclosure_serial = a AND controller_serial = b AND "
@@ -471,8 +474,10 @@ std::vector<bool> PostgresqlStore::has(std::span<const RecordKey> keys) {
       "$3::bigint[], $4::bigint[], $5::bytea[]) WITH ORDINALITY AS keys (a, b, c, d, e, place) "
       "ORDER BY place",
       texts);
-  std::vector<bool> known;
-  for (int row = 0; row < rows.count(); ++row) known.push_back(rows.number(row, 0) != 0);
+  std::vector<bool> known(static_cast<std::size_t>(rows.count()));
+  for (int row = 0; row < rows.count(); ++row) {
+    known[static_cast<std::size_t>(row)] = rows.number(row, 0) != 0;
+  }
   return known;
 }
 

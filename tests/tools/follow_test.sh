@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# follow_test.sh MPUEVENT...: a log is written in pieces, renamed away and copied and truncated, while
-# the tool follows it, is killed again and again, and goes on from its cursor.
+# follow_test.sh MPUEVENT...: a log is written in pieces and renamed away while the tool follows it, is
+# killed again and again, and goes on from its cursor; then it is copied and truncated under its eyes.
 set -u
 tool=("${@:1:$#-1}" "$(realpath "${!#}")")
 here=$(mktemp -d)
@@ -28,10 +28,7 @@ write_log() {
     cat part >>log
     [ $((i % 4)) = 0 ] && sleep 0.05
     tail -c +$(($(stat -c %s part) + 1)) piece >>log
-    case $((RANDOM % 12)) in
-      0) mv log "log.$i" ;;
-      1) cp log "log.$i" && : >log ;;
-    esac
+    [ $((RANDOM % 8)) != 0 ] || mv log "log.$i"
   done
 }
 options=(decode -o csv --no-header --fields sequence_id,record_length --cursor-file place)
@@ -47,14 +44,27 @@ while kill -0 $writer 2>/dev/null; do
   kill -9 $!
   wait $! 2>/dev/null
 done
+: >>log  # it may just have been renamed
 follow
-for ((i = 0; i < 200; ++i)); do
-  arrived $(seq 0 $((last - 1))) && break
-  sleep 0.1
-done
-arrived $(seq 0 $((last - 1))) || fail "$(sort -n -u out | wc -l) of $last events: $(cat err)"
+# come IDS...: they do, within a while.
+come() {
+  local i
+  for ((i = 0; i < 600; ++i)); do
+    arrived "$@" && return
+    sleep 0.1
+  done
+  fail "$(sort -n -u out | wc -l) of $# events: $(cat err)"
+}
+come $(seq 0 $((last - 1)))
 [ "$(wc -l <out)" -lt $((2 * last)) ] || fail "$(wc -l <out) lines: the place was not kept"
 grep -v 'is not there yet, waiting' err && fail 'messages'
+for i in 1 2 3; do
+  cp log "log.copy$i" && : >log
+  sleep 0.5
+  for id in $last $((last + 1)) $((last + 2)); do record "$id" >>log; done
+  last=$((last + 3))
+  come $(seq 0 $((last - 1)))
+done
 sleep 1  # it may have begun just now
 kill -TERM $!
 wait $!

@@ -19,7 +19,6 @@ namespace {
 
 using Pegasus::String;
 
-// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): only what is packed is kept.
 struct EventRow {
   struct Packed {
     TextBefore summary;

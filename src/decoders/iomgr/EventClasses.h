@@ -54,7 +54,6 @@ constexpr Carried operator+(RecordKind first, RecordKind second) {
   return both;
 }
 
-// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): only what is packed is kept.
 struct EventRow {
   struct Packed {
     TextBefore name;

@@ -25,7 +25,6 @@ enum class Body : std::uint8_t {
   stack
 };
 
-// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): only what is packed is kept.
 struct EventRow {
   struct Packed {
     TextBefore title;

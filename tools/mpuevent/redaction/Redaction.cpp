@@ -48,8 +48,8 @@ std::string toLatin1(std::string_view utf8) {
   for (std::size_t at = 0; at < utf8.size(); ++at) {
     const auto lead = static_cast<unsigned char>(utf8[at]);
     if (lead >= 0x80 && (lead < 0xC2 || lead > 0xC3 || ++at == utf8.size())) return {};
-    const unsigned low = static_cast<unsigned char>(utf8[at]);
-    bytes += static_cast<char>(lead < 0x80 ? lead : (lead & 3) << 6 | (low & 0x3F));
+    const auto last = static_cast<unsigned char>(utf8[at]);
+    bytes += static_cast<char>(lead < 0x80 ? lead : ((lead & 3) << 6) | (last & 0x3F));
   }
   return bytes;
 }

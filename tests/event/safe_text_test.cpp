@@ -1,8 +1,10 @@
 #include <MPUEvent/Quarn_Event.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "support/DecodedEvent.h"
 #include "support/ExpectedText.h"
@@ -64,6 +66,30 @@ TEST(SafeText, FollowsTheRuleOnTangledTags) {
     ASSERT_EQ(safe(text),
               utf8(Pegasus::String(mpuevent::support::expectedSafeString(text).c_str())))
         << text;
+  }
+}
+
+// Many open names that begin alike and closing tags that nearly fit: places are then looked up in
+// an index. Names hold "</", repeat themselves and stand at the very end.
+TEST(SafeText, FollowsTheRuleWhereNamesAreLookedUp) {
+  std::mt19937 random(20261);
+  const auto below = [&random](std::size_t limit) { return random() % limit; };
+  for (int i = 0; i < 2000; ++i) {
+    std::vector<std::string> names = {"a</a</a"};
+    for (int count = 0; count < 40; ++count) {
+      std::string& name = names.emplace_back("a");
+      for (std::size_t left = below(3) + 1; left > 0; --left) name += "ab/<"[below(4)];
+    }
+    std::shuffle(names.begin(), names.end(), random);
+    std::string text;
+    for (const std::string& name : names) text += "<" + name + ">";
+    for (int count = 0; count < 60; ++count) text += "</a!";
+    for (int count = 0; count < 12; ++count) {
+      const std::string& name = names[below(names.size())];
+      const std::string pieces[] = {"</" + name, "</" + name + ">", "</a", "a", "<" + name + ">"};
+      text += pieces[below(std::size(pieces))];
+    }
+    ASSERT_EQ(safe(text), mpuevent::support::expectedSafeString(text)) << text;
   }
 }
 

@@ -47,7 +47,7 @@ void Lookahead::remember(const Candidate& unit) {
   form_ = unit.form;
   ++units_;
   if (unit.verdict == Verdict::sound) ++soundUnits_;
-  if (unit.verdict > Verdict::possible) profile_.remember(recordOf(unit));
+  if (unit.verdict > Verdict::possible) profile_.remember(recordOf(unit), unit.writer);
 }
 
 Candidate Lookahead::message(std::size_t at) {
@@ -106,8 +106,9 @@ bool Lookahead::goesOn(const Candidate& unit, Candidate& next) const {
     return false;
   if (header == 0 && mayHaveSwallowed(unit.length, missingBetween(recordOf(unit), record)))
     return false;
-  if (!isOfKnownWriter(record, profile_)) return false;
-  next = {Verdict::sound, unit.form, unit.end(), length, length};
+  const FoundWriter writer = profile_.find(record);
+  if (!isOfKnownWriter(record, profile_, writer)) return false;
+  next = {Verdict::sound, unit.form, unit.end(), length, length, writer};
   return true;
 }
 

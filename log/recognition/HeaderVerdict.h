@@ -18,11 +18,13 @@ enum class Verdict {
 /// Judges the header alone; `record` holds all of it.
 Verdict judgeHeader(const Record& record, const LogProfile& profile);
 
-/// Whether the serials are those of earlier records, and not just empty.
-inline bool isOfKnownWriter(const Record& record, const LogProfile& profile) {
+/// Whether the serials are those of earlier records, and not just empty; `found` is what the profile
+/// found of the record.
+inline bool isOfKnownWriter(const Record& record, const LogProfile& profile,
+                            FoundWriter found = {}) {
   return (record.u8(Record::enclosureSerialNumberAt) != 0 ||
           record.u8(Record::controllerSerialNumberAt) != 0) &&
-         profile.knowsSerials(record);
+         (found.isKnown() || profile.knowsSerials(record));
 }
 
 /// How many of source, type and category are among those that the firmware has.

@@ -19,7 +19,7 @@ struct Candidate {
   std::size_t at = 0;
   std::size_t length = 0;            ///< of all of it
   std::size_t lengthFromRecord = 0;  ///< the same by `evStructLength`; differs in a damaged message
-  FoundWriter writer = {};     ///< if that is known already
+  FoundWriter writer = {};           ///< if that is known already
 
   std::size_t end() const { return at + length; }
   bool agrees() const { return length == lengthFromRecord; }

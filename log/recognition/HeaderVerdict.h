@@ -18,8 +18,8 @@ enum class Verdict {
 /// Judges the header alone; `record` holds all of it.
 Verdict judgeHeader(const Record& record, const LogProfile& profile);
 
-/// Whether the serials are those of earlier records, and not just empty; `found` is what the profile
-/// found of the record.
+/// Whether the serials are those of earlier records, and not just empty; `found` is what the
+/// profile found of the record.
 inline bool isOfKnownWriter(const Record& record, const LogProfile& profile,
                             FoundWriter found = {}) {
   return (record.u8(Record::enclosureSerialNumberAt) != 0 ||

@@ -11,8 +11,7 @@ bool sameLog(const Record& one, const Record& other) {
 }
 
 std::size_t LogProfile::add(const Record& record) {
-  const std::size_t index =
-      count_ < most ? count_++ : std::exchange(oldest_, (oldest_ + 1) % most);
+  const std::size_t index = count_ < most ? count_++ : std::exchange(oldest_, (oldest_ + 1) % most);
   Writer& writer = writers_[index];
   std::copy_n(record.data(), serialsSize, writer.serials.begin());
   firsts_.set(writer.serials[0]);

@@ -97,7 +97,7 @@ class LogProfile {
   std::size_t count_ = 0;
   std::size_t oldest_ = 0;
   std::uint64_t added_ = 0;
-  std::bitset<256> firsts_;        // with which bytes the serials begin
+  std::bitset<256> firsts_;  // with which bytes the serials begin
   std::uint64_t steps_ = 0;
   std::uint64_t stepsOn_ = 0;
 };

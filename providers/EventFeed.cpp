@@ -1,6 +1,5 @@
 #include "EventFeed.h"
 
-#include <sys/stat.h>
 #include <syslog.h>
 
 #include <cstdint>
@@ -16,11 +15,13 @@
 #include "log/following/FollowedFile.h"
 #include "log/following/Spool.h"
 #include "log/framing/LogReader.h"
+#include "log/input/LogSource.h"
 
 namespace mpuevent::provider {
 
 namespace {
 
+namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 using std::chrono::seconds;
 
@@ -39,10 +40,9 @@ class Follower {
               [this] { return isStopped(); }) {
     if (const auto& place = cursor_.place()) {
       file_.beginBehind(place->file, place->time);
-    } else if (spool_ || settings.fromBeginning || isNew) {
-      cursor_.saveBeginning(file_.beginning());
     } else {
-      knownTo_ = sizeOf(settings.events);
+      if (!spool_ && !settings.fromBeginning && !isNew) knownTo_ = fs::file_size(settings.events);
+      if (knownTo_ == 0) cursor_.saveBeginning(file_.beginning());
     }
   }
 
@@ -63,15 +63,8 @@ class Follower {
   static std::string spoolName(const Settings& settings) { return settings.state + "/spool"; }
 
   static std::unique_ptr<log::Spool> makeSpool(const Settings& settings) {
-    struct stat status {};
-    const bool isFifo = ::stat(settings.events.c_str(), &status) == 0 && S_ISFIFO(status.st_mode);
-    if (!isFifo && settings.events.front() == '/') return nullptr;
+    if (settings.events.front() == '/' && !fs::is_fifo(settings.events)) return nullptr;
     return std::make_unique<log::Spool>(settings.events, spoolName(settings));
-  }
-
-  static std::uint64_t sizeOf(const std::string& name) {
-    struct stat status {};
-    return ::stat(name.c_str(), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
   }
 
   // Asked again and again while nothing comes.
@@ -82,13 +75,10 @@ class Follower {
 
   void readPart() {
     const std::uint64_t begin = file_.begin();
+    const log::LogSource source = sourceOf(file_, "events");
     log::LogReader reader(
-        [this](unsigned char* to, std::size_t room) { return file_.read(to, room); },
-        log::LogForm::automatic, [this](const log::Finding& finding) { tell(finding); },
-        [this] { return file_.idle(); },
-        [this](std::uint64_t offset, unsigned char* to, std::size_t room) {
-          return file_.readAt(offset, to, room);
-        });
+        source.read, log::LogForm::automatic,
+        [this](const log::Finding& finding) { tell(finding); }, source.isIdle, source.readAt);
     log::LogUnit unit;
     for (std::uint64_t index = 0; reader.next(unit) && !isStopped(); ++index) {
       unit.offset += begin;
@@ -97,7 +87,7 @@ class Follower {
       remember(unit, index, isOld ? Clock::now() - settling_ : Clock::now());
     }
     if (reader.readError() != 0) {
-      throw std::system_error(reader.readError(), std::generic_category(), "events");
+      throw std::system_error(reader.readError(), std::generic_category(), source.name);
     }
   }
 
@@ -111,10 +101,11 @@ class Follower {
   }
 
   void remember(const log::LogUnit& unit, std::uint64_t index, Clock::time_point now) {
-    const bool begun = !done_.empty() && now - done_.back().begin < seconds(1);
-    const Clock::time_point begin = begun ? done_.back().begin : now;
-    if (begun) done_.pop_back();
-    done_.push_back({begin, log::KeptUnit(unit, 0, index)});
+    if (done_.empty() || now - done_.back().begin >= seconds(1)) {
+      done_.push_back({now, log::KeptUnit(unit, 0, index)});
+    } else {
+      done_.back().unit = log::KeptUnit(unit, 0, index);
+    }
   }
 
   void settle() {
@@ -163,9 +154,9 @@ void EventFeed::run(const std::stop_token& stop) const {
   std::string told;  // once, however often it happens
   while (!stop.stop_requested()) {
     try {
-      std::filesystem::create_directories(settings_.state);
+      fs::create_directories(settings_.state);
       // Whether it is a FIFO shows when it is there.
-      if (settings_.events.front() == '/' && !std::filesystem::exists(settings_.events)) {
+      if (settings_.events.front() == '/' && !fs::exists(settings_.events)) {
         isNew = true;
       } else {
         Follower(settings_, deliver_, settling_, stop, isNew).run();

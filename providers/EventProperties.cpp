@@ -7,13 +7,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
-#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "EventDecoder.h"
+#include "event/HexDigits.h"
 #include "forms/Utf8.h"
 #include "log/choosing/RecordBytes.h"
 
@@ -25,12 +25,8 @@ using Pegasus::String;
 using Pegasus::Uint16;
 using Pegasus::Uint32;
 using Pegasus::Uint64;
-using tool::FactKey;
-using tool::PaddedView;
 
 constexpr const char* kOwner = "MPU";
-
-String ascii(const std::string& text) { return {text.data(), static_cast<Uint32>(text.size())}; }
 
 /// What CIM says of the alerts of a category.
 struct Classification {
@@ -38,7 +34,9 @@ struct Classification {
   Uint16 probableCause;  // of errors and warnings
 };
 constexpr Uint16 kOtherAlertType = 1;
+constexpr Uint16 kOtherFormat = 1;
 constexpr Uint16 kUnknownCause = 0;
+constexpr Uint16 kWarning = 3;  // a severity
 
 constexpr Classification kByCategory[] = {
     {1, 0 }, // none: Other, Unknown
@@ -57,108 +55,71 @@ constexpr Classification kByCategory[] = {
     {2, 7 }, // iSNS
 };
 
-Classification classify(unsigned category, Uint16 severity) {
-  constexpr Uint16 kWarning = 3;
-  Classification found = kByCategory[category < std::size(kByCategory) ? category : 0];
-  if (severity < kWarning) found.probableCause = kUnknownCause;
-  return found;
+// `event_type_code` is EventTypeCode. CIM's AlertIndication has an EventID that tells which event
+// it is, not of what kind.
+std::string cimName(std::string_view key) {
+  if (key == "event_id") return "EventIDText";
+  std::string name;
+  while (!key.empty()) {
+    const std::string_view word = key.substr(0, key.find('_'));
+    name += static_cast<char>(word.front() - 'a' + 'A');
+    name += word == "id" ? "D" : word.substr(1);
+    key.remove_prefix(std::min(key.size(), word.size() + 1));
+  }
+  return name;
 }
 
-/// The facts of an event as properties.
-class PropertyForm {
- public:
-  explicit PropertyForm(bool placed) : placed_(placed) {}
+/// Adds a fact as a property of that name, or two; none for what the event has not.
+struct FactAdder {
+  Properties& to;
+  std::string name;
 
-  Properties take() { return std::move(properties_); }
-
-  void number(const FactKey& key, std::uint64_t number) {
-    const std::string name = nameOf(key);
-    if (name == "Index") return offset(key, number);
-    add(name, static_cast<Uint32>(number));
+  void operator()(std::monostate) const {}
+  void operator()(std::uint64_t number) const {
+    const bool isPlace = name == "Index" || name == "Offset";
+    add(isPlace ? Property::Value(Uint64{number}) : static_cast<Uint32>(number));
   }
-  void offset(const FactKey& key, std::uint64_t number) {
-    if (placed_) add(nameOf(key), static_cast<Uint64>(number));
+  void operator()(std::string_view utf8) const { add(xmlSafe(utf8)); }
+  void operator()(std::span<const unsigned char> bytes) const {
+    add(Pegasus::Quarn_Event::hexifiedString(reinterpret_cast<const char*>(bytes.data()),
+                                             static_cast<long>(bytes.size())));
   }
-  void timestamp(const FactKey& key, std::uint64_t count, std::string_view) { number(key, count); }
-  void text(const FactKey& key, std::string_view utf8) { add(nameOf(key), xmlSafe(utf8)); }
-  void coded(const FactKey& codeKey, unsigned code, const FactKey& wordKey, PaddedView word) {
-    number(codeKey, code);
-    text(wordKey, word);
-  }
-  void body(const FactKey& key, PaddedView utf8, const FactKey&, const tool::BodyFields* fields) {
-    text(key, utf8);
-    if (fields != nullptr) addFields(fields->fields());
-  }
-  void detail(const FactKey& key, std::uint64_t number, bool) { this->number(key, number); }
-  void payload(const FactKey& key, std::optional<std::span<const unsigned char>> bytes) {
-    if (!bytes) return;
-    add(nameOf(key),
-        Pegasus::Quarn_Event::hexifiedString(reinterpret_cast<const char*>(bytes->data()),
-                                             static_cast<long>(bytes->size())));
-  }
-  void file(const FactKey& key, std::optional<PaddedView> name) {
-    if (placed_ && name) text(key, *name);
-  }
-  void time(const FactKey&, std::string_view date) {
-    if (date.empty()) return;
-    std::string digits;
-    std::copy_if(date.begin(), date.end(), std::back_inserter(digits),
-                 [](char c) { return c >= '0' && c <= '9'; });
-    add(placed_ ? "CreationTimeStamp" : "EventTime", CimTime{digits + ".000000+000"});
-  }
-
- private:
-  // CIM's AlertIndication has an EventID that tells which event it is, not of what kind.
-  static std::string nameOf(const FactKey& key) {
-    const std::string_view words(key.name.data(), key.size);
-    if (words == "event_id") return "EventIDText";
-    std::string name;
-    for (std::size_t at = 0; at < words.size();) {
-      const std::string_view word = words.substr(at, words.find('_', at) - at);
-      name += static_cast<char>(word.front() - 'a' + 'A');
-      name += word == "id" ? "D" : word.substr(1);
-      at += word.size() + 1;
-    }
-    return name;
-  }
-
-  void addFields(std::span<const tool::BodyField> fields) {
+  void operator()(const tool::BodyFields* fields) const {
     std::vector<String> names;
     std::vector<String> values;
     std::vector<std::string> groups = {""};  // with those around them
-    for (const tool::BodyField& field : fields) {
-      const std::string name = groups.back() + std::string(field.key);
-      switch (field.kind) {
-        case tool::BodyField::value:
-          names.push_back(xmlSafe(name));
-          values.push_back(xmlSafe(field.text));
-          break;
-        case tool::BodyField::groupBegin:
-          groups.push_back(name + ".");
-          break;
-        case tool::BodyField::groupEnd:
-          groups.pop_back();
-          break;
+    for (const tool::BodyField& field : fields->fields()) {
+      const std::string key = groups.back() + std::string(field.key);
+      if (field.kind == tool::BodyField::value) {
+        names.push_back(xmlSafe(key));
+        values.push_back(xmlSafe(field.text));
+      } else if (field.kind == tool::BodyField::groupBegin) {
+        groups.push_back(key + ".");
+      } else {
+        groups.pop_back();
       }
     }
-    add("FieldNames", std::move(names));
-    add("FieldValues", std::move(values));
+    to.push_back({"FieldNames", std::move(names)});
+    to.push_back({"FieldValues", std::move(values)});
   }
 
-  void add(std::string name, Property::Value value) {
-    properties_.push_back({std::move(name), std::move(value)});
-  }
-
-  const bool placed_;
-  Properties properties_;
+ private:
+  void add(Property::Value value) const { to.push_back({name, std::move(value)}); }
 };
 
-template <typename Type>
-const Type& valueOf(const Properties& properties, std::string_view name) {
-  const auto found =
-      std::find_if(properties.begin(), properties.end(),
-                   [name](const Property& property) { return property.name == name; });
-  return std::get<Type>(found->value);
+/// `2023-11-15T22:13:27Z`
+CimTime cimTime(std::string_view date) {
+  std::string digits(date);
+  std::erase_if(digits, [](char c) { return c < '0' || c > '9'; });
+  return {digits + ".000000+000"};
+}
+
+/// By name the texts that each event has.
+auto textsOf(const Properties& properties) {
+  return [&properties](std::string_view name) -> const String& {
+    const auto isNamed = [name](const Property& property) { return property.name == name; };
+    return std::get<String>(std::find_if(properties.begin(), properties.end(), isNamed)->value);
+  };
 }
 
 String hostName() {
@@ -170,41 +131,26 @@ String hostName() {
 }  // namespace
 
 String xmlSafe(std::string_view utf8) {
-  constexpr std::string_view replacement = "\xEF\xBF\xBD";
-  std::string safe;
-  safe.reserve(utf8.size());
-  for (std::size_t at = 0; at < utf8.size(); ++at) {
-    const auto byte = static_cast<unsigned char>(utf8[at]);
-    const std::string_view three = utf8.substr(at, 3);
-    if (byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r') {
-      safe += replacement;
-    } else if (three == "\xEF\xBF\xBE" || three == "\xEF\xBF\xBF") {  // U+FFFE and U+FFFF
-      safe += replacement;
-      at += 2;
-    } else {
-      safe += utf8[at];
-    }
+  String text(utf8.data(), static_cast<Uint32>(utf8.size()));
+  for (Uint32 at = 0; at < text.size(); ++at) {
+    const Uint16 unit = std::as_const(text)[at];
+    const bool isControl = unit < 0x20 && unit != '\t' && unit != '\n' && unit != '\r';
+    if (isControl || unit >= 0xFFFE) text[at] = 0xFFFD;
   }
-  return {safe.data(), static_cast<Uint32>(safe.size())};
+  return text;
 }
 
 std::string instanceId(std::span<const unsigned char> bytes) {
+  constexpr std::string_view plain =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._";
   const Record record = log::recordOf(bytes);
   std::string id = std::string(kOwner) + ":";
   for (const std::string_view serial :
        {record.enclosureSerialNumber(), record.controllerSerialNumber()}) {
     for (const char byte : serial) {
-      const bool plain = (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-                         (byte >= 'a' && byte <= 'z') || byte == '-' || byte == '.' || byte == '_';
-      if (plain) {
-        id += byte;
-      } else {
-        constexpr const char* digits = "0123456789ABCDEF";
-        const auto code = static_cast<unsigned char>(byte);
-        id += '%';
-        id += digits[code >> 4];
-        id += digits[code & 0xF];
-      }
+      const auto& [high, low] = hexPairs[static_cast<unsigned char>(byte)];
+      id += plain.find(byte) != std::string_view::npos ? std::string{byte}
+                                                       : std::string{'%', high, low};
     }
     id += ':';
   }
@@ -252,59 +198,70 @@ Properties EventProperties::factsOf(const log::LogUnit& unit, const Place* place
   const auto file = place != nullptr ? std::optional<std::string_view>(place->file) : std::nullopt;
   facts_.read({file, place != nullptr ? place->index : 0, unit.offset, unit.record,
                tool::EventDecoder::className(*event), *event, &fields, time});
-  PropertyForm form(place != nullptr);
-  facts_.describeEvent(form);
-  facts_.describeBody(form);
-  facts_.describeRecord(form);
-  Properties properties = form.take();
-  const String source = valueOf<String>(properties, "Source");
-  const String code = ascii(std::to_string(valueOf<Uint32>(properties, "EventCode")));
-  const Uint32 type = valueOf<Uint32>(properties, "EventTypeCode");
-  const String summary = valueOf<String>(properties, "Summary");
-  properties.push_back({"PerceivedSeverity", perceivedSeverity(type)});
-  properties.push_back({"MessageID", source + String(":") + code});
-  properties.push_back({"Message", summary});
-  properties.push_back({"OwningEntity", String(kOwner)});
+  row_.read(facts_);
+  Properties properties;
+  for (const auto& [key, value] : row_.facts()) {
+    const std::string_view name(key->name.data(), key->size);
+    if (place == nullptr && (name == "index" || name == "offset")) continue;
+    if (name != "time") {
+      std::visit(FactAdder{properties, cimName(name)}, value);
+    } else if (const auto* date = std::get_if<std::string_view>(&value)) {
+      properties.push_back({place != nullptr ? "CreationTimeStamp" : "EventTime", cimTime(*date)});
+    }
+  }
+  const auto text = textsOf(properties);
+  const Record record = log::recordOf(unit.record);
+  const std::string code = ":" + std::to_string(record.id());
+  properties.insert(properties.end(), {
+                                          {"PerceivedSeverity", perceivedSeverity(record.type())     },
+                                          {"MessageID",         text("Source") + String(code.c_str())},
+                                          {"Message",           text("Summary")                      },
+                                          {"OwningEntity",      String(kOwner)                       },
+  });
   return properties;
 }
 
 Properties EventProperties::ofEntry(const log::LogUnit& unit, const Place& place) {
   Properties properties = factsOf(unit, &place);
-  const String title = valueOf<String>(properties, "EventIDText");
-  properties.push_back({"InstanceID", ascii(instanceId(unit.record))});
-  properties.push_back({"ElementName", title});
-  properties.push_back({"LogInstanceID", logInstanceId(place.log)});
-  properties.push_back({"LogName", xmlSafeBytes(place.log)});
-  properties.push_back({"RecordID", ascii(std::to_string(unit.offset))});
+  const auto text = textsOf(properties);
+  const std::string offset = std::to_string(unit.offset);
+  properties.insert(properties.end(), {
+                                          {"InstanceID",    String(instanceId(unit.record).c_str())},
+                                          {"ElementName",   text("EventIDText")                    },
+                                          {"LogInstanceID", logInstanceId(place.log)               },
+                                          {"LogName",       xmlSafeBytes(place.log)                },
+                                          {"RecordID",      String(offset.c_str())                 },
+  });
   return properties;
 }
 
 Properties EventProperties::ofAlert(const log::LogUnit& unit) {
   Properties properties = factsOf(unit, nullptr);
-  const auto text = [&](const char* name) { return valueOf<String>(properties, name); };
+  const auto text = textsOf(properties);
   const Record record = log::recordOf(unit.record);
-  const Classification classification =
-      classify(record.category(), valueOf<Uint16>(properties, "PerceivedSeverity"));
+  const String id(instanceId(unit.record).c_str());
+  const auto& [alertType, cause] =
+      kByCategory[record.category() < std::size(kByCategory) ? record.category() : 0];
+  const bool hasCause = perceivedSeverity(record.type()) >= kWarning;
+  const std::string slot = ", slot " + std::to_string(record.controllerSlot());
   const String element = String("enclosure ") + text("EnclosureSerial") + String(", controller ") +
-                         text("ControllerSerial") + String(", slot ") +
-                         ascii(std::to_string(record.controllerSlot()));
-  const String id = ascii(instanceId(unit.record));
-  const String category = text("Category");
-  const String description = text("EventIDText");
-  properties.push_back({"IndicationIdentifier", id});
-  properties.push_back({"EventID", id});
-  properties.push_back({"Description", description});
-  properties.push_back({"AlertingManagedElement", element});
-  properties.push_back({"AlertingElementFormat", Uint16{1}});  // Other
-  properties.push_back({"OtherAlertingElementFormat", String("enclosure, controller, slot")});
-  properties.push_back({"AlertType", classification.alertType});
-  if (classification.alertType == kOtherAlertType)
-    properties.push_back({"OtherAlertType", category});
-  properties.push_back({"ProbableCause", classification.probableCause});
-  properties.push_back({"ProbableCauseDescription", category});
-  properties.push_back({"SystemCreationClassName", String("CIM_ComputerSystem")});
-  properties.push_back({"SystemName", systemName_});
-  properties.push_back({"ProviderName", String("MPU_EventAlertProvider")});
+                         text("ControllerSerial") + String(slot.c_str());
+  if (alertType == kOtherAlertType) properties.push_back({"OtherAlertType", text("Category")});
+  properties.insert(properties.end(),
+                    {
+                        {"IndicationIdentifier",       id                                   },
+                        {"EventID",                    id                                   },
+                        {"Description",                text("EventIDText")                  },
+                        {"AlertingManagedElement",     element                              },
+                        {"AlertingElementFormat",      kOtherFormat                         },
+                        {"OtherAlertingElementFormat", String("enclosure, controller, slot")},
+                        {"AlertType",                  alertType                            },
+                        {"ProbableCause",              hasCause ? cause : kUnknownCause     },
+                        {"ProbableCauseDescription",   text("Category")                     },
+                        {"SystemCreationClassName",    String("CIM_ComputerSystem")         },
+                        {"SystemName",                 systemName_                          },
+                        {"ProviderName",               String("MPU_EventAlertProvider")     },
+  });
   return properties;
 }
 

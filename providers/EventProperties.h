@@ -11,7 +11,8 @@
 #include <variant>
 #include <vector>
 
-#include "forms/EventFacts.h"
+#include "forms/Columns.h"
+#include "forms/Dates.h"
 #include "log/accounting/Accounting.h"
 #include "log/framing/LogUnit.h"
 
@@ -77,6 +78,7 @@ class EventProperties {
   const std::optional<tool::Moment> epoch_;
   const Pegasus::String systemName_;
   tool::EventFacts facts_{tool::ShowPayload::automatic};
+  tool::FactRow row_;
 };
 
 }  // namespace mpuevent::provider

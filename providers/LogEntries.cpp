@@ -2,7 +2,6 @@
 
 #include <syslog.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -25,66 +24,45 @@ class Run {
   Run(const std::string& path, const VisitEntry& visit) : path_(path), visit_(visit) {}
 
   log::Accounting read() {
-    std::error_code error;
-    const auto type = std::filesystem::status(path_, error).type();
-    isDirectory_ = type == std::filesystem::file_type::directory;
-    if (!isDirectory_ && type != std::filesystem::file_type::regular) {
-      fail(path_, error ? error.message() : "neither a file nor a directory");
+    // Whoever opened a FIFO would wait.
+    if (!isDirectory_ && !std::filesystem::is_regular_file(path_)) {
+      fail_(path_, "neither a file nor a directory");
     }
-    const auto complain = [this](const std::string& name, const std::string& reason) {
-      fail(name, reason);
-    };
     log::InputSelection selection;
     selection.names = {path_};
-    log::InputNames names(selection, complain);
+    log::InputNames names(selection, fail_);
     while (const std::optional<std::string> name = wanted_ ? names.next() : std::nullopt) {
-      readFile(*name);
+      const log::InputFile file(*name);
+      forEachLog(sourceOf(file, *name),
+                 {[this](const log::LogSource& log) { readLog(log); }, fail_});
     }
     return sum_;
   }
 
  private:
-  void fail(const std::string& name, const std::string& reason) const {
-    if (!isDirectory_) throw std::runtime_error(name + ": " + reason);
-    ::syslog(LOG_WARNING, "mpuevent: %s: %s", name.c_str(), reason.c_str());
-  }
-
-  void readFile(const std::string& name) {
-    const log::InputFile file(name);
-    const log::LogSource source{
-        name,
-        [&](unsigned char* to, std::size_t room) { return file.read(to, room); },
-        {},
-        [&](std::uint64_t offset, unsigned char* to, std::size_t room) {
-          return file.readAt(offset, to, room);
-        }};
-    const auto broken = [this](const std::string& part, const std::string& reason) {
-      fail(part, reason);
-    };
-    forEachLog(source, {[this](const log::LogSource& log) { readLog(log); }, broken});
-  }
-
   void readLog(const log::LogSource& source) {
     log::LogReader reader(
-        source.read, log::LogForm::automatic, [](const log::Finding&) {}, {}, source.readAt);
+        source.read, log::LogForm::automatic, [](const log::Finding&) {}, source.isIdle,
+        source.readAt);
     log::LogUnit unit;
     for (std::uint64_t index = 0; wanted_ && reader.next(unit); ++index) {
       wanted_ = visit_(unit, {path_, source.name, index});
     }
-    const log::Accounting& counted = reader.accounting();
-    sum_.events += counted.events;
-    sum_.eventBytes += counted.eventBytes;
-    sum_.skippedBytes += counted.skippedBytes;
-    sum_.paddingBytes += counted.paddingBytes;
+    sum_ += reader.accounting();
     if (const int error = reader.readError()) {
-      fail(source.name, std::generic_category().message(error));
+      fail_(source.name, std::generic_category().message(error));
     }
   }
 
   const std::string& path_;
   const VisitEntry& visit_;
+  const bool isDirectory_ = std::filesystem::is_directory(path_);
+  const log::InputNames::Complain fail_ = [this](const std::string& name,
+                                                 const std::string& reason) {
+    if (!isDirectory_) throw std::runtime_error(name + ": " + reason);
+    ::syslog(LOG_WARNING, "mpuevent: %s: %s", name.c_str(), reason.c_str());
+  };
   log::Accounting sum_;
-  bool isDirectory_ = false;
   bool wanted_ = true;
 };
 

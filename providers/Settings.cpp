@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -22,7 +23,7 @@ std::string trimmed(std::string_view text) {
 }
 
 // False if the key or its value is none.
-bool set(Settings& settings, const std::string& key, const std::string& value) {
+bool set(Settings& settings, std::string_view key, const std::string& value) {
   if (key == "start") {
     settings.fromBeginning = value == "begin";
     return settings.fromBeginning || value == "end";
@@ -31,14 +32,15 @@ bool set(Settings& settings, const std::string& key, const std::string& value) {
     settings.epoch = tool::parseEpoch(value);
     return settings.epoch.has_value();
   }
-  std::string* path = key == "log"      ? &settings.log
-                      : key == "events" ? &settings.events
-                      : key == "state"  ? &settings.state
-                                        : nullptr;
-  constexpr std::string_view socket = "unix:";
-  const std::size_t root = key == "events" && value.starts_with(socket) ? socket.size() : 0;
-  if (path == nullptr || value.size() <= root || value[root] != '/') return false;
-  *path = value;
+  const std::map<std::string_view, std::string*> paths = {
+      {"log",    &settings.log   },
+      {"events", &settings.events},
+      {"state",  &settings.state },
+  };
+  const auto path = paths.find(key);
+  const bool isPath = value.starts_with('/') || (key == "events" && value.starts_with("unix:/"));
+  if (path == paths.end() || !isPath) return false;
+  *path->second = value;
   return true;
 }
 
@@ -60,9 +62,8 @@ Settings readSettings() {
         equals != std::string::npos &&
         set(settings, trimmed(content.substr(0, equals)), trimmed(content.substr(equals + 1)));
     if (!understood) {
-      std::string what = name + ":" + std::to_string(number);
-      what.append(": not understood: ").append(content);
-      throw std::runtime_error(what);
+      throw std::runtime_error(name + ":" + std::to_string(number) +
+                               ": not understood: " + content);
     }
   }
   if (settings.events.empty()) settings.events = settings.log;

@@ -26,6 +26,14 @@ struct Accounting {
     if (finding.kind == Finding::Kind::padding) paddingBytes += finding.length;
   }
 
+  Accounting& operator+=(const Accounting& other) {
+    events += other.events;
+    eventBytes += other.eventBytes;
+    skippedBytes += other.skippedBytes;
+    paddingBytes += other.paddingBytes;
+    return *this;
+  }
+
   bool operator==(const Accounting&) const = default;
 };
 

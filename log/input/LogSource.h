@@ -1,8 +1,11 @@
 #ifndef MPUEVENT_LOG_INPUT_LOGSOURCE_H
 #define MPUEVENT_LOG_INPUT_LOGSOURCE_H
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "log/input/InputWindow.h"
 
@@ -15,6 +18,17 @@ struct LogSource {
   IsIdle isIdle = {};       ///< none: never idle
   ReadBytesAt readAt = {};  ///< none: it can be read but once
 };
+
+/// All that a file offers: an InputFile or a FollowedFile, which must outlive the source.
+template <typename File>
+LogSource sourceOf(File& file, std::string name) {
+  return {std::move(name),
+          [&file](unsigned char* to, std::size_t room) { return file.read(to, room); },
+          [&file] { return file.idle(); },
+          [&file](std::uint64_t offset, unsigned char* to, std::size_t room) {
+            return file.readAt(offset, to, room);
+          }};
+}
 
 /// What becomes of the logs in a source, and of what is wrong with it.
 struct LogVisitor {

@@ -6,27 +6,19 @@
 
 namespace mpuevent::provider {
 
-using Pegasus::Array;
-using Pegasus::CIMInstance;
-using Pegasus::CIMKeyBinding;
-using Pegasus::CIMName;
-using Pegasus::CIMNamespaceName;
-using Pegasus::CIMObjectPath;
-using Pegasus::CIMValue;
-using Pegasus::String;
+using namespace Pegasus;
 
 namespace {
 
 constexpr const char* kKey = "InstanceID";
 
 struct ToCim {
-  template <typename Number>
-  CIMValue operator()(Number number) const {
-    return CIMValue(number);
+  template <typename Value>  // a number or a text
+  CIMValue operator()(const Value& value) const {
+    return CIMValue(value);
   }
-  CIMValue operator()(const String& text) const { return CIMValue(text); }
   CIMValue operator()(const CimTime& time) const {
-    return CIMValue(Pegasus::CIMDateTime(String(time.text.c_str())));
+    return CIMValue(CIMDateTime(time.text.c_str()));
   }
   CIMValue operator()(const std::vector<String>& texts) const {
     Array<String> all;
@@ -55,7 +47,7 @@ CIMInstance instanceOf(const char* className, const CIMNamespaceName& space,
   CIMInstance instance{CIMName(className)};
   instance.setPath(CIMObjectPath(String::EMPTY, space, CIMName(className)));
   for (const auto& [name, value] : properties) {
-    instance.addProperty(Pegasus::CIMProperty(CIMName(name.c_str()), std::visit(ToCim(), value)));
+    instance.addProperty(CIMProperty(CIMName(name.c_str()), std::visit(ToCim(), value)));
     if (name == kKey) instance.setPath(pathOf(className, space, std::get<String>(value)));
   }
   return instance;

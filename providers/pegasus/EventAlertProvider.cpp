@@ -16,32 +16,19 @@ namespace {
 
 using namespace Pegasus;
 
-/// Makes an alert of an event and gives it to the server.
-class Sender {
- public:
-  Sender(IndicationResponseHandler& handler, const Settings& settings)
-      : handler_(handler), properties_(settings.epoch) {
+void deliver(IndicationResponseHandler& handler, const Properties& properties) {
+  try {
     // Servers that can wait until an alert has been sent on do so, up to this time.
     constexpr Uint32 kTenSeconds = 10000;
-    context_.insert(TimeoutContainer(kTenSeconds));
+    OperationContext context;
+    context.insert(TimeoutContainer(kTenSeconds));
+    CIMInstance alert = instanceOf("MPU_EventAlert", CIMNamespaceName("root/cimv2"), properties);
+    alert.addProperty(CIMProperty(CIMName("IndicationTime"), CIMDateTime::getCurrentDateTime()));
+    handler.deliver(context, CIMIndication(alert));
+  } catch (const Exception& error) {
+    throw std::runtime_error(static_cast<const char*>(error.getMessage().getCString()));
   }
-
-  void send(const log::LogUnit& unit) {
-    try {
-      CIMInstance alert = instanceOf("MPU_EventAlert", space_, properties_.ofAlert(unit));
-      alert.addProperty(CIMProperty(CIMName("IndicationTime"), CIMDateTime::getCurrentDateTime()));
-      handler_.deliver(context_, CIMIndication(alert));
-    } catch (const Exception& error) {
-      throw std::runtime_error(static_cast<const char*>(error.getMessage().getCString()));
-    }
-  }
-
- private:
-  IndicationResponseHandler& handler_;
-  EventProperties properties_;
-  OperationContext context_;
-  const CIMNamespaceName space_ = CIMNamespaceName("root/cimv2");
-};
+}
 
 class EventAlertProvider : public CIMIndicationProvider {
  public:
@@ -52,9 +39,11 @@ class EventAlertProvider : public CIMIndicationProvider {
     try {
       const Settings settings = readSettings();
       handler.processing();
-      const auto sender = std::make_shared<Sender>(handler, settings);
-      feed_ = std::make_unique<EventFeed>(
-          settings, [sender](const log::LogUnit& unit) { sender->send(unit); });
+      const auto properties = std::make_shared<EventProperties>(settings.epoch);
+      feed_ =
+          std::make_unique<EventFeed>(settings, [&handler, properties](const log::LogUnit& unit) {
+            deliver(handler, properties->ofAlert(unit));
+          });
     } catch (const std::exception& error) {
       ::syslog(LOG_ERR, "mpuevent: no alerts: %s", error.what());
     }

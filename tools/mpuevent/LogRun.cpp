@@ -180,22 +180,16 @@ void LogRun::readFollowed(const std::string& name) {
   const StopSignals signals;
   log::FollowedFile file(name, follows_, StopSignals::came);
   beginBehindCursor(file, name);
-  const log::LogSource source{name,
-                              [&](unsigned char* to, std::size_t room) {
-                                if (file.idle()) beforeWaiting();
-                                output_.flush();
-                                if (std::chrono::steady_clock::now() - saved_ > kSavePeriod) {
-                                  saveCursor();
-                                }
-                                const long got = file.read(to, room);
-                                // What is there in part only is not damaged.
-                                if (StopSignals::came()) throw Enough();
-                                return got;
-                              },
-                              [&] { return file.idle(); },
-                              [&](std::uint64_t offset, unsigned char* to, std::size_t room) {
-                                return file.readAt(offset, to, room);
-                              }};
+  log::LogSource source = sourceOf(file, name);
+  source.read = [&](unsigned char* to, std::size_t room) {
+    if (file.idle()) beforeWaiting();
+    output_.flush();
+    if (std::chrono::steady_clock::now() - saved_ > kSavePeriod) saveCursor();
+    const long got = file.read(to, room);
+    // What is there in part only is not damaged.
+    if (StopSignals::came()) throw Enough();
+    return got;
+  };
   while (file.next()) {
     begin_ = file.begin();
     index_ = begin_ == 0 ? 0 : cursor_->place()->index + 1;

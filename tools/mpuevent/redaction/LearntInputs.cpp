@@ -10,20 +10,16 @@ LearntInput learn(const std::string& input, log::LogForm form, Redaction& redact
   const bool named = file->hasPlaces() && input != "-";
   if (!file->hasPlaces()) file->spool();
   std::uint64_t bytes = 0;
-  const log::LogSource source{input,
-                              [&](unsigned char* to, std::size_t room) {
-                                const long got = file->read(to, room);
-                                if (got > 0) bytes += static_cast<std::uint64_t>(got);
-                                return got;
-                              },
-                              {},
-                              [&](std::uint64_t offset, unsigned char* to, std::size_t room) {
-                                return file->readAt(offset, to, room);
-                              }};
+  log::LogSource source = sourceOf(*file, input);
+  source.read = [&](unsigned char* to, std::size_t room) {
+    const long got = file->read(to, room);
+    if (got > 0) bytes += static_cast<std::uint64_t>(got);
+    return got;
+  };
   log::LogVisitor visitor;
   visitor.visit = [&](const log::LogSource& log) {
     log::LogReader reader(
-        log.read, form, [](const log::Finding&) {}, {}, log.readAt);
+        log.read, form, [](const log::Finding&) {}, log.isIdle, log.readAt);
     log::LogUnit unit;
     while (reader.next(unit)) redaction.learn(unit);
   };

@@ -55,10 +55,7 @@ void Collector::find(const LogFile& file, const log::Finding& finding) {
 }
 
 void Collector::endFile(const LogFile& file, const log::Accounting& accounting) {
-  summary_.accounting.events += accounting.events;
-  summary_.accounting.eventBytes += accounting.eventBytes;
-  summary_.accounting.skippedBytes += accounting.skippedBytes;
-  summary_.accounting.paddingBytes += accounting.paddingBytes;
+  summary_.accounting += accounting;
   if (FileSummary* const to = fileOf(file)) to->accounting = accounting;
 }
 

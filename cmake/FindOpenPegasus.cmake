@@ -55,5 +55,6 @@ if(OpenPegasus_FOUND AND NOT TARGET OpenPegasus::OpenPegasus)
   target_compile_definitions(OpenPegasus::OpenPegasus
     INTERFACE PEGASUS_PLATFORM_${PEGASUS_PLATFORM})
   target_link_libraries(OpenPegasus::OpenPegasus INTERFACE ${libraries})
+  # Also for a program that does not use them all itself.
   target_link_options(OpenPegasus::OpenPegasus INTERFACE LINKER:--no-as-needed)
 endif()

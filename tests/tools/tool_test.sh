@@ -357,6 +357,10 @@ while cat records; do :; done 2>/dev/null | "${tool[@]}" decode --head 3 -o line
 same '--head stops reading' "$(lines out)" 3
 
 # Output that fails
+# The clients of servers bring tens of libraries, which cost memory and time: not unasked.
+clients=$([ $# != 1 ] || ldd "$1" | grep -E 'libpq|libnats|libssl')
+same 'libraries of servers' "$clients" ''
+
 cp log many
 for _ in {1..11}; do cat many many >twice && mv twice many; done
 { "${tool[@]}" decode many 2>err; echo "$?" >code; } | head -n 1 >out

@@ -1,6 +1,4 @@
 // NATS JetStream, through libnats: the only file that sees it.
-#include <nats/nats.h>
-
 #include <algorithm>
 #include <atomic>
 #include <condition_variable>
@@ -11,6 +9,7 @@
 #include <utility>
 
 #include "road/Frame.h"
+#include "road/Libnats.h"
 #include "road/Road.h"
 
 namespace mpuevent::tool {
@@ -26,11 +25,11 @@ constexpr std::int64_t kAnswerWait = 5000;  // milliseconds, also for what canno
 constexpr milliseconds kRetry{1000};
 constexpr milliseconds kGlance{5};
 
-template <typename Type, void (*destroy)(Type*)>
+template <typename Type, const auto& destroy>
 struct Destroy {
   void operator()(Type* object) const { destroy(object); }
 };
-template <typename Type, void (*destroy)(Type*)>
+template <typename Type, const auto& destroy>
 using Owned = std::unique_ptr<Type, Destroy<Type, destroy>>;
 
 using Options = Owned<natsOptions, natsOptions_Destroy>;
@@ -581,6 +580,9 @@ std::vector<StreamState> NatsRoad::streams(const std::string& sourceName) {
 
 std::unique_ptr<Road> openRoad(const RoadAddress& address, const TellRoad& tell,
                                const std::function<bool()>& goOn) {
+  if (const std::string reason = libnats.load(); !reason.empty()) {
+    throw RoadError("NATS needs libnats: " + reason);
+  }
   auto road = std::make_unique<NatsRoad>(tell);
   road->configure(address);
   std::string reason;

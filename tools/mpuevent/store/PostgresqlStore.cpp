@@ -1,5 +1,3 @@
-#include <libpq-fe.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -12,6 +10,7 @@
 #include "forms/TextBuffer.h"
 #include "store/ChoiceSql.h"
 #include "store/Engines.h"
+#include "store/Libpq.h"
 #include "store/PostgresqlText.h"
 #include "store/Schemas.h"
 
@@ -536,6 +535,9 @@ std::uint64_t PostgresqlStore::decodeAgain(const log::Choice& choice,
 }  // namespace
 
 std::unique_ptr<Store> openPostgresqlStore(const std::string& target, StoreAccess access) {
+  if (const std::string reason = libpq.load(); !reason.empty()) {
+    throw StoreError("PostgreSQL needs libpq: " + reason);
+  }
   return std::make_unique<PostgresqlStore>(target, access);
 }
 

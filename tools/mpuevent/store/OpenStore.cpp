@@ -40,6 +40,8 @@ bool isPartOfStore(const std::string& name) {
   });
 }
 
+std::size_t storesAtOnce(const std::string& target) { return isServer(target) ? 2 : 1; }
+
 std::unique_ptr<Store> openStore(const std::string& target, StoreAccess access) {
   if (isServer(target)) return openPostgresqlStore(target, access);
   return openSqliteStore(target, access);

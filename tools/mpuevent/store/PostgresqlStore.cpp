@@ -1,11 +1,12 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <future>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <tuple>
+#include <utility>
 
 #include "forms/TextBuffer.h"
 #include "store/ChoiceSql.h"
@@ -21,14 +22,13 @@ namespace {
 constexpr std::size_t kRowsAtOnce = 2000;
 constexpr unsigned kPartitionBits = 22;  // of a timestamp, are within a partition
 constexpr std::uint64_t kIdsOfBatch = std::uint64_t{1} << 20;  // more than its rows
-constexpr std::size_t kFewestForTwo = 1000;                    // rows, for two connections
 constexpr std::size_t kPieceSize = std::size_t{1} << 20;
 // Rows on their way.
 constexpr char kIncoming[] =
-    "SET work_mem = '64MB';"  // in which words are sorted into their index
-    "SET default_toast_compression = lz4;"
-    "CREATE TEMPORARY TABLE incoming (LIKE events INCLUDING DEFAULTS) "
-    "WITH (toast_tuple_target = 8160) ON COMMIT DELETE ROWS";
+    "SET work_mem = '64MB';"      // in which words are sorted into their index
+    "SET temp_buffers = '64MB';"  // a batch is in memory
+    "CREATE TEMPORARY TABLE incoming (place bigint NOT NULL, "
+    "LIKE events INCLUDING STORAGE INCLUDING COMPRESSION) ON COMMIT DELETE ROWS";
 // "MPUE": held while a schema or a partition is made.
 constexpr char kTakeTurns[] = "SELECT pg_advisory_xact_lock(1297110341)";
 
@@ -217,7 +217,7 @@ struct Row {
 
 /// The rows with new ids that rise as the rows do, in the order of their keys: whoever stores the
 /// same events at the same time waits, and neither for the other.
-std::vector<Row> newRows(Connection& connection, const Batch& batch) {
+std::vector<Row> newRows(const Batch& batch, std::uint64_t firstId) {
   using Key = std::tuple<std::string_view, std::string_view, std::uint64_t, std::uint64_t,
                          std::string_view, std::size_t>;
   const auto text = [&batch](std::size_t row, std::size_t column) {
@@ -238,11 +238,9 @@ std::vector<Row> newRows(Connection& connection, const Batch& batch) {
                       number(row, sequence), asText(bytes), row);
   }
   std::sort(keys.begin(), keys.end());
-  const std::uint64_t first =
-      connection.ask("SELECT nextval('events_id') * " + std::to_string(kIdsOfBatch)).number(0, 0);
   std::vector<Row> rows;
   rows.reserve(keys.size());
-  for (const Key& key : keys) rows.push_back({std::get<5>(key), first + std::get<5>(key)});
+  for (const Key& key : keys) rows.push_back({std::get<5>(key), firstId + std::get<5>(key)});
   return rows;
 }
 
@@ -251,12 +249,15 @@ void copy(Connection& connection, const Batch& batch, std::span<const Row> rows)
   const std::size_t json = Batch::placeOf("fields");
   const std::array<std::size_t, 3> wordy = {Batch::placeOf("event_id"), Batch::placeOf("summary"),
                                             Batch::placeOf("body")};
-  connection.beginCopy("COPY incoming (id, words, " + listOf() + ") FROM STDIN (FORMAT binary)");
+  connection.beginCopy("COPY incoming (place, id, words, " + listOf() +
+                       ") FROM STDIN (FORMAT binary)");
   TextBuffer piece;
   CopyText text(piece);
   text.begin();
+  std::uint64_t place = 0;
   for (const Row& row : rows) {
-    text.row(columns + 2);
+    text.row(columns + 3);
+    text(place++);
     text(row.id);
     std::array<std::string_view, 3> texts;
     for (std::size_t at = 0; at < texts.size(); ++at) {
@@ -286,21 +287,22 @@ std::size_t insert(Connection& connection, const Batch& batch, std::span<const R
   copy(connection, batch, rows);
   return connection
       .ask("INSERT INTO events (id, words, " + listOf() + ") SELECT id, words, " + listOf() +
-           " FROM incoming ON CONFLICT DO NOTHING")
+           // A page that had no room for a long row may have taken a later one.
+           " FROM incoming ORDER BY place ON CONFLICT DO NOTHING")
       .changed();
 }
 
 class PostgresqlStore : public Store {
  public:
-  PostgresqlStore(const std::string& target, StoreAccess access)
-      : target_(target), connection_(target) {
+  PostgresqlStore(const std::string& target, StoreAccess access) : connection_(target) {
     if (access == StoreAccess::write) {
       openToWrite();
-    } else if (version() < kSchemaVersion) {
+    } else if (version() < kPostgresqlVersion) {
       refuse("no store, or one of an older version, which 'mpuevent store' makes one of this");
     }
   }
 
+  void takeTurn() override;
   std::size_t put(const Batch& batch) override;
   void read(const log::Choice& choice, Order order,
             const std::function<void(const StoredRecord&)>& visit) override;
@@ -318,12 +320,12 @@ class PostgresqlStore : public Store {
   void openToWrite();
   void makeSchema();
   void migrate();
+  std::uint64_t nextId();
   std::vector<std::uint64_t> missingPartitions(const Batch& batch) const;
   void makePartitions(std::span<const std::uint64_t> missing);
 
-  const std::string target_;
   Connection connection_;
-  std::unique_ptr<Connection> second_;  // when there is enough for two
+  std::optional<std::uint64_t> turn_;   // of the next batch, if it was taken
   std::set<std::uint64_t> partitions_;  // that are known to be there
 };
 
@@ -337,9 +339,9 @@ std::uint64_t PostgresqlStore::version() {
   }
   const std::uint64_t version =
       connection_.ask("SELECT coalesce(max(version), 0) FROM store_version").number(0, 0);
-  if (version > kSchemaVersion) {
+  if (version > kPostgresqlVersion) {
     refuse("its schema is version " + std::to_string(version) + ", this program knows up to " +
-           std::to_string(kSchemaVersion) + "; use a newer mpuevent");
+           std::to_string(kPostgresqlVersion) + "; use a newer mpuevent");
   }
   return version;
 }
@@ -347,7 +349,7 @@ std::uint64_t PostgresqlStore::version() {
 void PostgresqlStore::openToWrite() {
   Transaction transaction(connection_);
   connection_.run(kTakeTurns);
-  if (version() == kSchemaVersion) {
+  if (version() == kPostgresqlVersion) {
     connection_.run(kIncoming);
   } else if (connection_.ask("SELECT to_regclass('events') IS NULL").number(0, 0) != 0) {
     makeSchema();
@@ -360,7 +362,7 @@ void PostgresqlStore::openToWrite() {
 
 void PostgresqlStore::makeSchema() {
   connection_.run(kPostgresqlSchema);
-  connection_.run("INSERT INTO store_version VALUES (" + std::to_string(kSchemaVersion) + ")");
+  connection_.run("INSERT INTO store_version VALUES (" + std::to_string(kPostgresqlVersion) + ")");
   connection_.run(kIncoming);
 }
 
@@ -371,7 +373,7 @@ void PostgresqlStore::migrate() {
   Batch batch;
   const auto store = [&] {
     makePartitions(missingPartitions(batch));
-    insert(connection_, batch, newRows(connection_, batch));
+    insert(connection_, batch, newRows(batch, nextId()));
     connection_.run("TRUNCATE incoming");
     batch.clear();
   };
@@ -403,8 +405,7 @@ void PostgresqlStore::makePartitions(std::span<const std::uint64_t> missing) {
   for (const std::uint64_t partition : missing) {
     const std::string name = "events_" + std::to_string(partition);
     if (connection_.ask("SELECT to_regclass('" + name + "') IS NULL").number(0, 0) != 0) {
-      connection_.run("CREATE TABLE " + name +
-                      " (LIKE events INCLUDING ALL) WITH (toast_tuple_target = 8160)");
+      connection_.run("CREATE TABLE " + name + " (LIKE events INCLUDING ALL)");
       connection_.run("ALTER TABLE events ATTACH PARTITION " + name + " FOR VALUES FROM (" +
                       std::to_string(partition << kPartitionBits) + ") TO (" +
                       std::to_string((partition + 1) << kPartitionBits) + ")");
@@ -413,29 +414,26 @@ void PostgresqlStore::makePartitions(std::span<const std::uint64_t> missing) {
   partitions_.insert(missing.begin(), missing.end());
 }
 
+void PostgresqlStore::takeTurn() {
+  turn_ = connection_.ask("SELECT nextval('events_id')").number(0, 0);
+}
+
+// Of the next batch's first event.
+std::uint64_t PostgresqlStore::nextId() {
+  if (!turn_) takeTurn();
+  return *std::exchange(turn_, std::nullopt) * kIdsOfBatch;
+}
+
 std::size_t PostgresqlStore::put(const Batch& batch) {
   if (const std::vector<std::uint64_t> missing = missingPartitions(batch); !missing.empty()) {
     Transaction transaction(connection_);
     makePartitions(missing);
     transaction.commit();
   }
-  const auto putRows = [&batch](Connection& connection, std::span<const Row> rows) {
-    Transaction transaction(connection);
-    const std::size_t added = insert(connection, batch, rows);
-    transaction.commit();
-    return added;
-  };
-  const std::vector<Row> rows = newRows(connection_, batch);
-  if (rows.size() < kFewestForTwo) return putRows(connection_, rows);
-  if (second_ == nullptr) {
-    second_ = std::make_unique<Connection>(target_);
-    second_->run(kIncoming);
-  }
-  const std::span<const Row> all(rows);
-  const std::size_t half = rows.size() / 2;
-  auto rest = std::async(std::launch::async, putRows, std::ref(*second_), all.subspan(half));
-  const std::size_t added = putRows(connection_, all.first(half));
-  return added + rest.get();
+  Transaction transaction(connection_);
+  const std::size_t added = insert(connection_, batch, newRows(batch, nextId()));
+  transaction.commit();
+  return added;
 }
 
 void PostgresqlStore::read(const log::Choice& choice, Order order,

@@ -60,13 +60,7 @@ void CopyText::operator()(std::string_view text) {
   to_ += text;
 }
 
-void CopyText::json(std::string_view text) {
-  constexpr char version = 1;  // of the binary form
-  text = withoutEscapedNul(text);
-  integer(text.size() + 1, 4);
-  to_ += version;
-  to_ += text;
-}
+void CopyText::json(std::string_view text) { (*this)(withoutEscapedNul(text)); }
 
 void CopyText::integer(std::uint64_t number, unsigned bytes) {
   char* place = to_.reserve(sizeof number);

@@ -29,7 +29,7 @@ class CopyText {
   void operator()(std::uint64_t number);
   void operator()(std::span<const unsigned char> bytes);
   void operator()(std::string_view text);
-  /// A jsonb.
+  /// A json.
   void json(std::string_view text);
   /// A tsvector of the words in the texts.
   void words(std::span<const std::string_view> texts);

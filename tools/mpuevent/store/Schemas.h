@@ -7,8 +7,9 @@ namespace mpuevent::tool {
 extern const char* const kSqliteSchema;
 extern const char* const kPostgresqlSchema;
 
-/// Of the schema. A store of a newer one is refused, one of an older one is migrated.
-inline constexpr int kSchemaVersion = 1;
+/// Of the schemas. A store of a newer one is refused, one of an older one is migrated.
+inline constexpr int kSqliteVersion = 1;
+inline constexpr int kPostgresqlVersion = 2;
 
 }  // namespace mpuevent::tool
 

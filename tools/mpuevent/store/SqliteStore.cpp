@@ -170,7 +170,7 @@ class SqliteStore : public Store {
     sqlite3_busy_timeout(database, kWaitForLock);
     if (access == StoreAccess::write) {
       openToWrite();
-    } else if (version() < kSchemaVersion) {
+    } else if (version() < kSqliteVersion) {
       throw StoreError(path_ + ": of an older version; 'mpuevent store " + path_ +
                        " --again' makes it one of this");
     }
@@ -238,7 +238,7 @@ class SqliteStore : public Store {
 void SqliteStore::makeSchema() {
   run(kSqliteSchema);
   run("PRAGMA application_id = " + std::to_string(kApplicationId));
-  run("PRAGMA user_version = " + std::to_string(kSchemaVersion));
+  run("PRAGMA user_version = " + std::to_string(kSqliteVersion));
 }
 
 // Throws unless this is a store, of this version or an older one.
@@ -247,9 +247,9 @@ std::uint64_t SqliteStore::version() {
     throw StoreError(path_ + ": not a store, but an SQLite database of another program");
   }
   const std::uint64_t version = number("PRAGMA user_version");
-  if (version > kSchemaVersion) {
+  if (version > kSqliteVersion) {
     throw StoreError(path_ + ": its schema is version " + std::to_string(version) +
-                     ", this program knows up to " + std::to_string(kSchemaVersion) +
+                     ", this program knows up to " + std::to_string(kSqliteVersion) +
                      "; use a newer mpuevent");
   }
   return version;
@@ -261,7 +261,7 @@ void SqliteStore::openToWrite() {
   Transaction transaction(*this);
   if (isEmpty()) {
     makeSchema();
-  } else if (version() < kSchemaVersion) {
+  } else if (version() < kSqliteVersion) {
     migrate();
   }
   transaction.commit();

@@ -71,6 +71,9 @@ class Store {
   /// from a power failure, when this returns. When it throws, some may be there: to put the batch
   /// again completes it.
   virtual std::size_t put(const Batch& batch) = 0;
+  /// For who puts with several stores at once: the next batch of this one comes, in `asStored`,
+  /// before those of stores that take their turn later.
+  virtual void takeTurn() {}
 
   enum class Order {
     asStored,  ///< as they came in: the events of a file in its order
@@ -97,6 +100,9 @@ class Store {
 bool isStore(const std::string& name);
 /// Whether the name is that of a file which a store keeps beside its own.
 bool isPartOfStore(const std::string& name);
+
+/// How many stores on the same place, each with a thread of its own, are faster than one.
+std::size_t storesAtOnce(const std::string& target);
 
 enum class StoreAccess {
   write,  ///< made if there is none, brought to this version's schema if it is older

@@ -1,8 +1,11 @@
 #include "store/StoreCommand.h"
 
-#include <algorithm>
+#include <chrono>
 #include <future>
+#include <memory>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include "LogRun.h"
 #include "Output.h"
@@ -20,10 +23,12 @@ constexpr std::size_t kMostBytes = std::size_t{32} << 20;
 // Of a log that comes slowly.
 constexpr std::chrono::seconds kLongestWait{1};
 
-/// Fills one batch while the other is stored.
+/// Fills one batch while others are stored.
 class Filling {
  public:
-  explicit Filling(Store& store) : store_(store) {}
+  explicit Filling(const std::string& target) : lines_(storesAtOnce(target)) {
+    for (Line& line : lines_) line.store = openStore(target, StoreAccess::write);
+  }
   Filling(const Filling&) = delete;
   Filling& operator=(const Filling&) = delete;
 
@@ -38,36 +43,48 @@ class Filling {
   /// Stores what is left; returns how many events were new.
   std::uint64_t finish() {
     storeFilled();
-    awaitStored();
+    for (Line& line : lines_) awaitStored(line);
     return added_;
   }
 
  private:
   using Clock = std::chrono::steady_clock;
 
-  void storeFilled() {
-    awaitStored();
-    std::swap(filled_, stored_);
-    put_ = std::async(std::launch::async, [this] { return store_.put(*stored_); });
-  }
-  void awaitStored() {
-    if (!put_.valid()) return;
-    try {
-      added_ += put_.get();
-    } catch (const StoreError& error) {
-      // One that it reads from may fail, and others be read; where all is to go may not.
-      throw std::runtime_error(error.what());
-    }
-    stored_->clear();
-  }
+  struct Line {
+    std::unique_ptr<Store> store;
+    std::unique_ptr<Batch> batch = std::make_unique<Batch>();
+    std::future<std::size_t> put;  // waits for its thread when it goes
+  };
 
-  Store& store_;
-  std::array<Batch, 2> batches_;
-  Batch* filled_ = &batches_[0];
-  Batch* stored_ = &batches_[1];
+  void storeFilled() {
+    Line& line = lines_[next_];
+    next_ = (next_ + 1) % lines_.size();
+    awaitStored(line);
+    std::swap(filled_, line.batch);
+    try {
+      line.store->takeTurn();
+    } catch (const StoreError& error) {
+      fail(error);
+    }
+    line.put = std::async(std::launch::async, [&line] { return line.store->put(*line.batch); });
+  }
+  void awaitStored(Line& line) {
+    if (!line.put.valid()) return;
+    try {
+      added_ += line.put.get();
+    } catch (const StoreError& error) {
+      fail(error);
+    }
+    line.batch->clear();
+  }
+  // One that it reads from may fail, and others be read; where all is to go may not.
+  [[noreturn]] static void fail(const StoreError& error) { throw std::runtime_error(error.what()); }
+
+  std::unique_ptr<Batch> filled_ = std::make_unique<Batch>();
+  std::vector<Line> lines_;
+  std::size_t next_ = 0;  // of them
   Clock::time_point begin_;
   std::uint64_t added_ = 0;
-  std::future<std::size_t> put_;  // waits for its thread when it goes
 };
 
 void appendEvents(TextBuffer& to, std::uint64_t count) {
@@ -97,13 +114,12 @@ ExitCode decodeAgain(const StoreOptions& options) {
 
 ExitCode store(const StoreOptions& options) {
   if (options.again) return decodeAgain(options);
-  const std::unique_ptr<Store> store = openStore(options.target, StoreAccess::write);
+  Filling filling(options.target);
   Output output;
   LogRun run(options.input, options.choosing, output);
   std::uint64_t events = 0;
   std::uint64_t added = 0;
   {
-    Filling filling(*store);
     Progress progress;
     std::uint64_t files = 0;
     run.forEachUnit(

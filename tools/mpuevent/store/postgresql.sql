@@ -27,7 +27,7 @@ CREATE TABLE events (
   event_id text,
   summary text,
   body text COMPRESSION lz4,
-  fields jsonb COMPRESSION lz4,
+  fields json COMPRESSION lz4,       -- as it was written; fields::jsonb has more operators
   raw_event_type bigint,
   record_length bigint,
   struct_length bigint,
@@ -39,6 +39,15 @@ CREATE TABLE events (
   reason text,                       -- why the record could not be decoded
   words tsvector COMPRESSION lz4 NOT NULL  -- of event_id, summary and body
 ) PARTITION BY RANGE (timestamp);
+
+-- A row stays in one piece: texts of a long one are compressed, and moved out as the last resort.
+DO $$
+DECLARE col text;
+BEGIN
+  FOR col IN SELECT attname FROM pg_attribute WHERE attrelid = 'events'::regclass AND attstorage = 'x' LOOP
+    EXECUTE format('ALTER TABLE events ALTER %I SET STORAGE MAIN', col);
+  END LOOP;
+END $$;
 
 -- The same record has the same timestamp, which a key must have that is to hold for all partitions.
 CREATE UNIQUE INDEX events_once ON events

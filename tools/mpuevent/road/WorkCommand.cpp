@@ -90,15 +90,15 @@ void addWorkOptions(CLI::App& command, WorkOptions& options) {
 
 ExitCode work(const WorkOptions& options) {
   const StopSignals signals;
+  const std::unique_ptr<Road> road =
+      openRoad(addressOf(options.road), tellOfRoad, [] { return !StopSignals::came(); });
+  if (road == nullptr) return decodedAll;
   // A store that can never be used is told at once.
   try {
     openStore(options.store, StoreAccess::write);
   } catch (const StoreError& error) {
     if (!error.isPassing()) throw;
   }
-  const std::unique_ptr<Road> road =
-      openRoad(addressOf(options.road), tellOfRoad, [] { return !StopSignals::came(); });
-  if (road == nullptr) return decodedAll;
   Crew crew(options, *road);
   crew.run();
   Output output;

@@ -146,10 +146,13 @@ class Connection {
     std::string reason = PQerrorMessage(connection_.get());
     while (!reason.empty() && reason.back() == '\n') reason.pop_back();
     std::replace(reason.begin(), reason.end(), '\n', ' ');
-    const bool passing = PQstatus(connection_.get()) != CONNECTION_OK || state.starts_with("08") ||
-                         state.starts_with("40") || state.starts_with("55P") ||
-                         state.starts_with("57P");
-    throw StoreError(name() + ": " + reason, passing);
+    // Lost connections, deadlocks, a full disk, locks, a server that stops, trouble with its files.
+    constexpr std::array<std::string_view, 6> passing = {"08", "40", "53", "55P", "57P", "58"};
+    const bool passes = PQstatus(connection_.get()) != CONNECTION_OK ||
+                        std::any_of(passing.begin(), passing.end(), [state](std::string_view kind) {
+                          return state.starts_with(kind);
+                        });
+    throw StoreError(name() + ": " + reason, passes);
   }
 
   std::unique_ptr<PGconn, CloseConnection> connection_;

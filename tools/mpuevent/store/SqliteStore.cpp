@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -53,19 +54,37 @@ std::vector<std::size_t> placesOf(std::span<const std::string_view> names) {
   return places;
 }
 
+// Of a code and the error of the system behind it; empty if SQLite's own words do.
+std::string reasonOf(int kind, int cause) {
+  constexpr char runAgain[] = "; what was stored before is safe, the same again stores the rest";
+  if (kind == SQLITE_NOTADB) return "not a store, and no SQLite database at all";
+  if (kind == SQLITE_FULL || cause == ENOSPC || cause == EDQUOT) {
+    return std::string("there is no space left on its disk") + runAgain;
+  }
+  if (cause == EFBIG) {
+    return std::string("larger than its file system or 'ulimit -f' lets files be") + runAgain;
+  }
+  return {};
+}
+
 /// Says what went wrong with the database `path`.
 [[noreturn]] void fail(const std::string& path, sqlite3* database, int code) {
+  const int lastError = errno;
   const int kind = code & 0xFF;
   if (kind == SQLITE_BUSY || kind == SQLITE_LOCKED) {
     throw StoreError(path + ": locked by another program", true);
   }
-  std::string reason = database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code);
-  if (const int cause = database != nullptr ? sqlite3_system_errno(database) : 0;
-      cause != 0 && (kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN)) {
-    reason += ": " + std::generic_category().message(cause);
+  int cause = 0;
+  if (kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN) {
+    if (database != nullptr) cause = sqlite3_system_errno(database);
+    if (cause == 0) cause = lastError;  // it forgets some
   }
-  if (kind == SQLITE_NOTADB) reason = "not a store, and no SQLite database at all";
-  throw StoreError(path + ": " + reason);
+  std::string reason = reasonOf(kind, cause);
+  if (reason.empty()) {
+    reason = database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code);
+    if (cause != 0) reason += ": " + std::generic_category().message(cause);
+  }
+  throw StoreError(path + ": " + reason, kind == SQLITE_FULL || kind == SQLITE_IOERR);
 }
 
 /// A prepared statement.
@@ -163,7 +182,10 @@ class SqliteStore : public Store {
     static const int uncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
     static_cast<void>(uncounted);
     sqlite3* database = nullptr;
-    const int code = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
+    // ":memory:" and "" would be gone with the program.
+    if (path.empty()) throw StoreError("a store needs a name");
+    const std::string name = path.front() == ':' ? "./" + path : path;
+    const int code = sqlite3_open_v2(name.c_str(), &database, flags, nullptr);
     database_.reset(database);
     if (code != SQLITE_OK) fail(path_, database, code);
     sqlite3_extended_result_codes(database, 1);

@@ -21,7 +21,8 @@ namespace mpuevent::tool {
 /// What a store could not do.
 class StoreError : public std::runtime_error {
  public:
-  /// `passing`: trying again later, with a store opened anew, may do (a lock, a lost connection).
+  /// `passing`: trying again later, with a store opened anew, may do (a lock, a lost connection,
+  /// a full disk).
   explicit StoreError(const std::string& reason, bool passing = false)
       : std::runtime_error(reason), passing_(passing) {}
   bool isPassing() const { return passing_; }

@@ -99,10 +99,9 @@ LearntInput LogRun::learnInput(const std::string& input) {
     return learn(input, options_.form, *redaction_);
   }
   try {
-    openStore(input, StoreAccess::read)
-        ->read({}, Store::Order::asStored, [this](const StoredRecord& stored) {
-          if (stored.isDecoded) redaction_->learn({stored.offset, nullptr, stored.record});
-        });
+    openStore(input, StoreAccess::read)->read({}, {}, [this](const StoredRecord& stored) {
+      if (stored.isDecoded) redaction_->learn({stored.offset, nullptr, stored.record});
+    });
   } catch (const StoreError&) {
     // It is told when it is read.
   }
@@ -243,8 +242,8 @@ void LogRun::readStore(const std::string& name, bool several) {
   const LogFile store{name, name, several, files_++};
   if (beginFile_) beginFile_(store);
   log::Accounting accounting;
-  const auto read = [&](const log::Choice& choice, Store::Order order, const auto& visitUnit) {
-    openStore(name, StoreAccess::read)->read(choice, order, [&](const StoredRecord& stored) {
+  const auto read = [&](const log::Choice& choice, const Reading& reading, const auto& visitUnit) {
+    openStore(name, StoreAccess::read)->read(choice, reading, [&](const StoredRecord& stored) {
       if (!stored.isDecoded) return;
       visitUnit(LogFile{stored.file, name, several, store.number},
                 log::LogUnit{stored.offset, nullptr, stored.record}, stored.index);
@@ -253,12 +252,14 @@ void LogRun::readStore(const std::string& name, bool several) {
   try {
     if (watch_.read) {
       // What was not chosen is not missing.
-      read({}, Store::Order::byLog,
+      read({}, {Reading::byLog},
            [this](const LogFile& file, const log::LogUnit& unit, std::uint64_t) {
              watch_.read(file, redaction_ != nullptr ? redaction_->redactHeader(unit) : unit);
            });
     }
-    read(choosing_.choice, Store::Order::asStored,
+    // The last are the store's business where nothing else decides which they are.
+    const bool lastAlone = !choosing_.merge && !grep_ && !notGrep_ && !watch_.endFile;
+    read(choosing_.choice, {Reading::asStored, lastAlone ? choosing_.last : std::nullopt},
          [&](const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
            ++accounting.events;
            accounting.eventBytes += unit.record.size();

@@ -9,10 +9,10 @@
 #include <utility>
 
 #include "forms/TextBuffer.h"
-#include "store/ChoiceSql.h"
 #include "store/Engines.h"
 #include "store/Libpq.h"
 #include "store/PostgresqlText.h"
+#include "store/Questions.h"
 #include "store/Schemas.h"
 
 namespace mpuevent::tool {
@@ -307,7 +307,7 @@ class PostgresqlStore : public Store {
 
   void takeTurn() override;
   std::size_t put(const Batch& batch) override;
-  void read(const log::Choice& choice, Order order,
+  void read(const log::Choice& choice, const Reading& reading,
             const std::function<void(const StoredRecord&)>& visit) override;
   std::vector<bool> has(std::span<const RecordKey> keys) override;
   void forEachLog(const std::function<void(const StoredLog&)>& visit) override;
@@ -439,17 +439,12 @@ std::size_t PostgresqlStore::put(const Batch& batch) {
   return added;
 }
 
-void PostgresqlStore::read(const log::Choice& choice, Order order,
+void PostgresqlStore::read(const log::Choice& choice, const Reading& reading,
                            const std::function<void(const StoredRecord&)>& visit) {
   const SqlCondition condition = conditionOf(choice);
   Transaction transaction(connection_);
   connection_.forEachRow(
-      "SELECT record, file, \"index\", \"offset\", reason IS NULL FROM events WHERE " +
-          condition.sql +
-          (order == Order::asStored
-               ? " ORDER BY id"
-               : " ORDER BY enclosure_serial, controller_serial, log_instance, sequence_id"),
-      condition.texts, [&visit](const Rows& rows, int row) {
+      recordsQuestion(condition, reading), condition.texts, [&visit](const Rows& rows, int row) {
         const RecordPlace place = rows.place(row, 1);
         visit(
             {rows.bytes(row, 0), place.file, place.index, place.offset, rows.number(row, 4) != 0});
@@ -483,26 +478,18 @@ std::vector<bool> PostgresqlStore::has(std::span<const RecordKey> keys) {
 
 void PostgresqlStore::forEachLog(const std::function<void(const StoredLog&)>& visit) {
   Transaction transaction(connection_);
-  // What could not be decoded has empty serials and zeros.
-  connection_.forEachRow(
-      "SELECT enclosure_serial, controller_serial, log_instance, min(sequence_id), "
-      "max(sequence_id), count(*) FROM events WHERE NOT (enclosure_serial = '' AND "
-      "controller_serial = '' AND log_instance = 0 AND sequence_id = 0) GROUP BY 1, 2, 3 ORDER BY "
-      "1, 2, 3",
-      {}, [&visit](const Rows& rows, int row) {
-        visit({std::string(rows.text(row, 0)), std::string(rows.text(row, 1)), rows.word(row, 2),
-               rows.word(row, 3), rows.word(row, 4), rows.number(row, 5)});
-      });
+  connection_.forEachRow(kLogsQuestion, {}, [&visit](const Rows& rows, int row) {
+    visit({std::string(rows.text(row, 0)), std::string(rows.text(row, 1)), rows.word(row, 2),
+           rows.word(row, 3), rows.word(row, 4), rows.number(row, 5)});
+  });
 }
 
 void PostgresqlStore::forEachGap(const std::function<void(const StoredGap&)>& visit) {
   Transaction transaction(connection_);
-  connection_.forEachRow(
-      "SELECT enclosure_serial, controller_serial, log_instance, after, before FROM gaps", {},
-      [&visit](const Rows& rows, int row) {
-        visit({std::string(rows.text(row, 0)), std::string(rows.text(row, 1)), rows.word(row, 2),
-               rows.word(row, 3), rows.word(row, 4)});
-      });
+  connection_.forEachRow(kGapsQuestion, {}, [&visit](const Rows& rows, int row) {
+    visit({std::string(rows.text(row, 0)), std::string(rows.text(row, 1)), rows.word(row, 2),
+           rows.word(row, 3), rows.word(row, 4)});
+  });
 }
 
 std::uint64_t PostgresqlStore::decodeAgain(const log::Choice& choice,
@@ -511,11 +498,7 @@ std::uint64_t PostgresqlStore::decodeAgain(const log::Choice& choice,
   std::uint64_t last = 0;
   for (std::uint64_t decoded = 0;;) {
     Transaction transaction(connection_);
-    const Rows rows = connection_.ask(
-        "SELECT record, file, \"index\", \"offset\", id FROM events WHERE " + condition.sql +
-            " AND coalesce(reason, '') NOT LIKE '" + std::string(Batch::noRecord) + "%' AND id > " +
-            std::to_string(last) + " ORDER BY id LIMIT " + std::to_string(kRowsAtOnce),
-        condition.texts);
+    const Rows rows = connection_.ask(againQuestion(condition, last, kRowsAtOnce), condition.texts);
     if (rows.count() == 0) return decoded;
     Batch batch;
     std::vector<Row> ids;

@@ -7,8 +7,8 @@
 #include <string>
 #include <system_error>
 
-#include "store/ChoiceSql.h"
 #include "store/Engines.h"
+#include "store/Questions.h"
 #include "store/Schemas.h"
 
 namespace mpuevent::tool {
@@ -199,7 +199,7 @@ class SqliteStore : public Store {
   }
 
   std::size_t put(const Batch& batch) override;
-  void read(const log::Choice& choice, Order order,
+  void read(const log::Choice& choice, const Reading& reading,
             const std::function<void(const StoredRecord&)>& visit) override;
   std::vector<bool> has(std::span<const RecordKey> keys) override;
   void forEachLog(const std::function<void(const StoredLog&)>& visit) override;
@@ -352,15 +352,10 @@ std::size_t SqliteStore::insert(const Batch& batch) {
   return added;
 }
 
-void SqliteStore::read(const log::Choice& choice, Order order,
+void SqliteStore::read(const log::Choice& choice, const Reading& reading,
                        const std::function<void(const StoredRecord&)>& visit) {
   const SqlCondition condition = conditionOf(choice);
-  Statement rows =
-      statement("SELECT record, file, \"index\", \"offset\", reason IS NULL FROM events WHERE " +
-                condition.sql +
-                (order == Order::asStored
-                     ? " ORDER BY id"
-                     : " ORDER BY enclosure_serial, controller_serial, log_instance, sequence_id"));
+  Statement rows = statement(recordsQuestion(condition, reading));
   bindTexts(rows, condition);
   while (rows.step()) {
     const RecordPlace place = placeIn(rows, 1);
@@ -385,11 +380,7 @@ std::vector<bool> SqliteStore::has(std::span<const RecordKey> keys) {
 }
 
 void SqliteStore::forEachLog(const std::function<void(const StoredLog&)>& visit) {
-  // What could not be decoded has empty serials and zeros.
-  Statement logs = statement(
-      "SELECT enclosure_serial, controller_serial, log_instance, min(sequence_id), "
-      "max(sequence_id), count(*) FROM events WHERE NOT (enclosure_serial = '' AND "
-      "controller_serial = '' AND log_instance = 0 AND sequence_id = 0) GROUP BY 1, 2, 3");
+  Statement logs = statement(kLogsQuestion);
   while (logs.step()) {
     visit({std::string(logs.text(0)), std::string(logs.text(1)), logs.word(2), logs.word(3),
            logs.word(4), logs.number(5)});
@@ -397,8 +388,7 @@ void SqliteStore::forEachLog(const std::function<void(const StoredLog&)>& visit)
 }
 
 void SqliteStore::forEachGap(const std::function<void(const StoredGap&)>& visit) {
-  Statement gaps = statement(
-      "SELECT enclosure_serial, controller_serial, log_instance, after, before FROM gaps");
+  Statement gaps = statement(kGapsQuestion);
   while (gaps.step()) {
     visit({std::string(gaps.text(0)), std::string(gaps.text(1)), gaps.word(2), gaps.word(3),
            gaps.word(4)});
@@ -408,18 +398,13 @@ void SqliteStore::forEachGap(const std::function<void(const StoredGap&)>& visit)
 std::uint64_t SqliteStore::decodeAgain(const log::Choice& choice,
                                        const std::function<void(std::uint64_t)>& progress) {
   const SqlCondition condition = conditionOf(choice);
-  // The texts are $1, $2 and so on by their names, whatever their places.
-  Statement rows = statement("SELECT record, file, \"index\", \"offset\", id FROM events WHERE " +
-                             condition.sql + " AND coalesce(reason, '') NOT LIKE '" +
-                             std::string(Batch::noRecord) + "%' AND id > $last ORDER BY id LIMIT " +
-                             std::to_string(kRowsAtOnce));
-  bindTexts(rows, condition);
   std::uint64_t last = 0;
   std::uint64_t decoded = 0;
   for (;;) {
     Batch batch;
     std::vector<std::uint64_t> ids;
-    rows.bind(static_cast<int>(condition.texts.size()) + 1, last);
+    Statement rows = statement(againQuestion(condition, last, kRowsAtOnce));
+    bindTexts(rows, condition);
     while (rows.step()) {
       batch.add(rows.bytes(0), placeIn(rows, 1));
       ids.push_back(rows.number(4));

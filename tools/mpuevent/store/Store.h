@@ -59,6 +59,16 @@ struct StoredGap {
   std::uint32_t before;  ///< the id behind them
 };
 
+/// How records are read.
+struct Reading {
+  enum Order {
+    asStored,  ///< as they came in: the events of a file in its order
+    byLog,     ///< log by log, by sequence id
+  };
+  Order order = asStored;
+  std::optional<std::uint64_t> last = {};  ///< no more than so many that came last, all decoded
+};
+
 /// A place where each event is once. One thread at a time uses one; several stores, also of several
 /// processes and machines, may be open on the same place. Everything throws StoreError.
 class Store {
@@ -76,12 +86,8 @@ class Store {
   /// before those of stores that take their turn later.
   virtual void takeTurn() {}
 
-  enum class Order {
-    asStored,  ///< as they came in: the events of a file in its order
-    byLog,     ///< log by log, by sequence id
-  };
   /// Gives the records that are chosen to `visit`, in constant memory. What `visit` throws ends it.
-  virtual void read(const log::Choice& choice, Order order,
+  virtual void read(const log::Choice& choice, const Reading& reading,
                     const std::function<void(const StoredRecord&)>& visit) = 0;
 
   /// For each of the keys, whether the store has its record.

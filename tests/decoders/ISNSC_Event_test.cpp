@@ -98,6 +98,8 @@ TEST(IsnsClient, MeasuresTheBodyBeforeEscapingUpToALimit) {
     const TraceCapture trace;
     const std::string alias(size - decode(requestPayload("", ""))[2].size(), '%');
     EXPECT_EQ(decode(requestPayload("", alias))[2].size(), size + alias.size());
+    // Two a record: none of an unknown type.
+    ASSERT_EQ(trace.lines().size(), 4) << trace.lines()[1];
     const std::string traced = size == 16383 ? "size = 16383, setE" : "size = 16384, setE";
     EXPECT_NE(trace.lines().back().find(traced), std::string::npos) << trace.lines().back();
   }

@@ -71,6 +71,7 @@ bool writeInstances(BodyWriter& body, RecordView words, const ArcRegister& row) 
       trace({traceFile, 785}, {"out of boundary data\n"});
       return false;
     }
+    // Today's table never reaches the limit either.
     const std::size_t before = body.size();
     writeRegister(body, row.instanceCount > 1 ? numbered(i) : name, words.u32(at), row.fields);
     if (body.size() > bodyLimit) {

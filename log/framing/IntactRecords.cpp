@@ -17,15 +17,19 @@ std::optional<std::uint64_t> endOfIntactRecords(const ReadBytesAt& readAt, std::
   std::uint64_t records = 0;
   std::uint64_t withCodes = 0;
   std::uint64_t withText = 0;
+  bool beginsWithOne = false;
   for (; readAll(at, bytes.size()); ++records) {
     if (isBlank(bytes.data(), bytes.size())) return std::nullopt;
     const Record record(reinterpret_cast<const Pegasus::EmpEvLogMsg_s*>(bytes.data()), 0);
-    if (knownCodes(record) >= 2) ++withCodes;
-    if (judgeHeader(record, nothingKnown) >= Verdict::byText) ++withText;
+    const bool hasCodes = knownCodes(record) >= 2;
+    const bool hasText = judgeHeader(record, nothingKnown) >= Verdict::byText;
+    if (hasCodes) ++withCodes;
+    if (hasText) ++withText;
+    if (records == 0) beginsWithOne = hasCodes || hasText;
     at += Record::headerSize + record.structLength();
   }
   // Bytes of another kind hardly ever lead to the end, and their codes are all over the place.
-  const bool likely = withCodes * 2 >= records && withText * 2 < records;
+  const bool likely = withCodes * 2 >= records && (beginsWithOne || withText * 2 < records);
   const bool endsHere = records != 0 && readAll(at - 1, 1) && readAt(at, bytes.data(), 1) == 0;
   return likely && endsHere ? std::optional<std::uint64_t>(at) : std::nullopt;
 }

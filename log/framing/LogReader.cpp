@@ -153,17 +153,17 @@ void LogReader::resynchronise() {
 }
 
 // Whether what comes is records of which the lengths can be trusted, for want of better evidence:
-// asked in a log that has nothing else so far, until the answer is no.
+// asked in a log that is intact so far, until the answer is no.
 bool LogReader::canTrustAllLengths() {
-  if (askedForAll_ || wanted_ == LogForm::messages) return false;
+  const bool areSound = accounting_.events != 0 && soundEvents_ * 2 >= accounting_.events;
+  // A length that leads past a unit to another one is wrong.
+  if (askedForAll_ || wanted_ == LogForm::messages || (areSound && cutAt_)) return false;
   askedForAll_ = true;
   if (accounting_.bytes() != accounting_.eventBytes || gap_.length != 0) return false;
   const bool goesOn = trusted_ == LogForm::records && trustedTo_ == window_.offset();
-  if (accounting_.events != 0 && !goesOn &&
-      (ahead_.form() != LogForm::records || soundEvents_ * 2 >= accounting_.events)) {
-    return false;
-  }
-  const std::optional<std::uint64_t> end = endOfIntactRecords(goesOn);
+  if (accounting_.events != 0 && !goesOn && ahead_.form() != LogForm::records) return false;
+  std::optional<std::uint64_t> end = endOfIntactRecords();
+  if (!end && (goesOn || !areSound)) end = endOfLikelyRecords(goesOn ? 1 : 3);
   if (!end) return false;
   trusted_ = LogForm::records;
   trustedTo_ = *end;
@@ -171,27 +171,27 @@ bool LogReader::canTrustAllLengths() {
   return true;
 }
 
-// To the end of the input; or, where that cannot be seen, of the records in view: some of them, or
-// one if some came before.
-std::optional<std::uint64_t> LogReader::endOfIntactRecords(bool goesOn) {
+// The end of the input, if it can be seen and lengths lead there.
+std::optional<std::uint64_t> LogReader::endOfIntactRecords() {
   const std::uint64_t offset = window_.offset();
-  if (readAt_) {
-    if (const auto end = log::endOfIntactRecords(readAt_, offset)) return end;
-  }
-  std::size_t held = window_.holdUnlessIdle(InputWindow::farthest);
-  if (!readAt_ && window_.ended()) {
-    const auto readAt = [&](std::uint64_t at, unsigned char* to, std::size_t room) {
-      const std::size_t from = std::min(static_cast<std::size_t>(at - offset), held);
-      const std::size_t count = std::min(room, held - from);
-      std::copy_n(window_.at(from), count, to);
-      return static_cast<long>(count);
-    };
-    if (const auto end = log::endOfIntactRecords(readAt, offset)) return end;
-  }
+  if (readAt_) return log::endOfIntactRecords(readAt_, offset);
+  const std::size_t held = window_.holdUnlessIdle(InputWindow::farthest);
+  if (!window_.ended()) return std::nullopt;
+  const auto readAt = [&](std::uint64_t at, unsigned char* to, std::size_t room) {
+    const std::size_t from = std::min(static_cast<std::size_t>(at - offset), held);
+    const std::size_t count = std::min(room, held - from);
+    std::copy_n(window_.at(from), count, to);
+    return static_cast<long>(count);
+  };
+  return log::endOfIntactRecords(readAt, offset);
+}
+
+// The end of those in view, if they are as many as needed.
+std::optional<std::uint64_t> LogReader::endOfLikelyRecords(std::size_t needed) {
+  const std::size_t held = window_.holdUnlessIdle(InputWindow::farthest);
   const LikelyRecords records = likelyRecords({window_.at(0), held});
-  const std::size_t needed = goesOn ? 1 : 3;
   if (records.count < needed) return std::nullopt;
-  return offset + records.length;
+  return window_.offset() + records.length;
 }
 
 bool LogReader::canTrustLengths(std::size_t end, std::optional<std::size_t> next) {

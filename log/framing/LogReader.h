@@ -65,7 +65,8 @@ class LogReader {
   // its lengths up to there: then nothing moves.
   void resynchronise();
   bool canTrustAllLengths();
-  std::optional<std::uint64_t> endOfIntactRecords(bool goesOn);
+  std::optional<std::uint64_t> endOfIntactRecords();
+  std::optional<std::uint64_t> endOfLikelyRecords(std::size_t needed);
   bool canTrustLengths(std::size_t end, std::optional<std::size_t> next);
   void pass(std::size_t count);
   void take(LogUnit& unit, const Candidate& candidate);

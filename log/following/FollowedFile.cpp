@@ -24,12 +24,15 @@ std::int64_t FollowedFile::beginning() const {
 }
 
 FollowedFile::FollowedFile(std::string name, bool waits, std::function<bool()> isStopped)
-    : name_(std::move(name)), waits_(waits), isStopped_(std::move(isStopped)) {}
+    : name_(std::move(name)), waits_(waits), isStopped_(std::move(isStopped)) {
+  // What is there now is nobody's business, unless somebody begins behind a place.
+  for (const LogPart& part : rotatedParts(name_)) seen_.push_back(part.status());
+}
 
 bool FollowedFile::beginBehind(const FilePlace& place, std::int64_t since) {
   file_ = LogPart(name_);
   std::vector<LogPart> parts = rotatedParts(name_);
-  looked_ = true;
+  seen_.clear();
   for (const LogPart& part : parts) seen_.push_back(part.status());
   const auto isIn = [&place](const LogPart& part) {
     return place.length != 0 && part.holds(place);
@@ -79,17 +82,16 @@ bool FollowedFile::next() {
   }
 }
 
-// What came and went while nobody looked; what was there at the beginning is nobody's business.
+// What came and went while nobody looked.
 void FollowedFile::queueUnseen() {
   std::vector<struct stat> seen;
   for (LogPart& part : rotatedParts(name_)) {
     const struct stat status = part.status();
     if (isSameFile(status, file_.status())) continue;
-    if (!isSeen(status) && looked_) waiting_.push_back({std::move(part)});
+    if (!isSeen(status)) waiting_.push_back({std::move(part)});
     seen.push_back(status);
   }
   seen_ = std::move(seen);
-  looked_ = true;
 }
 
 bool FollowedFile::isSeen(const struct stat& status) const {

@@ -83,7 +83,6 @@ class FollowedFile {
   LogPart file_;              // which may be open already
   FilePlace fileBegin_;
   std::vector<struct stat> seen_;  // of what was rotated away
-  bool looked_ = false;            // for that
   std::optional<Part> part_;       // that is being read
   bool failed_ = false;
   bool isPipe_ = false;

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # follow_test.sh MPUEVENT...: a log is written in pieces and renamed away while the tool follows it, is
-# killed again and again, and goes on from its cursor; then it is copied and truncated under its eyes.
+# killed again and again, and goes on from its cursor; then it is copied and truncated instead.
 set -u
 tool=("${@:1:$#-1}" "$(realpath "${!#}")")
 here=$(mktemp -d)
@@ -58,13 +58,19 @@ come() {
 come $(seq 0 $((last - 1)))
 [ "$(wc -l <out)" -lt $((2 * last)) ] || fail "$(wc -l <out) lines: the place was not kept"
 grep -v 'is not there yet, waiting' err && fail 'messages'
-for i in 1 2 3; do
-  cp log "log.copy$i" && : >log
-  sleep 0.5
-  for id in $last $((last + 1)) $((last + 2)); do record "$id" >>log; done
+# What is written just before it is copied and truncated is in the copy alone, often twice while nobody
+# looks.
+for i in 1 2 3 4 5 6; do
+  [ $((RANDOM % 2)) = 0 ] || { kill -9 $! && wait $! 2>/dev/null; }
+  for id in $last $((last + 1)) $((last + 2)); do
+    record "$id" >>log
+    [ $((RANDOM % 2)) = 0 ] || { cp log "log.10$i.$id" && : >log; }
+  done
   last=$((last + 3))
-  come $(seq 0 $((last - 1)))
+  kill -0 $! 2>/dev/null || follow
+  [ $((RANDOM % 2)) = 0 ] || come $(seq 0 $((last - 1)))
 done
+come $(seq 0 $((last - 1)))
 sleep 1  # it may have begun just now
 kill -TERM $!
 wait $!

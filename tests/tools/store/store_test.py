@@ -174,10 +174,14 @@ def check_versions(lines, raw):
     query(set_version % 99)
     for command in (["store", TARGET, "a"], ["decode", TARGET]):
         assert "version 99" in run(*command, code=2)
+    query("UPDATE events SET reason = 'no record: but why' WHERE sequence_id = 5")
     query((set_version + ("; ALTER TABLE events DROP COLUMN summary CASCADE" if SERVER else "")) % 0)
     assert "older version" in run("decode", TARGET, code=2)
     assert run("store", TARGET, "b") == "601 events read, 0 new\n"
-    check_rows(lines, raw)
+    assert query("SELECT summary FROM events WHERE reason = 'no record: but why'") == [[None]]
+    query("DELETE FROM events WHERE reason IS NOT NULL")
+    assert run("store", TARGET, "a") == "600 events read, 1 new\n"
+    check_rows(lines[:5] + lines[6:] + lines[5:6], raw[:5] + raw[6:] + raw[5:6])
 
 
 def check_foreign():

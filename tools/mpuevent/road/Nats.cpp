@@ -473,6 +473,8 @@ bool NatsRoad::connect(std::string& reason) {
     case NATS_CONNECTION_CLOSED:
     case NATS_CONNECTION_DISCONNECTED:
       return false;
+    case NATS_PROTOCOL_ERROR:
+      throw RoadError("NATS: the server hung up; does it want a certificate? (" + reason + ")");
     default:
       throw RoadError("NATS: " + reason);
   }

@@ -149,6 +149,15 @@ void Batch::addBroken(std::span<const unsigned char> bytes, const RecordPlace& p
   addRow(bytes, std::string(noRecord) += reason);
 }
 
+void Batch::addStored(std::span<const unsigned char> bytes, const RecordPlace& place,
+                      std::string_view reason) {
+  if (reason.starts_with(noRecord)) {
+    addBroken(bytes, place, reason.substr(noRecord.size()));
+  } else {
+    add(bytes, place);
+  }
+}
+
 // Of what the decoder has read; with a reason it could not be decoded.
 void Batch::addRow(std::span<const unsigned char> record, const std::string& reason) {
   Row row(*this);

@@ -40,6 +40,9 @@ class Batch {
   /// Bytes that were to hold records and don't, as a row with the reason behind `noRecord`.
   void addBroken(std::span<const unsigned char> bytes, const RecordPlace& place,
                  std::string_view reason);
+  /// What a store has, decoded anew; what was no record stays none.
+  void addStored(std::span<const unsigned char> bytes, const RecordPlace& place,
+                 std::string_view reason);
   /// With this begins the reason of what is not to be decoded again.
   static constexpr std::string_view noRecord = "no record: ";
   /// Makes room for another batch.

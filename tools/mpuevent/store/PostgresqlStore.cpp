@@ -85,6 +85,7 @@ class Connection {
     PQsetNoticeProcessor(
         connection_.get(), [](void*, const char*) {}, nullptr);
     PQsetClientEncoding(connection_.get(), "UTF8");
+    run("SET lock_timeout = '60s'");
   }
 
   /// One statement; numbers in its rows are read in the binary form.
@@ -146,6 +147,7 @@ class Connection {
     std::string reason = PQerrorMessage(connection_.get());
     while (!reason.empty() && reason.back() == '\n') reason.pop_back();
     std::replace(reason.begin(), reason.end(), '\n', ' ');
+    if (state == "55P03") reason.insert(0, "locked by another program: ");
     // Lost connections, deadlocks, a full disk, locks, a server that stops, trouble with its files.
     constexpr std::array<std::string_view, 6> passing = {"08", "40", "53", "55P", "57P", "58"};
     const bool passes = PQstatus(connection_.get()) != CONNECTION_OK ||
@@ -381,9 +383,9 @@ void PostgresqlStore::migrate() {
     batch.clear();
   };
   connection_.forEachRow(
-      "SELECT record, file, \"index\", \"offset\" FROM older_store.events ORDER BY id", {},
+      "SELECT record, file, \"index\", \"offset\", reason FROM older_store.events ORDER BY id", {},
       [&](const Rows& rows, int row) {
-        batch.add(rows.bytes(row, 0), rows.place(row, 1));
+        batch.addStored(rows.bytes(row, 0), rows.place(row, 1), rows.text(row, 4));
         if (batch.rows() == kRowsAtOnce) store();
       });
   store();

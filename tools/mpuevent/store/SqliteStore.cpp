@@ -16,7 +16,7 @@ namespace mpuevent::tool {
 namespace {
 
 constexpr int kApplicationId = 0x4D505545;  // "MPUE"
-constexpr int kWaitForLock = 10000;         // milliseconds
+constexpr int kWaitForLock = 60000;         // milliseconds; writers take turns as it happens
 constexpr std::size_t kRowsAtOnce = 2000;
 
 // Each commit is on the disk when it returns (FULL), as what has been stored may be deleted where
@@ -292,7 +292,7 @@ void SqliteStore::openToWrite() {
 
 // Everything that a store is made of can be made of its records anew, so an older one needs no
 // steps from version to version: of it no more is asked than the columns that say where a record is
-// from.
+// from, and that it is one.
 void SqliteStore::migrate() {
   run("DROP TABLE IF EXISTS words");
   for (const std::string type : {"view", "trigger", "index"}) {
@@ -305,11 +305,11 @@ void SqliteStore::migrate() {
   run("ALTER TABLE events RENAME TO older_events");
   makeSchema();
   {
-    Statement rows =
-        statement("SELECT record, file, \"index\", \"offset\" FROM older_events ORDER BY rowid");
+    Statement rows = statement(
+        "SELECT record, file, \"index\", \"offset\", reason FROM older_events ORDER BY rowid");
     Batch batch;
     while (rows.step()) {
-      batch.add(rows.bytes(0), placeIn(rows, 1));
+      batch.addStored(rows.bytes(0), placeIn(rows, 1), rows.text(4));
       if (batch.rows() < kRowsAtOnce) continue;
       insert(batch);
       batch.clear();

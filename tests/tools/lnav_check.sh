@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # lnav_check.sh MPUEVENT SAMPLE: lnav, without a terminal, knows the JSON lines of the sample by the
-# format file: levels, times, texts, with and without an epoch.
+# format file: levels, times, operation ids (of what it shows alone), texts, with and without an epoch.
 set -euo pipefail
 tool=$1 sample=$2
 format=$(cd "$(dirname "$0")/../../tools/lnav" && pwd)/mpuevent.lnav.json
@@ -25,8 +25,9 @@ for epoch in '' 2005-01-01; do
   [ -z "$epoch" ] || first=$(sed -n '1s/.*"time":"\([^"]*\)Z".*/\1/p' "$log")
   same levels "$(ask "$log" "select count(*), log_level from $table group by log_level" | sort)" "$levels"
   same 'the first event' \
-    "$(ask "$log" "select log_time, sequence_id, source, log_body from $table limit 1")" \
-    "${first/T/ }.000,48211,MIP,MIP8P Unexpected Message Type"
+    "$(ask "$log" "select log_time, log_opid, sequence_id, source, log_body from $table limit 1")" \
+    "${first/T/ }.000,48211,48211,MIP,MIP8P Unexpected Message Type"
+  same 'operation ids' "$(ask "$log" "select count(*) from $table where log_opid || '' = sequence_id || ''")" "$(wc -l <"$log")"
   same 'an element' \
     "$(ask "$log" "select json_extract(fields, '\$[0].key') from $table where source = 'ICS' limit 1")" \
     "$("$tool" decode --source ics --head 1 -o jsonl "$sample" | sed 's/.*"fields":\[{"key":"\([^"]*\)".*/\1/')"

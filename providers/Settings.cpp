@@ -62,8 +62,8 @@ Settings readSettings() {
         equals != std::string::npos &&
         set(settings, trimmed(content.substr(0, equals)), trimmed(content.substr(equals + 1)));
     if (!understood) {
-      throw std::runtime_error(name + ":" + std::to_string(number) +
-                               ": not understood: " + content);
+      std::string what = name + ":" + std::to_string(number);
+      throw std::runtime_error(what.append(": not understood: ").append(content));
     }
   }
   if (settings.events.empty()) settings.events = settings.log;

@@ -24,7 +24,7 @@ namespace mpuevent::tool {
 
 namespace {
 
-constexpr char kFooter[] = "'mpuevent help COMMAND' tells of a command's options.";
+constexpr char kCommandLineFooter[] = "'mpuevent help COMMAND' tells of a command's options.";
 constexpr char kExitCodes[] = R"(
 Exit codes:
   0  everything was decoded
@@ -40,7 +40,7 @@ constexpr std::size_t kHelpColumn = 26;
 class CommandLine {
  public:
   CommandLine() {
-    app_.footer(kFooter);
+    app_.footer(kCommandLineFooter);
     addHelpFlags(app_);
     add("decode", "Write the events of logs in readable form", decode_, addDecodeOptions, decode);
     add("explain", "Show which bytes of an event make which of its fields", explain_,

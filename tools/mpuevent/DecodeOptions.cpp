@@ -10,7 +10,7 @@ namespace mpuevent::tool {
 
 namespace {
 
-constexpr char kFooter[] = R"(Input forms:
+constexpr char kDecodeFooter[] = R"(Input forms:
   messages   64-byte CMAP header and record, back to back
   records    raw records of 152 + evStructLength bytes, back to back
   auto       either, or one after the other, as recognised
@@ -101,7 +101,7 @@ void addLook(CLI::App& command, DecodeOptions& options) {
 }  // namespace
 
 void addDecodeOptions(CLI::App& command, DecodeOptions& options) {
-  command.footer(kFooter);
+  command.footer(kDecodeFooter);
   addInputOptions(command, options.input);
   addFollowOptions(command, options.following);
   addChoosingOptions(command, options.choosing);

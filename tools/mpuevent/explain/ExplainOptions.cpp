@@ -6,7 +6,7 @@ namespace mpuevent::tool {
 
 namespace {
 
-constexpr char kFooter[] = R"(What the bytes are found to be:
+constexpr char kExplainFooter[] = R"(What the bytes are found to be:
   KEY                 makes the text of this header field or element of the
                       Body: GROUP.KEY in a group, KEY[2] is the third of
                       several; "summary" if the Summary has it, too
@@ -25,7 +25,7 @@ Examples:
 }  // namespace
 
 void addExplainOptions(CLI::App& command, ExplainOptions& options) {
-  command.footer(kFooter);
+  command.footer(kExplainFooter);
   command.add_option("FILE", options.file, "The log; - or none is standard input")->type_name("");
   CLI::Option* at = command.add_option("--at", options.at, "The event that has a byte at OFFSET");
   CLI::Option* index = command.add_option("--index", options.index, "The event number N, from 0");

@@ -22,7 +22,7 @@ namespace mpuevent::tool {
 
 namespace {
 
-constexpr char kFooter[] =
+constexpr char kAuditFooter[] =
     R"(Exit code 1: the store lacks something; 0: it lacks nothing, and what all of
 FILE holds may be deleted.
 
@@ -192,7 +192,7 @@ ExitCode look(const AuditOptions& options, Auditor& auditor, Output& output) {
 }  // namespace
 
 void addAuditOptions(CLI::App& command, AuditOptions& options) {
-  command.footer(kFooter);
+  command.footer(kAuditFooter);
   command
       .add_option("DB", options.store,
                   "The store: a file (SQLite), or\npostgresql://USER@HOST/DATABASE")

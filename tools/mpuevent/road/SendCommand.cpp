@@ -14,7 +14,7 @@ namespace mpuevent::tool {
 
 namespace {
 
-constexpr char kFooter[] =
+constexpr char kSendFooter[] =
     R"(Ends when the servers have acknowledged all records. What they don't take is
 sent again after a pause, what is sent twice is stored once.
 
@@ -74,7 +74,7 @@ class Shipment {
 }  // namespace
 
 void addSendOptions(CLI::App& command, SendOptions& options) {
-  command.footer(kFooter);
+  command.footer(kSendFooter);
   addInputOptions(command, options.input);
   addFollowOptions(command, options.following);
   addRoadOptions(command, "--to", options.road);

@@ -10,7 +10,7 @@ namespace mpuevent::tool {
 
 namespace {
 
-constexpr char kFooter[] =
+constexpr char kStreamFooter[] =
     R"(Without --create, how the streams are: who leads, which servers lag behind, how
 many messages lie there and since when, how many wait for workers. Exit code 1
 if there are none, or one that no server leads.
@@ -73,7 +73,7 @@ void addCreationOptions(CLI::App& command, StreamOptions& options) {
 }  // namespace
 
 void addStreamOptions(CLI::App& command, StreamOptions& options) {
-  command.footer(kFooter);
+  command.footer(kStreamFooter);
   addRoadOptions(command, "--to", options.road);
   addWorkersOption(command, options.road);
   addCreationOptions(command, options);

@@ -14,7 +14,7 @@ namespace mpuevent::tool {
 
 namespace {
 
-constexpr char kFooter[] =
+constexpr char kWorkFooter[] =
     R"(Runs until SIGTERM or SIGINT, which let it finish what it has begun. A message
 is acknowledged when its records are stored: any number of workers may run, on
 any machines, and each may be killed at any time. What is no record, or cannot
@@ -70,7 +70,7 @@ void sumUp(TextBuffer& to, const WorkDone& done) {
 }  // namespace
 
 void addWorkOptions(CLI::App& command, WorkOptions& options) {
-  command.footer(kFooter);
+  command.footer(kWorkFooter);
   addRoadOptions(command, "--from", options.road);
   addWorkersOption(command, options.road);
   command

@@ -6,7 +6,7 @@ namespace mpuevent::tool {
 
 namespace {
 
-constexpr char kFooter[] =
+constexpr char kSummaryFooter[] =
     R"(What is chosen decides which events are counted; damage and the sequence
 of ids, with what is missing in it, are those of all that is read.
 
@@ -18,7 +18,7 @@ Examples:
 }  // namespace
 
 void addSummaryOptions(CLI::App& command, SummaryOptions& options) {
-  command.footer(kFooter);
+  command.footer(kSummaryFooter);
   addInputOptions(command, options.input);
   addChoosingOptions(command, options.choosing);
   addWordOption<SummaryOutput>(command, "-o,--output", options.output,

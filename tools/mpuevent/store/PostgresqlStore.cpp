@@ -297,7 +297,7 @@ std::size_t insert(Connection& connection, const Batch& batch, std::span<const R
       .changed();
 }
 
-class PostgresqlStore : public Store {
+class PostgresqlStore final : public Store {
  public:
   PostgresqlStore(const std::string& target, StoreAccess access) : connection_(target) {
     if (access == StoreAccess::write) {

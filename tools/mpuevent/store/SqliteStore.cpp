@@ -58,6 +58,10 @@ std::vector<std::size_t> placesOf(std::span<const std::string_view> names) {
 std::string reasonOf(int kind, int cause) {
   constexpr char runAgain[] = "; what was stored before is safe, the same again stores the rest";
   if (kind == SQLITE_NOTADB) return "not a store, and no SQLite database at all";
+  if (kind == SQLITE_READONLY) {
+    return "it may not be written, or its -wal and -shm may not be made beside it, which reading "
+           "takes, too";
+  }
   if (kind == SQLITE_FULL || cause == ENOSPC || cause == EDQUOT) {
     return std::string("there is no space left on its disk") + runAgain;
   }

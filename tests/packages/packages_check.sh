@@ -33,7 +33,7 @@ step 'the tool alone' "
   gzip -c /debs/array.cmap | mpuevent summary | grep -q '438 events'
   mpuevent store /tmp/events.db /debs/array.cmap
   [ \$(mpuevent decode -o jsonl /tmp/events.db | wc -l) = 438 ]
-  mpuevent store postgresql:///test /debs/array.cmap 2>&1 | grep -q 'needs libpq: libpq.so.5'
+  { mpuevent store postgresql:///test /debs/array.cmap 2>&1 || true; } | grep 'needs libpq: libpq.so.5'
   mpuevent schema summary | cmp - /usr/share/mpuevent/schema/summary.json
   for command in decode summary explain store schema; do
     zgrep -q '^.TH \"mpuevent-'\$command'\" \"1\"' /usr/share/man/man1/mpuevent-\$command.1.gz

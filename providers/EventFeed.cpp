@@ -2,6 +2,7 @@
 
 #include <syslog.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <filesystem>
@@ -82,7 +83,8 @@ class Follower {
     log::LogUnit unit;
     for (std::uint64_t index = 0; reader.next(unit) && !isStopped(); ++index) {
       unit.offset += begin;
-      const bool isOld = unit.offset < knownTo_;
+      const std::size_t header = unit.header != nullptr ? log::messageHeaderSize : 0;
+      const bool isOld = unit.offset + header + unit.record.size() <= knownTo_;
       if (!isOld) handOut(unit);
       remember(unit, index, isOld ? Clock::now() - settling_ : Clock::now());
     }

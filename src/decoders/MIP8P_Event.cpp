@@ -1,6 +1,8 @@
 #include <MPUEvent/MIP8P_Event.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -81,31 +83,44 @@ constexpr EventRow databaseEvents[] = {
 };
 static_assert(rising(databaseEvents, &EventRow::number));
 
-constexpr Events noEvents;
+// The classes that have events.
+enum MipClass : std::uint16_t {
+  managementClass = 1,
+  isrClass = 3,
+  startupClass = 4,
+  mmsgClass = 6,
+  evlClass = 8,
+  assertClass = 9,
+  dmaClass = 12,
+};
 
 constexpr EventClass classes[] = {
-    {1,  "MIP Task Event",                         packed<managementEvents>},
-    {2,  "MIP Unknown Event",                      noEvents                },
-    {3,  "MIP ISR Event",                          packed<isrEvents>       },
-    {4,  "MIP Startup Task Event",                 packed<startupEvents>   },
-    {5,  "MIP Unknown Event",                      noEvents                },
-    {6,  "MIP Management Message Event",           packed<mmsgEvents>      },
-    {7,  "MIP Redundant Controller Process Event", noEvents                },
-    {8,  "MIP EVL Event",                          packed<evlEvents>       },
-    {9,  "MIP Resource Assert Event",              packed<assertEvents>    },
-    {10, "MIP Unknown Event",                      noEvents                },
-    {11, "MIP Unknown Event",                      noEvents                },
-    {12, "MIP DMA Event",                          packed<dmaEvents>       },
+    {managementClass, "MIP Task Event",                         managementEvents},
+    {2,               "MIP Unknown Event",                      {}              },
+    {isrClass,        "MIP ISR Event",                          isrEvents       },
+    {startupClass,    "MIP Startup Task Event",                 startupEvents   },
+    {5,               "MIP Unknown Event",                      {}              },
+    {mmsgClass,       "MIP Management Message Event",           mmsgEvents      },
+    {7,               "MIP Redundant Controller Process Event", {}              },
+    {evlClass,        "MIP EVL Event",                          evlEvents       },
+    {assertClass,     "MIP Resource Assert Event",              assertEvents    },
+    {10,              "MIP Unknown Event",                      {}              },
+    {11,              "MIP Unknown Event",                      {}              },
+    {dmaClass,        "MIP DMA Event",                          dmaEvents       },
 };
 static_assert(classesRise(classes));
 
+std::optional<FoundClass> mipClassOf(std::uint32_t number) {
+  return classOf(packedClasses<classes>(), number);
+}
+
 /// Sets Summary and returns the Body.
-String decode(Quarn_Event& event, const EventPayload& payload) {
+String decode(Quarn_Event& event, const EventPayload& payload,
+              const std::optional<FoundClass>& eventClass) {
   trace({"MIP8P_Event", 119}, {"MIP_Event: Length=0x", payload.dataLength()});
   BodyBuffer body;
   writeFields(body, payload, packed<headFields>);
-  const EventClass::Packed* eventClass = classOf(packed<classes>, payload.eventClass());
-  if (eventClass != nullptr && !eventClass->events.empty()) {
+  if (eventClass && !eventClass->events.empty()) {
     event.setSummary(writeEvent(body, payload, eventClass->events, writeFile));
   }
   return body.string();
@@ -154,38 +169,39 @@ MIP8P_Event::MIP8P_Event(EmpEvLogMsg_s* bytes, int length)
     return;
   }
   const EventPayload payload(record.payload());
-  const EventClass::Packed* eventClass = classOf(packed<classes>, payload.eventClass());
-  setEventID(toString(eventClass == nullptr ? "MIP Unknown Event" : eventClass->eventId.view()));
-  setBody(decode(*this, payload));
+  const std::optional<FoundClass> eventClass = mipClassOf(payload.eventClass());
+  setEventID(toString(eventClass ? eventClass->eventId : "MIP Unknown Event"));
+  setBody(decode(*this, payload, eventClass));
 }
 
 MIP8P_Event::~MIP8P_Event() = default;
 
 String MIP8P_Event::get_MIP8P_event_body(const EmpEvLogMsg_s* record) {
   if (record == nullptr) return {};
-  return decode(*this, EventPayload(Record::trusting(record).payload()));
+  const EventPayload payload(Record::trusting(record).payload());
+  return decode(*this, payload, mipClassOf(payload.eventClass()));
 }
 
 char* MIP8P_Event::get_MIP8P_management_class_event_body(MIP_EVL* payload, char* place) {
-  return copyClass(packed<managementEvents>, *this, payload, place);
+  return copyClass(mipClassOf(managementClass)->events, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_isr_class_event_body(MIP_EVL* payload, char* place) {
-  return copyClass(packed<isrEvents>, *this, payload, place);
+  return copyClass(mipClassOf(isrClass)->events, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_startup_class_event_body(MIP_EVL* payload, char* place) {
-  return copyClass(packed<startupEvents>, *this, payload, place);
+  return copyClass(mipClassOf(startupClass)->events, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_mmsg_class_event_body(MIP_EVL* payload, char* place) {
-  return copyClass(packed<mmsgEvents>, *this, payload, place);
+  return copyClass(mipClassOf(mmsgClass)->events, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_evl_class_event_body(MIP_EVL* payload, char* place) {
-  return copyClass(packed<evlEvents>, *this, payload, place);
+  return copyClass(mipClassOf(evlClass)->events, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_assert_class_event_body(MIP_EVL* payload, char* place) {
-  return copyClass(packed<assertEvents>, *this, payload, place);
+  return copyClass(mipClassOf(assertClass)->events, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_dma_class_event_body(MIP_EVL* payload, char* place) {
-  return copyClass(packed<dmaEvents>, *this, payload, place);
+  return copyClass(mipClassOf(dmaClass)->events, *this, payload, place);
 }
 char* MIP8P_Event::get_MIP8P_database_class_event_body(MIP_EVL* payload, char* place) {
   return copyClass(packed<databaseEvents>, *this, payload, place);

@@ -50,36 +50,56 @@ struct PackedTable {
 
 namespace detail {
 
-/// All the texts of a table, one behind the other.
-template <std::size_t capacity>
-struct PackedTexts {
-  std::array<char, capacity> bytes{};
-  std::size_t size = 0;
+/// How much there is before texts are left out that are there already.
+struct TextCount {
+  std::size_t texts;
+  std::size_t characters;
+};
 
+/// All the texts of a table, one behind the other.
+template <TextCount most>
+struct PackedTexts {
+  struct Place {
+    std::string_view text;
+    std::size_t start;
+  };
+
+  std::array<char, most.characters> bytes{};
+  std::size_t size = 0;
+  std::array<Place, most.texts> places{};
+  std::size_t count = 0;
+
+  /// Behind all of them if the text is not there. To look inside of others, too, would take
+  /// compilers too long.
   constexpr std::size_t find(std::string_view text) const {
-    return std::string_view(bytes.data(), size).find(text);
+    for (std::size_t i = 0; i < count; ++i) {
+      if (places[i].text == text) return places[i].start;
+    }
+    return size;
   }
   constexpr void add(std::string_view text) {
-    if (find(text) != std::string_view::npos) return;
+    if (find(text) < size) return;
+    places[count++] = {text, size};
     for (const char character : text) bytes[size++] = character;
   }
 };
 
 template <const auto& rows>
-consteval std::size_t sizeOfAllTexts() {
-  std::size_t size = 1;
+consteval TextCount countTexts() {
+  TextCount count = {0, 1};
   for (const auto& row : rows) {
-    row.packed([&size](std::string_view text) {
-      size += text.size();
+    row.packed([&count](std::string_view text) {
+      ++count.texts;
+      count.characters += text.size();
       return TextBefore(0, 0);
     });
   }
-  return size;
+  return count;
 }
 
 template <const auto& rows>
 consteval auto textsOf() {
-  PackedTexts<sizeOfAllTexts<rows>()> texts;
+  PackedTexts<countTexts<rows>()> texts;
   for (const auto& row : rows) {
     row.packed([&texts](std::string_view text) {
       texts.add(text);

@@ -16,8 +16,10 @@ const EventRow::Packed* eventOf(Events events, std::uint32_t number) {
 
 }  // namespace
 
-const EventClass::Packed* classOf(Classes classes, std::uint32_t number) {
-  return findRow(classes, &EventClass::Packed::number, number);
+std::optional<FoundClass> classOf(const ClassTable& classes, std::uint32_t number) {
+  const ClassTable::Row* row = findRow(classes.rows, &ClassTable::Row::number, number);
+  if (row == nullptr) return std::nullopt;
+  return FoundClass{row->eventId.view(), classes.events.subspan(row->firstEvent, row->eventCount)};
 }
 
 Pegasus::String writeEvent(BodyWriter& body, const EventPayload& payload, Events events,

@@ -7,8 +7,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "decoders/iomgr/records.h"
 #include "event/Tables.h"
@@ -73,29 +76,87 @@ using Events = std::span<const EventRow::Packed>;
 inline constexpr std::uint16_t anyNumber = 0xFFFF;
 
 struct EventClass {
-  struct Packed {
-    TextBefore eventId;
-    std::uint16_t number;
-    Events events;
-  };
-  constexpr Packed packed(auto place) const { return {place(eventId), number, events}; }
-
   std::uint16_t number;
   std::string_view eventId;
-  Events events;  ///< empty if the class shows nothing
+  std::span<const EventRow> events;  ///< empty if the class shows nothing
 };
 
-using Classes = std::span<const EventClass::Packed>;
+/// The classes of a decoder as the library holds them: the events of all of them are one table.
+struct ClassTable {
+  struct Row {
+    TextBefore eventId;
+    std::uint16_t number;
+    std::uint16_t firstEvent;
+    std::uint16_t eventCount;
+  };
 
-/// The class of this number, or null.
-const EventClass::Packed* classOf(Classes classes, std::uint32_t number);
+  std::span<const Row> rows;
+  Events events;
+};
+
+namespace detail {
+
+struct ClassRow {
+  using Packed = ClassTable::Row;
+  constexpr Packed packed(auto place) const {
+    return {place(eventClass.eventId), eventClass.number, firstEvent,
+            static_cast<std::uint16_t>(eventClass.events.size())};
+  }
+
+  EventClass eventClass;
+  std::uint16_t firstEvent;
+};
+
+/// How many events the first `count` of the classes have.
+constexpr std::size_t eventCount(std::span<const EventClass> classes, std::size_t count) {
+  std::size_t events = 0;
+  for (const EventClass& eventClass : classes.first(count)) events += eventClass.events.size();
+  return events;
+}
+
+constexpr const EventRow& eventAt(std::span<const EventClass> classes, std::size_t index) {
+  std::size_t number = 0;
+  for (; index >= classes[number].events.size(); ++number) index -= classes[number].events.size();
+  return classes[number].events[index];
+}
+
+template <const auto& classes>
+inline constexpr auto allEvents = []<std::size_t... i>(std::index_sequence<i...>) {
+  return std::array{eventAt(classes, i)...};
+}
+(std::make_index_sequence<eventCount(classes, std::size(classes))>());
+
+template <const auto& classes>
+inline constexpr auto classRows = []<std::size_t... i>(std::index_sequence<i...>) {
+  return std::array{
+      ClassRow{classes[i], static_cast<std::uint16_t>(eventCount(classes, i))}
+      ...
+  };
+}
+(std::make_index_sequence<std::size(classes)>());
+
+}  // namespace detail
+
+template <const auto& classes>
+constexpr ClassTable packedClasses() {
+  return {std::span<const ClassTable::Row>(packed<detail::classRows<classes>>),
+          Events(packed<detail::allEvents<classes>>)};
+}
+
+/// A class that was looked up.
+struct FoundClass {
+  std::string_view eventId;
+  Events events;
+};
+
+std::optional<FoundClass> classOf(const ClassTable& classes, std::uint32_t number);
 
 /// Whether the classes, and the events of each, have the order that lookups need: for a
 /// `static_assert`.
 constexpr bool classesRise(std::span<const EventClass> classes) {
   return rising(classes, &EventClass::number) &&
          std::all_of(classes.begin(), classes.end(), [](const EventClass& eventClass) {
-           return rising(eventClass.events, &EventRow::Packed::number);
+           return rising(eventClass.events, &EventRow::number);
          });
 }
 

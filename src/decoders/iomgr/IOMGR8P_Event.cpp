@@ -1,6 +1,7 @@
 #include <MPUEvent/IOMGR8P_Event.h>
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -25,11 +26,11 @@ constexpr Field headFields[] = {
 };
 
 /// Sets Summary and writes all entries, as `addEntry` would append them one by one.
-void decode(BodyWriter& body, Quarn_Event& event, const EventPayload& payload) {
+void decode(BodyWriter& body, Quarn_Event& event, const EventPayload& payload,
+            const std::optional<FoundClass>& eventClass) {
   trace({"IOMGR8P_Event", 121}, {"IOMGR_Event: Length=0x", payload.dataLength()});
   writeFields(body, payload, packed<headFields>);
-  const EventClass::Packed* eventClass = iomgrClassOf(payload.eventClass());
-  if (eventClass == nullptr) return;
+  if (!eventClass) return;
   event.setSummary(writeEvent(body, payload, eventClass->events, writeFile));
 }
 
@@ -80,10 +81,10 @@ IOMGR8P_Event::IOMGR8P_Event(EmpEvLogMsg_s* bytes, int length)
     return;
   }
   const EventPayload payload(record.payload());
-  const EventClass::Packed* eventClass = iomgrClassOf(payload.eventClass());
-  setEventID(toString(eventClass == nullptr ? "Unknown Event" : eventClass->eventId.view()));
+  const std::optional<FoundClass> eventClass = iomgrClassOf(payload.eventClass());
+  setEventID(toString(eventClass ? eventClass->eventId : "Unknown Event"));
   BodyBuffer body(Separator::none);
-  decode(body, *this, payload);
+  decode(body, *this, payload, eventClass);
   setBody(body.string());
 }
 
@@ -92,7 +93,8 @@ IOMGR8P_Event::~IOMGR8P_Event() = default;
 void IOMGR8P_Event::get_IOMGR8P_event_body(const EmpEvLogMsg_s* record) {
   if (record == nullptr) return;
   BodyBuffer body(Separator::none);
-  decode(body, *this, EventPayload(Record::trusting(record).payload()));
+  const EventPayload payload(Record::trusting(record).payload());
+  decode(body, *this, payload, iomgrClassOf(payload.eventClass()));
   appendEntries(*this, body);
 }
 

@@ -1,5 +1,6 @@
 #include "decoders/iomgr/classes.h"
 
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -302,45 +303,45 @@ constexpr EventRow assertEvents[] = {
 };
 
 constexpr EventClass classes[] = {
-    {managerClass,       "I/O Manager Event",                  packed<managerEvents>      },
-    {rebuildClass,       "Rebuild Task Event",                 packed<rebuildEvents>      },
-    {reconfigClass,      "Reconfigure Task Event",             packed<reconfigEvents>     },
-    {bbscanClass,        "Bad Block Scan Task Event",          packed<bbscanEvents>       },
-    {xoeClass,           "XOR Engine Event",                   packed<xoeEvents>          },
-    {errorRecoveryClass, "Error Recovery Event",               packed<errorRecoveryEvents>},
-    {metadataClass,      "VMH Task Event",                     packed<metadataEvents>     },
-    {isurpprocClass,     "ISURP ProcessEvent",                 packed<isurpprocEvents>    },
-    {drpprocClass,       "DRP Process Event",                  packed<drpprocEvents>      },
-    {bgClass,            "Background Task Event",              packed<bgEvents>           },
-    {databaseClass,      "Database Event",                     packed<databaseEvents>     },
-    {isrClass,           "ISR Event",                          packed<isrEvents>          },
-    {startupClass,       "Startup Task Event",                 packed<startupEvents>      },
-    {svClass,            "Storage Virtualization Event",       packed<svEvents>           },
-    {dlmClass,           "Diskline Metadata Event",            packed<dlmEvents>          },
-    {crcInitClass,       "CRC Initialize Task Event",          packed<crcInitEvents>      },
-    {parityClass,        "Parity Volume Event",                packed<parityEvents>       },
-    {parityInitClass,    "Parity Initialize Task Event",       packed<parityInitEvents>   },
-    {parityErrorClass,   "Parity Error Task Event",            packed<parityErrorEvents>  },
-    {parityScanClass,    "Parity Scan Task Event",             packed<parityScanEvents>   },
-    {parityRebuildClass, "Parity Rebuild Task Event",          packed<parityRebuildEvents>},
-    {microRebuildClass,  "Micro Rebuild Task Event",           packed<microRebuildEvents> },
-    {volumeInitClass,    "Volume Initialize Task Event",       packed<volumeInitEvents>   },
-    {mmsgClass,          "Management Message Event",           packed<mmsgEvents>         },
-    {rcpClass,           "Redundant Controller Process Event", packed<rcpEvents>          },
-    {feClass,            "Forced Error Event",                 packed<feEvents>           },
-    {carveClass,         "Resource Carving Event",             packed<carveEvents>        },
-    {bgSysClass,         "Background System Task Event",       packed<bgSysEvents>        },
-    {macroClass,         "Macro Task Event",                   packed<macroEvents>        },
-    {evlClass,           "EVL Event",                          packed<evlEvents>          },
-    {assertClass,        "Resource Assert Event",              packed<assertEvents>       },
-    {mathClass,          "Unknown Event",                      packed<mathEvents>         }, // none of its own
+    {managerClass,       "I/O Manager Event",                  managerEvents      },
+    {rebuildClass,       "Rebuild Task Event",                 rebuildEvents      },
+    {reconfigClass,      "Reconfigure Task Event",             reconfigEvents     },
+    {bbscanClass,        "Bad Block Scan Task Event",          bbscanEvents       },
+    {xoeClass,           "XOR Engine Event",                   xoeEvents          },
+    {errorRecoveryClass, "Error Recovery Event",               errorRecoveryEvents},
+    {metadataClass,      "VMH Task Event",                     metadataEvents     },
+    {isurpprocClass,     "ISURP ProcessEvent",                 isurpprocEvents    },
+    {drpprocClass,       "DRP Process Event",                  drpprocEvents      },
+    {bgClass,            "Background Task Event",              bgEvents           },
+    {databaseClass,      "Database Event",                     databaseEvents     },
+    {isrClass,           "ISR Event",                          isrEvents          },
+    {startupClass,       "Startup Task Event",                 startupEvents      },
+    {svClass,            "Storage Virtualization Event",       svEvents           },
+    {dlmClass,           "Diskline Metadata Event",            dlmEvents          },
+    {crcInitClass,       "CRC Initialize Task Event",          crcInitEvents      },
+    {parityClass,        "Parity Volume Event",                parityEvents       },
+    {parityInitClass,    "Parity Initialize Task Event",       parityInitEvents   },
+    {parityErrorClass,   "Parity Error Task Event",            parityErrorEvents  },
+    {parityScanClass,    "Parity Scan Task Event",             parityScanEvents   },
+    {parityRebuildClass, "Parity Rebuild Task Event",          parityRebuildEvents},
+    {microRebuildClass,  "Micro Rebuild Task Event",           microRebuildEvents },
+    {volumeInitClass,    "Volume Initialize Task Event",       volumeInitEvents   },
+    {mmsgClass,          "Management Message Event",           mmsgEvents         },
+    {rcpClass,           "Redundant Controller Process Event", rcpEvents          },
+    {feClass,            "Forced Error Event",                 feEvents           },
+    {carveClass,         "Resource Carving Event",             carveEvents        },
+    {bgSysClass,         "Background System Task Event",       bgSysEvents        },
+    {macroClass,         "Macro Task Event",                   macroEvents        },
+    {evlClass,           "EVL Event",                          evlEvents          },
+    {assertClass,        "Resource Assert Event",              assertEvents       },
+    {mathClass,          "Unknown Event",                      mathEvents         }, // none of its own
 };
 static_assert(classesRise(classes));
 
 }  // namespace
 
-const EventClass::Packed* iomgrClassOf(std::uint32_t number) {
-  return classOf(packed<classes>, number);
+std::optional<FoundClass> iomgrClassOf(std::uint32_t number) {
+  return classOf(packedClasses<classes>(), number);
 }
 
 void writeFile(BodyWriter& body, const DataArea& data, NameBuffer& name) {

@@ -2,6 +2,7 @@
 #define DECODERS_IOMGR_CLASSES_H
 
 #include <cstdint>
+#include <optional>
 
 #include "decoders/iomgr/EventClasses.h"
 
@@ -43,7 +44,8 @@ enum IomgrClass : std::uint16_t {
   mathClass = 32,
 };
 
-const EventClass::Packed* iomgrClassOf(std::uint32_t number);
+/// The class of this number.
+std::optional<FoundClass> iomgrClassOf(std::uint32_t number);
 /// Writes the text of an assert.
 TextWriter writeFile;
 

@@ -57,6 +57,32 @@ std::string nearMisses(std::size_t size) {
   return text;
 }
 
+/// Tags of two letters, most of them different, then closing tags of one.
+std::string twoLetters(std::size_t size) {
+  constexpr unsigned letters = 26;
+  const auto letter = [](unsigned number) { return static_cast<char>('a' + number % letters); };
+  std::string text;
+  for (unsigned i = 0; text.size() < size / 2; ++i) {
+    text += {'<', letter(i), letter(i / letters), '>'};
+  }
+  for (unsigned i = 0; text.size() < size; ++i) text += {'<', '/', letter(i)};
+  return text;
+}
+
+/// Near misses, then tags that are all different.
+std::string unlikeBehindMisses(std::size_t size) {
+  return nearMisses(size / 2) + unlikeTags(size / 2);
+}
+
+/// A name that holds a closing tag again and again, and what nearly is that name.
+std::string knots(std::size_t size) {
+  std::string text = "<a";
+  while (text.size() < size / 2) text += "</a";
+  text += "!>";
+  while (text.size() < size) text += "</a";
+  return text;
+}
+
 /// Tags of different lengths, all open at once, then closing tags that belong to none of them.
 std::string unlikeLengths(std::size_t size) {
   std::string text;
@@ -229,9 +255,12 @@ bool registerAll() {
       {"unlike",        unlikeTags  },
       {"unlike_lengths",        unlikeLengths    },
       {"near_misses",        nearMisses     },
-      {"unopened",        repeated("</a>")       },
-      {"open_marks",        repeated("<")   },
-      {"elements",        repeated("<a>1=2</a>")         },
+      {"two_letters",        twoLetters    },
+      {"unlike_behind_misses",        unlikeBehindMisses},
+      {"knots",        knots                   },
+      {"unopened",        repeated("</a>")},
+      {"open_marks",        repeated("<")                 },
+      {"elements",        repeated("<a>1=2</a>")},
   };
 #ifndef __clang_analyzer__  // takes it for a leak that the library keeps what is registered
   for (const auto& [name, make] : texts) {

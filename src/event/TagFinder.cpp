@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <optional>
-#include <string>
 #include <utility>
 
 #include "event/NameIndex.h"
+#include "event/NameTree.h"
 
 namespace mpuevent {
 
@@ -65,6 +64,7 @@ class TagFinder {
     open_.push_back({name, tags_.size()});
     tags_.push_back({name.begin - 1, name.end + 1});
     ++openNames_[firstCharacter(name.begin)];
+    if (tree_) tree_->push(name);
     if (index_) index_->push(name);
     tagStart_.reset();
   }
@@ -106,23 +106,32 @@ class TagFinder {
     };
   }
 
-  /// The first open tag whose name stands at `at` with a character behind it. Names are compared
-  /// one by one until that has cost as much as an index does.
+  /// The first open tag whose name stands at `at` with a character behind it.
   std::optional<std::size_t> nameAt(std::size_t at, std::size_t limit) {
-    constexpr std::size_t indexCost = 8;  // for each character
-    for (std::size_t i = 0; !index_ && i < limit; ++i) {
-      const std::string_view name = text_.substr(open_[i].name.begin, open_[i].name.size());
-      const bool begins = text_[at] == name.front();
-      compared_ += begins ? name.size() : 1;
-      if (compared_ > indexCost * text_.size()) makeIndex();
-      if (begins && name.size() < text_.size() - at && text_.substr(at, name.size()) == name) {
-        return i;
-      }
+    if (index_) return index_->lowestAt(at);
+    if (!tree_) {
+      if (compared_ <= text_.size()) return comparedAt(at, limit);
+      tree_.emplace(lookedUp());
+      for (const OpenTag& tag : open_) tree_->push(tag.name);
     }
-    return index_ ? index_->lowestAt(at) : std::nullopt;
+    const std::optional<std::size_t> name = tree_->lowestAt(at);
+    if (tree_->work() > NameTree::mostWork * text_.size()) makeIndex();
+    return name;
   }
 
-  /// The last character is left out: a name at the very end closes nothing.
+  /// The same for few names: each is compared.
+  std::optional<std::size_t> comparedAt(std::size_t at, std::size_t limit) {
+    const std::string_view characters = lookedUp().substr(at);
+    for (std::size_t i = 0; i < limit; ++i) {
+      const std::string_view name = text_.substr(open_[i].name.begin, open_[i].name.size());
+      ++compared_;
+      if (!characters.starts_with(name.front())) continue;
+      compared_ += name.size();
+      if (characters.starts_with(name)) return i;
+    }
+    return std::nullopt;
+  }
+
   void makeIndex() {
     std::size_t longest = 0;
     std::size_t last = 0;
@@ -131,9 +140,13 @@ class TagFinder {
       last = at;
     }
     // Only its first character can be a ">".
-    index_.emplace(text_.substr(0, text_.size() - 1), longest + 1);
+    index_.emplace(lookedUp(), longest + 1);
     for (const OpenTag& tag : open_) index_->push(tag.name);
+    tree_.reset();
   }
+
+  /// The last character is left out: a name at the very end closes nothing.
+  std::string_view lookedUp() const { return text_.substr(0, text_.size() - 1); }
 
   /// The open tags from `index` on were plain text, and so was every tag found inside them.
   void dropFrom(std::size_t index) {
@@ -145,6 +158,7 @@ class TagFinder {
   void popFrom(std::size_t index) {
     for (; open_.size() > index; open_.pop_back()) {
       --openNames_[firstCharacter(open_.back().name.begin)];
+      if (tree_) tree_->pop();
       if (index_) index_->pop();
     }
   }
@@ -158,8 +172,9 @@ class TagFinder {
   std::vector<OpenTag> open_;
   std::vector<Range> tags_;
   std::array<std::uint32_t, 256> openNames_{};  ///< how many begin with each character
-  std::size_t compared_ = 0;
-  std::optional<NameIndex> index_;
+  std::size_t compared_ = 0;                    ///< characters
+  std::optional<NameTree> tree_;                ///< when to compare names has cost too much
+  std::optional<NameIndex> index_;              ///< when the tree has
 };
 
 }  // namespace

@@ -1,7 +1,9 @@
 #include "event/NameIndex.h"
+#include "event/NameTree.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
 #include <string>
 #include <vector>
@@ -18,16 +20,28 @@ std::optional<std::size_t> lowestByLooking(std::string_view text, const std::vec
   return std::nullopt;
 }
 
-TEST(NameIndex, FindsTheLowestNameOfTheStack) {
+struct Index : NameIndex {
+  using NameIndex::NameIndex;
+};
+struct Tree : NameTree {
+  Tree(std::string_view text, std::size_t) : NameTree(text) {}
+};
+
+template <class Lookup>
+struct NameLookup : testing::Test {};
+using Lookups = testing::Types<Index, Tree>;
+TYPED_TEST_SUITE(NameLookup, Lookups);
+
+TYPED_TEST(NameLookup, FindsTheLowestNameOfTheStack) {
   std::mt19937 random(1115);
   for (unsigned round = 0; round < 400; ++round) {
-    const unsigned letters = 1 + round % 3;
+    const unsigned letters = std::array{1U, 2U, 3U, 20U}[round % 4];
     std::string text;
     for (auto size = 1 + random() % 90; size > 0; --size) {
       text += static_cast<char>(0xFF - random() % letters);
     }
     const std::size_t longest = 1 + random() % 20;
-    NameIndex index(text, longest);
+    TypeParam index(text, longest);
     std::vector<Range> names;
     for (int step = 0; step < 60; ++step) {
       if (!names.empty() && random() % 3 == 0) {

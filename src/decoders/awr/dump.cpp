@@ -1,8 +1,13 @@
 #include "decoders/awr/dump.h"
 
+#include <array>
 #include <cstddef>
+#include <cstring>
 
-#include "event/Entry.h"
+#include "event/HexDigits.h"
+#include "event/Numbers.h"
+#include "event/Tags.h"
+#include "event/Text.h"
 
 namespace mpuevent::awr {
 
@@ -11,49 +16,61 @@ namespace {
 constexpr std::size_t lineSize = 16;
 constexpr std::size_t middle = 8;
 
-void writeHexColumn(BodyWriter& entries, std::string_view line) {
+/// What stands for each byte in the column of characters, but for "<" and ">".
+constexpr auto shownCharacters = [] {
+  std::array<char, 256> shown{};
+  shown.fill('.');
+  for (char character = ' '; character <= '~'; ++character) {
+    if (character != ';' && character != '=') {
+      shown[static_cast<unsigned char>(character)] = character;
+    }
+  }
+  return shown;
+}();
+
+char* putHexColumn(char* place, std::string_view line) {
+  constexpr char lowerCase = 'a' ^ 'A';  // which digits have, too
   for (std::size_t i = 0; i < line.size(); ++i) {
-    entries.hexDigits(static_cast<unsigned char>(line[i]), 2, false);
-    entries.character(' ');
-    if (i + 1 == middle) entries.character(' ');
+    const std::array<char, 2>& pair = hexPairs[static_cast<unsigned char>(line[i])];
+    *place++ = static_cast<char>(pair[0] | lowerCase);
+    *place++ = static_cast<char>(pair[1] | lowerCase);
+    *place++ = ' ';
+    if (i + 1 == middle) *place++ = ' ';
   }
   // A byte takes three characters, but a missing one four: a short line is the wider one.
-  for (std::size_t missing = line.size(); missing < lineSize; ++missing) entries.text("    ");
-  if (line.size() < middle) entries.character(' ');
+  const std::size_t missing = 4 * (lineSize - line.size()) + (line.size() < middle ? 1 : 0);
+  std::memset(place, ' ', missing);
+  return place + missing;
 }
 
-void writeCharacterColumn(BodyWriter& entries, std::string_view line) {
+char* putCharacterColumn(char* place, std::string_view line) {
   for (std::size_t i = 0; i < line.size(); ++i) {
-    const char byte = line[i];
-    const bool printable = byte >= ' ' && byte <= '~';
-    if (byte == '<') {
-      entries.text("&lt;");
-    } else if (byte == '>') {
-      entries.text("&gt;");
-    } else if (!printable || byte == ';' || byte == '=') {
-      entries.character('.');
+    if (line[i] == '<') {
+      place = putLiteral(place, "&lt;");
+    } else if (line[i] == '>') {
+      place = putLiteral(place, "&gt;");
     } else {
-      entries.character(byte);
+      *place++ = shownCharacters[static_cast<unsigned char>(line[i])];
     }
-    if (i + 1 == middle) entries.character('|');
+    if (i + 1 == middle) *place++ = '|';
   }
+  return place;
 }
 
 }  // namespace
 
 void writeDump(BodyWriter& entries, std::string_view bytes) {
-  LineBuffer key(Separator::none);
+  constexpr std::size_t widestLine = lineSize * (4 + 4) + 3;
   for (std::size_t start = 0; start < bytes.size(); start += lineSize) {
     const std::string_view line = bytes.substr(start, lineSize);
-    key.cut(0);
-    key.character('_');
-    key.hexDigits(start, 4, false);
-    entries.openElement(key.view());
-    const std::size_t valueStart = entries.size();
-    writeHexColumn(entries, line);
-    writeCharacterColumn(entries, line);
-    repairEnd(entries, valueStart);
-    entries.closeElement(key.view());
+    std::array<char, 64> key;
+    key[0] = '_';
+    const char* keyEnd = putHexDigits(key.data() + 1, start, 4, Letters::small);
+    writeElement(entries, {key.data(), keyEnd}, widestLine, [line](char* place) {
+      char* end = putCharacterColumn(putHexColumn(place, line), line);
+      repairLoneBackslash(place, end);
+      return end;
+    });
   }
 }
 

@@ -170,7 +170,7 @@ MIP8P_Event::MIP8P_Event(EmpEvLogMsg_s* bytes, int length)
   }
   const EventPayload payload(record.payload());
   const std::optional<FoundClass> eventClass = mipClassOf(payload.eventClass());
-  setEventID(toString(eventClass ? eventClass->eventId : "MIP Unknown Event"));
+  setEventID(asciiString(eventClass ? eventClass->eventId : "MIP Unknown Event"));
   setBody(decode(*this, payload, eventClass));
 }
 

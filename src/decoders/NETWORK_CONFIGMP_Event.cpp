@@ -93,9 +93,9 @@ String linkBody(const Record& record) {
 /// may differ.
 String lagPortSummary(std::string_view status, const Record& record) {
   LineBuffer summary(Separator::none);
-  summary.text("LAG Port ");
+  summary.words("LAG Port ");
   summary.number(lagPort.format, numberAt(record.payload(), lagPort));
-  summary.text(", Operational Status ");
+  summary.words(", Operational Status ");
   summary.text(status);
   return summary.string();
 }
@@ -162,7 +162,7 @@ String summaryOf(const EventRow::Packed& event, const Record& record) {
     case payloadText:
       return toString(payloadSummary(record));
     case fixedText:
-      return toString(event.words.view());
+      return asciiString(event.words.view());
     case lagPortStatus:
       break;
   }
@@ -203,7 +203,7 @@ NETWORK_CONFIGMP_Event::NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
     showUndecoded(*this, record, {"NETWORK_CONFIGMP_Event", 114}, "***UNKNOWN EventID***");
     return;
   }
-  setEventID(toString(event->eventId.view()));
+  setEventID(asciiString(event->eventId.view()));
   setSummary(summaryOf(*event, record));
   setBody(bodyOf(event->body, record));
 }

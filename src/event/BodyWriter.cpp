@@ -19,19 +19,22 @@ std::size_t writeHex(char* place, std::string_view bytes) {
 }
 
 void BodyWriter::grow(std::size_t count) {
-  const std::size_t capacity = std::max(2 * capacity_, size_ + count);
+  const std::size_t before = size();
+  assert(count <= SIZE_MAX - slack - before);
+  const std::size_t capacity = std::max(2 * (before + room()), before + count);
   auto buffer = std::make_unique_for_overwrite<char[]>(capacity + slack);
-  std::memcpy(buffer.get(), buffer_, size_);
+  std::memcpy(buffer.get(), buffer_, before);
   grown_ = std::move(buffer);
   buffer_ = grown_.get();
-  capacity_ = capacity;
+  next_ = buffer_ + before;
+  limit_ = buffer_ + capacity;
 }
 
 Pegasus::String BodyWriter::string() {
   assert(!ascii_ || isAscii(view()));
   Pegasus::String text = ascii_ ? asciiString(view()) : toString(view());
   if (marks_ != nullptr) {
-    if (text.size() != size_) marks_->moveTo(unitPositions(view()));
+    if (text.size() != size()) marks_->moveTo(unitPositions(view()));
     recording_->add(text, std::move(marks_));
   }
   return text;
@@ -48,7 +51,7 @@ ElementMarks& BodyWriter::marks() {
 }
 
 void BodyWriter::markElement(std::size_t start, std::string_view key) {
-  marks().add(start, key.size(), size_ - (separator_ == Separator::blank ? 1 : 0));
+  marks().add(start, key.size(), size() - (separator_ == Separator::blank ? 1 : 0));
 }
 
 void BodyWriter::decimal(std::int32_t value) { endAt(putDecimal(reserve(longestNumber), value)); }
@@ -68,8 +71,9 @@ void BodyWriter::number(Format format, std::uint64_t value) {
   endAt(putNumber(reserve(longestNumber), format, value));
 }
 
+void BodyWriter::words(std::string_view value) { endAt(putText(reserve(value.size()), value)); }
+
 void BodyWriter::element(std::string_view key, std::string_view value) {
-  note(key);
   note(value);
   writeElement(*this, key, value.size(), [value](char* place) { return putText(place, value); });
 }
@@ -80,13 +84,13 @@ void BodyWriter::element(std::string_view key, Format format, std::uint64_t valu
 }
 
 void BodyWriter::openTag(std::string_view key) {
-  if (recording_ != nullptr) marks().open(size_, key.size());
-  endAt(putOpening(reserve(key.size() + 2), key, putKey));
+  if (recording_ != nullptr) marks().open(size(), key.size());
+  endAt(KeyTags{key}.putOpening(reserve(key.size() + 2)));
 }
 
 void BodyWriter::closeTag(std::string_view key, Separator behind) {
-  const std::size_t valueEnd = size_;
-  endAt(putClosing(reserve(key.size() + 4), key, behind, putKey));
+  const std::size_t valueEnd = size();
+  endAt(KeyTags{key}.putClosing(reserve(key.size() + 4), behind));
   if (recording_ != nullptr) marks().close(valueEnd, valueEnd + key.size() + 3);
 }
 

@@ -30,8 +30,8 @@ class BodyWriter {
   BodyWriter(const BodyWriter&) = delete;
   BodyWriter& operator=(const BodyWriter&) = delete;
 
-  std::size_t size() const { return size_; }
-  std::string_view view() const { return {buffer_, size_}; }
+  std::size_t size() const { return static_cast<std::size_t>(next_ - buffer_); }
+  std::string_view view() const { return {buffer_, size()}; }
   /// The bytes as a text: UTF-8 if they are, else Latin-1. What records on this thread is told, the
   /// first time, where the elements lie.
   Pegasus::String string();
@@ -46,19 +46,22 @@ class BodyWriter {
   void takeMarks(BodyWriter& other, std::span<const Pegasus::Uint32> positions);
   /// Drops what was written behind the first `size` bytes: whole elements, or a part of a value.
   void cut(std::size_t size) {
-    assert(size <= size_);
-    size_ = size;
+    assert(size <= this->size());
+    next_ = buffer_ + size;
     if (marks_ != nullptr) marks_->cut(size);
   }
 
   void character(char value) {
-    note({&value, 1});
+    ascii_ = ascii_ && (static_cast<unsigned char>(value) & 0x80) == 0;
     *claim(1) = value;
   }
+  /// What a record or a caller brings.
   void text(std::string_view value) {
     note(value);
-    if (!value.empty()) std::memcpy(claim(value.size()), value.data(), value.size());
+    words(value);
   }
+  /// Words of our own, which are ASCII.
+  void words(std::string_view value);
   void decimal(std::int32_t value);
   void decimal(std::uint32_t value);
   void decimal(std::uint64_t value);
@@ -76,36 +79,41 @@ class BodyWriter {
   void openElement(std::string_view key) { openTag(key); }
   void closeElement(std::string_view key) { closeTag(key, separator_); }
 
+  /// `value` is taken as what a record brings. Who takes a key from there `note`s it, here as
+  /// above.
   void element(std::string_view key, std::string_view value);
   void element(std::string_view key, Format format, std::uint64_t value);
 
   /// Room for `count` more bytes, which count as written: the caller fills them as after `reserve`.
   char* claim(std::size_t count) {
-    assert(count <= SIZE_MAX - size_);
     char* place = reserve(count);
-    size_ += count;
+    next_ = place + count;
     return place;
   }
 
   /// Room for `count` more bytes, and for `slack` behind them that may be overwritten. `endAt`
   /// tells how many of them were written. Who writes what a record brings there `note`s it.
   char* reserve(std::size_t count) {
-    if (count > capacity_ - size_) grow(count);
-    return buffer_ + size_;
+    if (count > room()) grow(count);
+    return next_;
   }
-  void endAt(const char* end) {
-    assert(end >= buffer_ && end <= buffer_ + capacity_);
-    size_ = static_cast<std::size_t>(end - buffer_);
+  void endAt(char* end) {
+    assert(end >= buffer_ && end <= limit_);
+    next_ = end;
   }
+  /// How many bytes `reserve` has without growing.
+  std::size_t room() const { return static_cast<std::size_t>(limit_ - next_); }
 
   /// Looks at a text of the record, which may not be ASCII. Keys, numbers and words of our own are,
   /// so that the body need not be looked at once more when it becomes a String.
   void note(std::string_view text) { ascii_ = ascii_ && isAscii(text); }
 
   Separator separator() const { return separator_; }
+  /// Whether something records: it is told of each element.
+  bool isRecorded() const { return recording_ != nullptr; }
   /// A whole element that was written from `start` on, for what records.
   void tellElement(std::size_t start, std::string_view key) {
-    if (recording_ != nullptr) [[unlikely]]
+    if (isRecorded()) [[unlikely]]
       markElement(start, key);
   }
 
@@ -114,7 +122,7 @@ class BodyWriter {
 
   /// `room` has `slack` bytes behind those of `capacity`. What needs more goes to the heap.
   BodyWriter(Separator separator, char* room, std::size_t capacity)
-      : buffer_(room), capacity_(capacity), separator_(separator) {}
+      : buffer_(room), next_(room), limit_(room + capacity), separator_(separator) {}
   ~BodyWriter() = default;
 
  private:
@@ -126,9 +134,9 @@ class BodyWriter {
   void closeTag(std::string_view key, Separator behind);
 
   char* buffer_;  ///< the room it was given, or `grown_`
+  char* next_;    ///< where the next byte goes
+  char* limit_;   ///< the end of the room but for the slack
   std::unique_ptr<char[]> grown_;
-  std::size_t size_ = 0;
-  std::size_t capacity_;
   Separator separator_;
   bool ascii_ = true;
   Recording* recording_ = recording();

@@ -5,10 +5,10 @@ namespace mpuevent {
 void writeCodeText(BodyWriter& out, CodeTable texts, std::uint64_t code, Format format,
                    const Fallback& fallback) {
   const std::string_view text = textOf(texts, code);
-  if (!text.empty()) return out.text(text);
-  out.text(fallback.before);
+  if (!text.empty()) return out.words(text);
+  out.words(fallback.before);
   if (fallback.showsNumber) out.number(format, code);
-  out.text(fallback.behind);
+  out.words(fallback.behind);
 }
 
 void writeCode(BodyWriter& body, RecordView layout, std::string_view key, const Number& number,

@@ -24,13 +24,9 @@ void writeEntry(BodyWriter& entries, std::string_view key, std::string_view valu
   } else {
     writeLatin1(entries, value);
   }
-  repairEnd(entries, valueStart);
-  entries.closeElement(key);
-}
-
-void repairEnd(BodyWriter& entries, std::size_t valueStart) {
-  char* end = entries.claim(0);
+  char* const end = entries.claim(0);
   repairLoneBackslash(end - (entries.size() - valueStart), end);
+  entries.closeElement(key);
 }
 
 void appendEntries(Pegasus::QuarnEvent& event, BodyWriter& entries) {

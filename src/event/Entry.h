@@ -17,10 +17,6 @@ namespace mpuevent {
 /// stands beside it: bytes that are not UTF-8 are written as the UTF-8 of their Latin-1 characters.
 void writeEntry(BodyWriter& entries, std::string_view key, std::string_view value);
 
-/// Mends the end of a value that was written piece by piece, as `addEntry` does. `valueStart` is
-/// the size that `entries` had when the value began.
-void repairEnd(BodyWriter& entries, std::size_t valueStart);
-
 /// Appends the entries to the Body, all of them by one call of the virtual `appendBody`.
 void appendEntries(Pegasus::QuarnEvent& event, BodyWriter& entries);
 

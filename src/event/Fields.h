@@ -1,14 +1,17 @@
 #ifndef EVENT_FIELDS_H
 #define EVENT_FIELDS_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <span>
 #include <string_view>
 
 #include "event/BodyWriter.h"
 #include "event/Packed.h"
 #include "event/RecordView.h"
+#include "event/Tags.h"
 
 namespace mpuevent {
 
@@ -25,27 +28,11 @@ enum class Width : std::uint8_t {
   wordQuad,         ///< four words, printed in storage order
 };
 
-/// The bytes that a field of this width covers.
-constexpr std::size_t byteCount(Width width) {
-  switch (width) {
-    case Width::u8:
-      return 1;
-    case Width::u16:
-      return 2;
-    case Width::u24:
-    case Width::u32:
-      return 4;
-    case Width::u48:
-      return 6;
-    case Width::u64:
-    case Width::wordPair:
-    case Width::wordPairSwapped:
-      return 8;
-    case Width::wordQuad:
-      break;
-  }
-  return 16;
-}
+/// The bytes that a field of each width covers.
+inline constexpr std::uint8_t byteCounts[] = {1, 2, 4, 4, 6, 8, 8, 8, 16};
+static_assert(std::size(byteCounts) == static_cast<std::size_t>(Width::wordQuad) + 1);
+
+constexpr std::size_t byteCount(Width width) { return byteCounts[static_cast<std::size_t>(width)]; }
 
 /// Whether the width is that of one number, not of several words shown side by side.
 constexpr bool isOneNumber(Width width) { return width < Width::wordPair; }
@@ -77,16 +64,34 @@ struct Number {
   constexpr std::size_t end() const { return offset + byteCount(width); }
 };
 
+/// A tag as packed tables hold it: "</Key> ".
+class ClosingTag {
+ public:
+  constexpr explicit ClosingTag(std::string_view key) : size_(key.size() + 4) {
+    text_[0] = '<';
+    text_[1] = '/';
+    std::copy(key.begin(), key.end(), text_ + 2);
+    text_[size_ - 2] = '>';
+    text_[size_ - 1] = ' ';
+  }
+  constexpr std::string_view view() const { return {text_, size_}; }
+
+ private:
+  char text_[64] = {};
+  std::size_t size_;
+};
+
 /// One row of a layout: the element that shows a number of fixed place.
 struct Field : Number {
   struct Packed {
     constexpr std::size_t end() const { return number.end(); }
+    std::string_view key() const { return PackedTags{closingTag.view()}.key(); }
 
-    TextBefore key;
+    TextBefore closingTag;  ///< with a blank behind it
     Number number;
   };
   constexpr Packed packed(auto place) const {
-    return {place(key), static_cast<const Number&>(*this)};
+    return {place(ClosingTag(key).view()), static_cast<const Number&>(*this)};
   }
 
   /// Does not compile for a width that the format would cut or could not show.

@@ -7,12 +7,12 @@ namespace mpuevent {
 namespace {
 
 char* putWord(char* place, std::uint32_t word) {
-  return putHexWord(place, word, 8, Letters::capital);
+  return putEightHexDigits(place, word, Letters::capital);
 }
 
 }  // namespace
 
-char* putDecimal(char* place, std::int32_t value) {
+char* putLongDecimal(char* place, std::int32_t value) {
   return std::to_chars(place, place + longestNumber, value).ptr;
 }
 
@@ -22,8 +22,6 @@ char* putDecimal(char* place, std::uint64_t value) {
 
 char* putOtherNumber(char* place, Format format, std::uint64_t value) {
   switch (format) {
-    case Format::dec:
-      return putDecimal(place, static_cast<std::int32_t>(value));
     case Format::udec:
       return putDecimal(place, value);
     case Format::markedPair:
@@ -49,7 +47,7 @@ char* putWords(char* place, Format format, std::initializer_list<std::uint32_t> 
   const Letters letters = small ? Letters::small : Letters::capital;
   place = putLiteral(place, "0x");
   for (const std::uint32_t* word = words.begin();;) {
-    place = putHexWord(place, *word, 8, letters);
+    place = putEightHexDigits(place, *word, letters);
     if (++word == words.end()) return place;
     place = small ? putLiteral(place, "  0x") : putLiteral(place, ":");
   }

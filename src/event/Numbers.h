@@ -8,6 +8,8 @@
 #include <cstring>
 #include <initializer_list>
 
+#include "event/HexDigits.h"
+
 namespace mpuevent {
 
 /// The text of a number; the printf formats are those that it reads like.
@@ -60,12 +62,53 @@ inline std::uint64_t hexDigitsOf(std::uint32_t word, Letters letters) {
   return digits + 0x3030303030303030 + areLetters * static_cast<std::uint8_t>(letters);
 }
 
-/// The lowest `count` digits, at least one and at most eight.
-inline char* putHexWord(char* place, std::uint32_t word, unsigned count, Letters letters) {
-  std::uint64_t digits = hexDigitsOf(word, letters) << 8 * (8 - count);
+/// The lowest `count` of eight digits of which the first stands in the highest byte.
+inline char* putDigits(char* place, std::uint64_t digits, unsigned count) {
+  digits <<= 8 * (8 - count);
   if constexpr (std::endian::native == std::endian::little) digits = __builtin_bswap64(digits);
   std::memcpy(place, &digits, sizeof digits);
   return place + count;
+}
+
+/// The lowest `count` digits, at least one and at most eight.
+inline char* putHexWord(char* place, std::uint32_t word, unsigned count, Letters letters) {
+  return putDigits(place, hexDigitsOf(word, letters), count);
+}
+
+/// All eight digits, with fewer instructions.
+inline char* putEightHexDigits(char* place, std::uint32_t word, Letters letters) {
+  // Sets the bit by which small letters differ from capitals, and which all digits have.
+  const std::uint16_t smallLetters = letters == Letters::small ? 0x2020 : 0;
+  for (const unsigned shift : {24U, 16U, 8U, 0U}) {
+    std::uint16_t pair;
+    std::memcpy(&pair, hexPairs[word >> shift & 0xFF].data(), sizeof pair);
+    pair |= smallLetters;
+    std::memcpy(place, &pair, sizeof pair);
+    place += sizeof pair;
+  }
+  return place;
+}
+
+constexpr std::uint32_t behindShortDecimals = 100'000'000;
+
+/// In decimal, all eight digits at once. For numbers below `behindShortDecimals`.
+inline char* putShortDecimal(char* place, std::uint32_t value) {
+  if (value < 100) {
+    const std::uint32_t tens = value * 103 >> 10;
+    const std::uint32_t ones = value - tens * 10;
+    place[0] = static_cast<char>('0' + (tens != 0 ? tens : ones));
+    place[1] = static_cast<char>('0' + ones);
+    return place + (tens != 0 ? 2 : 1);
+  }
+  // Halves, quarters, digits: each step divides all the parts there are by 100 or 10, exactly, with
+  // a multiplication that does not reach the next part.
+  const std::uint64_t halves = std::uint64_t{value / 10000} << 32 | value % 10000;
+  const std::uint64_t hundreds = halves * 10486 >> 20 & 0x0000007F0000007F;
+  const std::uint64_t quarters = hundreds << 16 | (halves - hundreds * 100);
+  const std::uint64_t tens = quarters * 103 >> 10 & 0x000F000F000F000F;
+  const std::uint64_t digits = tens << 8 | (quarters - tens * 10);
+  const unsigned count = (static_cast<unsigned>(std::bit_width(digits | 1)) + 7) / 8;
+  return putDigits(place, digits | 0x3030303030303030, count);
 }
 
 /// At least `digits`, of which there are 1 to 16.
@@ -110,19 +153,27 @@ inline constexpr HexForm hexForms[] = {
 
 inline char* putHexNumber(char* place, const HexForm& form, std::uint64_t value) {
   putLiteral(place, "0x");
-  place = putHexDigits(place + form.prefixSize, value, form.digits, form.letters);
-  putLiteral(place, " (hex)");
+  place += form.prefixSize;
+  const auto word = static_cast<std::uint32_t>(value);
+  place = form.digits == 8 && word == value ? putEightHexDigits(place, word, form.letters)
+                                            : putHexDigits(place, value, form.digits, form.letters);
+  if (form.markSize != 0) putLiteral(place, " (hex)");
   return place + form.markSize;
 }
 
-char* putDecimal(char* place, std::int32_t value);
+char* putLongDecimal(char* place, std::int32_t value);
 char* putDecimal(char* place, std::uint64_t value);
+inline char* putDecimal(char* place, std::int32_t value) {
+  const auto bits = static_cast<std::uint32_t>(value);
+  return bits < behindShortDecimals ? putShortDecimal(place, bits) : putLongDecimal(place, value);
+}
 /// The text of a format that has no `HexForm`.
 char* putOtherNumber(char* place, Format format, std::uint64_t value);
 
 inline char* putNumber(char* place, Format format, std::uint64_t value) {
   const HexForm& form = hexForms[static_cast<std::size_t>(format)];
   if (form.digits != 0) return putHexNumber(place, form, value);
+  if (format == Format::dec) return putDecimal(place, static_cast<std::int32_t>(value));
   return putOtherNumber(place, format, value);
 }
 

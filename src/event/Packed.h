@@ -60,8 +60,8 @@ struct TextCount {
 template <TextCount most>
 struct PackedTexts {
   struct Place {
-    std::string_view text;
     std::size_t start;
+    std::size_t size;
   };
 
   std::array<char, most.characters> bytes{};
@@ -73,14 +73,18 @@ struct PackedTexts {
   /// compilers too long.
   constexpr std::size_t find(std::string_view text) const {
     for (std::size_t i = 0; i < count; ++i) {
-      if (places[i].text == text) return places[i].start;
+      const Place& place = places[i];
+      if (std::string_view(bytes.data() + place.start, place.size) == text) return place.start;
     }
     return size;
   }
   constexpr void add(std::string_view text) {
     if (find(text) < size) return;
-    places[count++] = {text, size};
-    for (const char character : text) bytes[size++] = character;
+    places[count++] = {size, text.size()};
+    for (const char character : text) {
+      if (character < ' ' || character > '~') throw "a text is not ASCII";
+      bytes[size++] = character;
+    }
   }
 };
 

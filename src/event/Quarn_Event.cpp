@@ -141,6 +141,7 @@ String Quarn_Event::hexifiedString(const char* source, long count) {
 
 String Quarn_Event::xmlize(const char* key, const char* value) {
   BodyBuffer element(Separator::none);
+  element.note(viewOf(key));
   element.element(viewOf(key), viewOf(value));
   return element.string();
 }

@@ -50,10 +50,13 @@ class RecordView {
   std::uint64_t u48(std::size_t at) const { return holds(at, 6) ? bigEndian<6>(at) : 0; }
   std::uint64_t u64(std::size_t at) const { return holds(at, 8) ? bigEndian<8>(at) : 0; }
 
-  /// The number of `width` bytes, at most 8, that are all held.
+  /// The number of `width` bytes, 1 to 8, that are all held.
   std::uint64_t number(std::size_t at, std::size_t width) const {
-    // Mostly there is more behind them, so that one load does.
-    if (holds(at, 8) && size_ != toEnd) return bigEndian<8>(at) >> (64 - 8 * width);
+    if (size_ >= 8 && size_ != toEnd) {
+      // One load does, which may have to begin before the number: its bytes are shifted out.
+      const std::size_t start = std::min(at, size_ - 8);
+      return bigEndian<8>(start) << 8 * (at - start) >> (64 - 8 * width);
+    }
     std::uint64_t value = 0;
     for (std::size_t i = 0; i < width; ++i) value = value << 8 | bytes_[at + i];
     return value;

@@ -1,8 +1,11 @@
 #include "event/Text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
+#include <vector>
 
 #include "event/Utf8.h"
 
@@ -12,36 +15,48 @@ namespace {
 
 using Pegasus::Char16;
 using Pegasus::String;
-using Units = std::vector<Char16>;
 
 constexpr std::uint64_t highBits = 0x8080808080808080U;
 
-std::uint64_t loaded(const char* at) {
-  std::uint64_t word;
+template <class Word>
+Word loaded(const char* at) {
+  Word word;
   std::memcpy(&word, at, sizeof word);
   return word;
 }
 
-bool isShortAscii(std::string_view bytes) {
-  unsigned char seen = 0;
-  for (const char byte : bytes) seen |= static_cast<unsigned char>(byte);
+/// Of less than eight bytes: the first four and the last, or each.
+bool isShortAscii(const char* bytes, std::size_t size) {
+  if (size >= 4) {
+    const auto seen = loaded<std::uint32_t>(bytes) | loaded<std::uint32_t>(bytes + size - 4);
+    return (seen & static_cast<std::uint32_t>(highBits)) == 0;
+  }
+  if (size == 0) return true;
+  const int seen = bytes[0] | bytes[size / 2] | bytes[size - 1];
   return (seen & 0x80) == 0;
 }
 
 Char16 unit(std::uint32_t value) { return Char16(static_cast<Pegasus::Uint16>(value)); }
 
-bool fromUtf8(std::string_view bytes, Units& units) {
+/// Writes the units of UTF-8, never more than there are bytes, and returns their end; null if it is
+/// not UTF-8.
+Char16* putUtf8(Char16* units, std::string_view bytes) {
   for (std::size_t at = 0; at < bytes.size();) {
     std::uint32_t character = 0;
-    if (!readUtf8(bytes, at, character)) return false;
+    if (!readUtf8(bytes, at, character)) return nullptr;
     if (character >= 0x10000) {
-      units.push_back(unit(0xD800 + ((character - 0x10000) >> 10)));
-      units.push_back(unit(0xDC00 + (character & 0x3FF)));
+      *units++ = unit(0xD800 + ((character - 0x10000) >> 10));
+      *units++ = unit(0xDC00 + (character & 0x3FF));
     } else {
-      units.push_back(unit(character));
+      *units++ = unit(character);
     }
   }
-  return true;
+  return units;
+}
+
+Char16* putLatin1(Char16* units, std::string_view bytes) {
+  return std::transform(bytes.begin(), bytes.end(), units,
+                        [](char byte) { return unit(static_cast<unsigned char>(byte)); });
 }
 
 }  // namespace
@@ -51,28 +66,27 @@ bool isAscii(std::string_view bytes) {
   constexpr std::size_t step = 4 * sizeof(std::uint64_t);
   const std::size_t size = bytes.size();
   const char* const start = bytes.data();
-  if (size < sizeof highBits) return isShortAscii(bytes);
-  std::uint64_t seen = loaded(start + size - sizeof seen);
+  if (size < sizeof highBits) return isShortAscii(start, size);
+  auto seen = loaded<std::uint64_t>(start + size - sizeof highBits);
   std::size_t at = 0;
   for (; size - at >= step; at += step) {
     std::uint64_t words[4];
     std::memcpy(words, start + at, step);
     seen |= (words[0] | words[1]) | (words[2] | words[3]);
   }
-  for (; size - at >= sizeof seen; at += sizeof seen) seen |= loaded(start + at);
+  for (; size - at >= sizeof seen; at += sizeof seen) seen |= loaded<std::uint64_t>(start + at);
   return (seen & highBits) == 0;
 }
 
 String toString(std::string_view bytes) {
   if (isAscii(bytes)) return asciiString(bytes);
   // The units are made here: String's own reading of UTF-8 would replace U+FFFE and U+FFFF.
-  Units units;
-  units.reserve(bytes.size());
-  if (!fromUtf8(bytes, units)) {
-    units.clear();
-    for (const char byte : bytes) units.push_back(unit(static_cast<unsigned char>(byte)));
-  }
-  return {units.data(), static_cast<Pegasus::Uint32>(units.size())};
+  Char16 room[256];
+  std::vector<Char16> longer(bytes.size() > std::size(room) ? bytes.size() : 0);
+  Char16* const units = longer.empty() ? room : longer.data();
+  const Char16* end = putUtf8(units, bytes);
+  if (end == nullptr) end = putLatin1(units, bytes);
+  return {units, static_cast<Pegasus::Uint32>(end - units)};
 }
 
 bool isUtf8(std::string_view bytes) {

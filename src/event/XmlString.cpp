@@ -17,6 +17,7 @@ XmlString::XmlString() = default;
 
 std::string XmlString::addStringElement(std::string key, std::string value) {
   mpuevent::BodyBuffer element(mpuevent::Separator::none);
+  element.note(key);
   element.element(key, value);
   element.tellElements();
   return std::string(element.view());

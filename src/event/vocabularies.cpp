@@ -40,7 +40,7 @@ constexpr CodeText categoryWords[] = {
 
 String Quarn_Event::sourceFromEmpValue(unsigned int source) const {
   const std::string_view name = textOf(packed<sourceNames>, source);
-  if (!name.empty()) return mpuevent::toString(name);
+  if (!name.empty()) return mpuevent::asciiString(name);
   mpuevent::trace({"Quarn_Event", 173},
                   {"Quarn_Event::sourceFromEmpValue() has no case for source # ", source});
   return mpuevent::decimalString(source);
@@ -48,7 +48,7 @@ String Quarn_Event::sourceFromEmpValue(unsigned int source) const {
 
 String Quarn_Event::categoryFromEmpValue(unsigned int category) const {
   const std::string_view word = textOf(packed<categoryWords>, category);
-  if (!word.empty()) return mpuevent::toString(word);
+  if (!word.empty()) return mpuevent::asciiString(word);
   mpuevent::trace({"Quarn_Event", 300},
                   {"Quarn_Event::categoryFromEmpValue() has no case for category # ", category});
   return mpuevent::decimalString(category);

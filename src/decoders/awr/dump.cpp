@@ -61,16 +61,15 @@ char* putCharacterColumn(char* place, std::string_view line) {
 
 void writeDump(BodyWriter& entries, std::string_view bytes) {
   constexpr std::size_t widestLine = lineSize * (4 + 4) + 3;
+  char key[1 + 2 * longestNumber] = "_";
+  ElementRun elements(entries);
   for (std::size_t start = 0; start < bytes.size(); start += lineSize) {
     const std::string_view line = bytes.substr(start, lineSize);
-    std::array<char, 64> key;
-    key[0] = '_';
-    const char* keyEnd = putHexDigits(key.data() + 1, start, 4, Letters::small);
-    writeElement(entries, {key.data(), keyEnd}, widestLine, [line](char* place) {
-      char* end = putCharacterColumn(putHexColumn(place, line), line);
-      repairLoneBackslash(place, end);
-      return end;
-    });
+    const KeyTags tags{{key, putHexDigits(key + 1, start, 4, Letters::small)}};
+    char* const value = elements.open(tags, widestLine);
+    char* const end = putCharacterColumn(putHexColumn(value, line), line);
+    repairLoneBackslash(value, end);
+    elements.close(tags, end);
   }
 }
 

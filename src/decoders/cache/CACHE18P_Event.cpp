@@ -170,7 +170,7 @@ String nameOf(std::uint16_t id) {
   char name[] = "Bugcheck 65535";
   constexpr std::size_t numberAt = sizeof "Bugcheck " - 1;
   const char* end = std::to_chars(name + numberAt, std::end(name), id).ptr;
-  return toString({name, end});
+  return asciiString({name, end});
 }
 
 }  // namespace
@@ -193,7 +193,7 @@ CACHE18P_Event::CACHE18P_Event(EmpEvLogMsg_s* bytes, int length)
                   NumberBase::decimal);
     return;
   }
-  setSummary(toString(bugcheck->summary.view()));
+  setSummary(asciiString(bugcheck->summary.view()));
   const auto& [first, second] = elementsOf(bugcheck->shown);
   BodyBuffer body;
   writeFields(body, record.payload(), first);

@@ -41,7 +41,7 @@ Pegasus::String writeEvent(BodyWriter& body, const EventPayload& payload, Events
   if (second != RecordKind::nothing) {
     writeRecord(body, data, layoutOf(first).size, layoutOf(second));
   }
-  return toString(eventName);
+  return asciiString(eventName);
 }
 
 std::string_view overwriteName(const DataArea& data, NameBuffer& name) {

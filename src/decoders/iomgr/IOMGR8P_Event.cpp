@@ -82,7 +82,7 @@ IOMGR8P_Event::IOMGR8P_Event(EmpEvLogMsg_s* bytes, int length)
   }
   const EventPayload payload(record.payload());
   const std::optional<FoundClass> eventClass = iomgrClassOf(payload.eventClass());
-  setEventID(toString(eventClass ? eventClass->eventId : "Unknown Event"));
+  setEventID(asciiString(eventClass ? eventClass->eventId : "Unknown Event"));
   BodyBuffer body(Separator::none);
   decode(body, *this, payload, eventClass);
   setBody(body.string());

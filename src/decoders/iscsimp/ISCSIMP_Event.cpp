@@ -54,7 +54,7 @@ void writeUnknown(BodyWriter& text, std::uint32_t code) {
 
 String eventName(std::uint16_t id) {
   const std::string_view name = textOf(packed<event_names>, id);
-  if (!name.empty()) return toString(name);
+  if (!name.empty()) return asciiString(name);
   LineBuffer unknown(Separator::none);
   writeUnknown(unknown, id);
   return unknown.string();

@@ -15,7 +15,7 @@ void writeStatus(BodyWriter& summary, RecordView data) {
 }
 
 void writeSocketSuffix(BodyWriter& summary, RecordView data) {
-  summary.text(", Socket ");
+  summary.words(", Socket ");
   summary.decimal(data.u32(socketNumber.offset));
 }
 

@@ -103,8 +103,8 @@ void writeAuthentication(BodyWriter& body, RecordView data) {
 
 void writeMarkers(BodyWriter& body, RecordView data) {
   writeFields(body, data, packed<markers>);
-  for (const auto& [key, interval] : packed<markerIntervals>) {
-    if (numberAt(data, interval) != 0) writeNumber(body, data, key.view(), interval);
+  for (const auto& row : packed<markerIntervals>) {
+    if (numberAt(data, row.number) != 0) writeNumber(body, data, row.key(), row.number);
   }
 }
 
@@ -134,13 +134,13 @@ void writeLoginEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
   writeMarkers(body, data);
 
   writeCodeText(summary, packed<session_types>, type, udec, unknownCode);
-  summary.text(", TSIH ");
+  summary.words(", TSIH ");
   summary.decimal(data.u32(tsih.offset));
   if (hasTarget) {
-    summary.text(", Target ID ");
+    summary.words(", Target ID ");
     summary.decimal(std::uint32_t{data.u16(targetId.offset)});
   }
-  summary.text(", Initiator ID ");
+  summary.words(", Initiator ID ");
   summary.decimal(std::uint32_t{data.u16(initiatorId.offset)});
   writeSocketSuffix(summary, data);
 }

@@ -68,9 +68,9 @@ void writeSocketEvent(BodyWriter& body, BodyWriter& summary, RecordView data) {
     writeCode(body, data, closeReason, packed<close_reasons>, unknownCode);
     writeCodeText(summary, packed<close_reasons>, numberAt(data, closeReason), udec, unknownCode);
   } else {
-    summary.text("Target ");
+    summary.words("Target ");
     writeEndpoint(summary, data, targetAddress, targetPort);
-    summary.text(", Initiator ");
+    summary.words(", Initiator ");
     writeEndpoint(summary, data, initiatorAddress, initiatorPort);
   }
   writeSocketSuffix(summary, data);

@@ -97,9 +97,9 @@ STARTUPMP_Event::STARTUPMP_Event(EmpEvLogMsg_s* bytes, int length)
                   NumberBase::ofStream, "Unknown EventID: ");
     return;
   }
-  setEventID(toString(event->title.view()));
-  setSummary(toString(event->id == generalMessage ? firstLine(messageText(record))
-                                                  : event->summary.view()));
+  setEventID(asciiString(event->title.view()));
+  setSummary(event->id == generalMessage ? toString(firstLine(messageText(record)))
+                                         : asciiString(event->summary.view()));
   setBody(bodyOf(event->body, record));
 }
 

@@ -25,9 +25,12 @@ namespace {
 constexpr const char* traceFile = "STARTUPMP_Event";
 constexpr std::size_t wordSize = 4;
 
+/// A name that is filled up with NULs.
 template <std::size_t size>
 std::string_view nameOf(const char (&name)[size]) {
-  return {name, strnlen(name, size)};
+  std::size_t length = 0;
+  while (length < size && name[length] != '\0') ++length;
+  return {name, length};
 }
 
 bool isHidden(const ArcRegister& row) {
@@ -41,27 +44,29 @@ char* putFieldTexts(char* place, const ArcRegisterField* field, std::uint32_t va
     std::memcpy(place, field->name, sizeof field->name);
     place = putLiteral(place + nameOf(field->name).size(), " is ");
     const unsigned digits = field->widthInBits == 16 ? 4 : field->widthInBits == 32 ? 8 : 2;
-    place =
-        putHexDigits(place, (value & field->mask) >> field->lowestBit, digits, Letters::capital);
+    const std::uint32_t bits = (value & field->mask) >> field->lowestBit;
+    place = digits == 2 && bits <= 0xFF ? writeHexByte(place, static_cast<unsigned char>(bits))
+                                        : putHexDigits(place, bits, digits, Letters::capital);
   }
   return place;
 }
 
-void writeRegister(BodyWriter& body, std::string_view key, std::uint32_t value,
-                   const ArcRegisterField* fields) {
-  constexpr std::size_t mostFields = 32;  // of a bit each
-  constexpr std::size_t longestField = sizeof fields->name + longestNumber;
-  writeElement(body, key, mostFields * longestField, [&](char* place) {
-    place = putLiteral(putHexWord(place, value, 8, Letters::capital), " ");
-    return fields == nullptr ? place : putFieldTexts(place, fields, value);
-  });
+/// Writes the word of a register, and its fields.
+char* putRegister(char* place, std::uint32_t value, const ArcRegisterField* fields) {
+  place = putLiteral(putEightHexDigits(place, value, Letters::capital), " ");
+  return fields == nullptr ? place : putFieldTexts(place, fields, value);
 }
+
+constexpr std::size_t mostFields = 32;  // of a bit each
+constexpr std::size_t longestRegister =
+    mostFields * (sizeof(ArcRegisterField::name) + longestNumber);
 
 /// Writes the instances of a register, each from the word at its own offset. Returns false if the
 /// report ends here: the words are used up, or there is no room for one more.
-bool writeInstances(BodyWriter& body, RecordView words, const ArcRegister& row) {
+bool writeInstances(ElementRun& elements, RecordView words, const ArcRegister& row) {
   const std::string_view name = nameOf(row.name);
-  NumberedKey numbered(name);
+  NumberedKey numbered(row.instanceCount > 1 ? name : std::string_view{});
+  const std::size_t longest = row.fields == nullptr ? longestNumber : longestRegister;
   const std::size_t size = wordSize * ((row.widthInBits + 31) / 32);
   for (std::uint32_t i = 0; i < row.instanceCount; ++i) {
     const std::size_t at = static_cast<std::size_t>(row.offset) + size * i;
@@ -72,15 +77,24 @@ bool writeInstances(BodyWriter& body, RecordView words, const ArcRegister& row) 
       return false;
     }
     // Today's table never reaches the limit either.
-    const std::size_t before = body.size();
-    writeRegister(body, row.instanceCount > 1 ? numbered(i) : name, words.u32(at), row.fields);
-    if (body.size() > bodyLimit) {
-      body.cut(before);
+    const std::size_t before = elements.bodySize();
+    const KeyTags tags{row.instanceCount > 1 ? numbered(i) : name};
+    char* const value = elements.open(tags, longest);
+    elements.close(tags, putRegister(value, words.u32(at), row.fields));
+    if (elements.bodySize() > bodyLimit) {
+      elements.cut(before);
       trace({traceFile, 812}, {"There is not enough space to process the data(invalid state)\n"});
       return false;
     }
   }
   return true;
+}
+
+void writeRegisters(BodyWriter& body, RecordView words) {
+  ElementRun elements(body);
+  for (const ArcRegister* row = Pegasus::rtTavo4ArcRegsNames; row->offset >= 0; ++row) {
+    if (!isHidden(*row) && !writeInstances(elements, words, *row)) break;
+  }
 }
 
 constexpr Field stackFields[] = {
@@ -90,14 +104,31 @@ constexpr Field stackFields[] = {
 constexpr std::size_t stackWords = 8;
 static_assert(endWithin(stackWords, stackFields));
 
+void writeStack(BodyWriter& body, RecordView payload, std::uint32_t count) {
+  // A word has four bytes, but the addresses begin only twice the number of words below the stack
+  // pointer: the output wants it so.
+  const std::uint32_t base = payload.u32(4) - 2 * count;
+  NumberedKey addressKey("S");
+  ElementRun elements(body);
+  forEachEntry(payload, {stackWords, wordSize, count}, [&](RecordView word, std::uint32_t index) {
+    if (!word.holds(0, wordSize)) return false;
+    const KeyTags tags{addressKey(base + 4 * index, Format::bareHexLower)};
+    if (elements.bodySize() + 16 + 2 * tags.key().size() + 16 > bodyLimit) {
+      trace({traceFile, 903}, {"There is not enough space to dump the stack data\n"});
+      return false;
+    }
+    char* const value = elements.open(tags, longestNumber);
+    elements.close(tags, putNumber(value, Format::bareHexLower, word.u32(0)));
+    return true;
+  });
+}
+
 }  // namespace
 
 String registersBody(const Record& record) {
   const RecordView words = record.payload().from(0, record.structLength());
   BodyBuffer body;
-  for (const ArcRegister* row = Pegasus::rtTavo4ArcRegsNames; row->offset >= 0; ++row) {
-    if (!isHidden(*row) && !writeInstances(body, words, *row)) break;
-  }
+  writeRegisters(body, words);
   return body.string();
 }
 
@@ -107,21 +138,7 @@ String stackBody(const Record& record) {
   writeFields(body, payload, packed<stackFields>);
 
   // Wraps for a payload of less than two words: then the end of the bytes held ends the list.
-  const std::uint32_t count = record.structLength() / 4U - 2U;
-  // A word has four bytes, but the addresses begin only twice the number of words below the stack
-  // pointer: the output wants it so.
-  const std::uint32_t base = payload.u32(4) - 2 * count;
-  NumberedKey addressKey("S");
-  forEachEntry(payload, {stackWords, wordSize, count}, [&](RecordView word, std::uint32_t index) {
-    if (!word.holds(0, wordSize)) return false;
-    const std::string_view key = addressKey(base + 4 * index, 16);
-    if (body.size() + 16 + 2 * key.size() + 16 > bodyLimit) {
-      trace({traceFile, 903}, {"There is not enough space to dump the stack data\n"});
-      return false;
-    }
-    body.element(key, Format::bareHexLower, word.u32(0));
-    return true;
-  });
+  writeStack(body, payload, record.structLength() / 4U - 2U);
   return body.string();
 }
 

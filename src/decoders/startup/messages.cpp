@@ -65,6 +65,7 @@ class LineWriter {
     char* const end =
         std::replace_copy_if(key.begin(), key.end(), key_.reserve(key.size()), isWhiteSpace, '_');
     key_.endAt(end);
+    body_.note(key);
     body_.element(key_.view(), value);
   }
 

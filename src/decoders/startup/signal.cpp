@@ -199,8 +199,8 @@ void writeFault(BodyWriter& body, RecordView info, std::uint32_t code) {
     body.element("__Cause", "Unrecognized processor fault");
   } else {
     body.openElement("__Cause");
-    body.text(fault->cause.view());
-    body.text(" (code: ");
+    body.words(fault->cause.view());
+    body.words(" (code: ");
     body.decimal(code);
     body.character(')');
     body.closeElement("__Cause");
@@ -227,12 +227,13 @@ void writeCause(BodyWriter& body, RecordView info) {
 }
 
 void writeGeneralRegisters(BodyWriter& body, RecordView info) {
+  constexpr KeyTags tags{"GPR"};
+  ElementRun elements(body);
   forEachEntry(info, generalRegisters, [&](RecordView entry, std::uint32_t number) {
     if (!entry.holds(0, registerSize)) return false;
-    writeElement(body, "GPR", 2 * longestNumber, [&](char* place) {
-      place = putLiteral(putDecimal(place, std::uint64_t{number}), ": ");
-      return putNumber(place, Format::hexLower8, entry.u32(0));
-    });
+    char* place = elements.open(tags, 2 * longestNumber);
+    place = putLiteral(putShortDecimal(place, number), ": ");
+    elements.close(tags, putNumber(place, Format::hexLower8, entry.u32(0)));
     return true;
   });
 }

@@ -101,7 +101,7 @@ SYSTEM_CONFIGMP_Event::SYSTEM_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
     return;
   }
   std::string_view summary;
-  setEventID(toString(event->title(record.type())));
+  setEventID(asciiString(event->title(record.type())));
   setBody(bodyOf(record, event->kind, summary));
   setSummary(safeString(summary));
 }

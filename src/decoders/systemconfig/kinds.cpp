@@ -157,17 +157,17 @@ std::string_view writeFieldsAndText(SafeBody& body, RecordView data, const Layou
 
 /// Writes an element for each entry: "[1], value [x]" for the first class of objects. A bracket
 /// needs an escape like those of a record's text.
-void writeArray(SafeBody& body, RecordView data, std::string_view key, Number array) {
+void writeArray(SafeBody& body, RecordView data, PackedTags tags, Number array) {
   const std::size_t width = byteCount(array.width);
   const List entries = {array.offset, width, objectClasses};
+  ElementRun elements(body.literals());
   forEachEntry(data, entries, [&](RecordView entry, std::uint32_t index) {
     if (!entry.holds(0, width)) return false;
     const std::uint64_t value = entry.number(0, width);
-    writeElement(body.literals(), key, 2 * longestNumber, [&](char* place) {
-      place = putLiteral(putDecimal(putLiteral(place, "\\["), std::uint64_t{index} + 1), "\\]");
-      place = putNumber(putLiteral(place, ", value \\["), array.format, value);
-      return putLiteral(place, "\\]");
-    });
+    char* place = elements.open(tags, 2 * longestNumber);
+    place = putShortDecimal(putLiteral(place, "\\["), index + 1);
+    place = putNumber(putLiteral(place, "\\], value \\["), array.format, value);
+    elements.close(tags, putLiteral(place, "\\]"));
     body.countEscapes(4);
     return true;
   });
@@ -229,8 +229,8 @@ std::string_view writeLockManager(SafeBody& body, const SccPayload& event) {
 
 std::string_view writePersistentMemory(SafeBody& body, const SccPayload& event) {
   writeFields(body.literals(), event.data, packed<persistentMemoryFields>);
-  for (const auto& [key, array] : packed<persistentMemoryArrays>) {
-    writeArray(body, event.data, key.view(), array);
+  for (const auto& [tag, array] : packed<persistentMemoryArrays>) {
+    writeArray(body, event.data, PackedTags{tag.view()}, array);
   }
   return "Persistent Memory Event";
 }

@@ -164,8 +164,7 @@ MIP8P_Event::MIP8P_Event(EmpEvLogMsg_s* bytes, int length)
   if (bytes == nullptr) return;
   const Record record(bytes, length);
   if (record.id() != 1) {
-    showUndecoded(*this, record, {"MIP8P_Event", 96}, "Unhandled Event by MIP",
-                  NumberBase::decimal);
+    showUnknown(*this, record, {"MIP8P_Event", 96}, "Unhandled Event by MIP", NumberBase::decimal);
     return;
   }
   const EventPayload payload(record.payload());

@@ -200,7 +200,7 @@ NETWORK_CONFIGMP_Event::NETWORK_CONFIGMP_Event(EmpEvLogMsg_s* bytes, int length)
   const Record record(bytes, length);
   const EventRow::Packed* event = findRow(packed<events>, &EventRow::Packed::number, record.id());
   if (event == nullptr) {
-    showUndecoded(*this, record, {"NETWORK_CONFIGMP_Event", 114}, "***UNKNOWN EventID***");
+    showUnknown(*this, record, {"NETWORK_CONFIGMP_Event", 114}, "***UNKNOWN EventID***");
     return;
   }
   setEventID(asciiString(event->eventId.view()));

@@ -55,7 +55,7 @@ void BodyWriter::markElement(std::size_t start, std::string_view key) {
 }
 
 void BodyWriter::decimal(std::int32_t value) { endAt(putDecimal(reserve(longestNumber), value)); }
-void BodyWriter::decimal(std::uint32_t value) { decimal(std::uint64_t{value}); }
+void BodyWriter::decimal(std::uint32_t value) { endAt(putDecimal(reserve(longestNumber), value)); }
 void BodyWriter::decimal(std::uint64_t value) { endAt(putDecimal(reserve(longestNumber), value)); }
 
 void BodyWriter::hexDigits(std::uint64_t value, unsigned digits, bool upperCase) {

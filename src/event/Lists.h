@@ -44,6 +44,18 @@ std::size_t forEachEntry(RecordView layout, const List& list, Visit visit) {
   return end;
 }
 
+/// Calls `visit(at, index)` with the offset of each entry whose bytes are all held.
+template <class Visit>
+void forEachWholeEntry(RecordView layout, const List& list, Visit visit) {
+  assert(list.stride > 0);
+  if (list.start >= layout.size()) return;
+  const std::size_t held = (layout.size() - list.start) / list.stride;
+  const auto count = static_cast<std::uint32_t>(std::min<std::uint64_t>(list.count, held));
+  for (std::uint32_t index = 0; index < count; ++index) {
+    visit(list.start + index * list.stride, index);
+  }
+}
+
 /// Writes the rows of each entry of a list. The stride is the size of an entry's layout. Returns
 /// where the whole list ends, as `endOf` tells.
 inline std::size_t writeList(BodyWriter& body, RecordView layout, std::size_t start,

@@ -12,18 +12,12 @@ char* putWord(char* place, std::uint32_t word) {
 
 }  // namespace
 
-char* putLongDecimal(char* place, std::int32_t value) {
-  return std::to_chars(place, place + longestNumber, value).ptr;
-}
-
-char* putDecimal(char* place, std::uint64_t value) {
+char* putLongDecimal(char* place, std::uint64_t value) {
   return std::to_chars(place, place + longestNumber, value).ptr;
 }
 
 char* putOtherNumber(char* place, Format format, std::uint64_t value) {
   switch (format) {
-    case Format::udec:
-      return putDecimal(place, value);
     case Format::markedPair:
       place = putWord(putLiteral(place, "("), static_cast<std::uint32_t>(value >> 32));
       place = putWord(putLiteral(place, ", "), static_cast<std::uint32_t>(value));

@@ -89,28 +89,6 @@ inline char* putEightHexDigits(char* place, std::uint32_t word, Letters letters)
   return place;
 }
 
-constexpr std::uint32_t behindShortDecimals = 100'000'000;
-
-/// In decimal, all eight digits at once. For numbers below `behindShortDecimals`.
-inline char* putShortDecimal(char* place, std::uint32_t value) {
-  if (value < 100) {
-    const std::uint32_t tens = value * 103 >> 10;
-    const std::uint32_t ones = value - tens * 10;
-    place[0] = static_cast<char>('0' + (tens != 0 ? tens : ones));
-    place[1] = static_cast<char>('0' + ones);
-    return place + (tens != 0 ? 2 : 1);
-  }
-  // Halves, quarters, digits: each step divides all the parts there are by 100 or 10, exactly, with
-  // a multiplication that does not reach the next part.
-  const std::uint64_t halves = std::uint64_t{value / 10000} << 32 | value % 10000;
-  const std::uint64_t hundreds = halves * 10486 >> 20 & 0x0000007F0000007F;
-  const std::uint64_t quarters = hundreds << 16 | (halves - hundreds * 100);
-  const std::uint64_t tens = quarters * 103 >> 10 & 0x000F000F000F000F;
-  const std::uint64_t digits = tens << 8 | (quarters - tens * 10);
-  const unsigned count = (static_cast<unsigned>(std::bit_width(digits | 1)) + 7) / 8;
-  return putDigits(place, digits | 0x3030303030303030, count);
-}
-
 /// At least `digits`, of which there are 1 to 16.
 inline char* putHexDigits(char* place, std::uint64_t value, unsigned digits, Letters letters) {
   unsigned count = std::max(digits, (static_cast<unsigned>(std::bit_width(value)) + 3) / 4);
@@ -161,12 +139,52 @@ inline char* putHexNumber(char* place, const HexForm& form, std::uint64_t value)
   return place + form.markSize;
 }
 
-char* putLongDecimal(char* place, std::int32_t value);
-char* putDecimal(char* place, std::uint64_t value);
+/// The eight decimal digits of a number that has no more, the first one in the highest byte.
+inline std::uint64_t decimalDigitsOf(std::uint32_t value) {
+  // Halves, quarters, digits: each step divides all the parts there are by 100 or 10, exactly, with
+  // a multiplication that does not reach the next part.
+  const std::uint64_t halves = std::uint64_t{value / 10000} << 32 | value % 10000;
+  const std::uint64_t hundreds = halves * 10486 >> 20 & 0x0000007F0000007F;
+  const std::uint64_t quarters = hundreds << 16 | (halves - hundreds * 100);
+  const std::uint64_t tens = quarters * 103 >> 10 & 0x000F000F000F000F;
+  return tens << 8 | (quarters - tens * 10);
+}
+
+/// Of a number below 100.
+inline char* putOneOrTwoDigits(char* place, std::uint32_t value) {
+  const std::uint32_t tens = value * 103 >> 10;
+  const std::uint32_t ones = value - tens * 10;
+  place[0] = static_cast<char>('0' + (tens != 0 ? tens : ones));
+  place[1] = static_cast<char>('0' + ones);
+  return place + (tens != 0 ? 2 : 1);
+}
+
+inline char* putDecimal(char* place, std::uint32_t value) {
+  constexpr std::uint32_t eightDigits = 100'000'000;  // the first number with more
+  constexpr std::uint64_t zeroDigits = 0x3030303030303030;
+  if (value < 100) return putOneOrTwoDigits(place, value);
+  if (value < eightDigits) {
+    const std::uint64_t digits = decimalDigitsOf(value);
+    const auto count = (static_cast<unsigned>(std::bit_width(digits)) + 7) / 8;
+    return putDigits(place, digits | zeroDigits, count);
+  }
+  place = putOneOrTwoDigits(place, value / eightDigits);
+  return putDigits(place, decimalDigitsOf(value % eightDigits) | zeroDigits, 8);
+}
+
 inline char* putDecimal(char* place, std::int32_t value) {
   const auto bits = static_cast<std::uint32_t>(value);
-  return bits < behindShortDecimals ? putShortDecimal(place, bits) : putLongDecimal(place, value);
+  if (value >= 0) return putDecimal(place, bits);
+  *place = '-';
+  return putDecimal(place + 1, -bits);
 }
+
+char* putLongDecimal(char* place, std::uint64_t value);
+inline char* putDecimal(char* place, std::uint64_t value) {
+  const auto low = static_cast<std::uint32_t>(value);
+  return low == value ? putDecimal(place, low) : putLongDecimal(place, value);
+}
+
 /// The text of a format that has no `HexForm`.
 char* putOtherNumber(char* place, Format format, std::uint64_t value);
 
@@ -174,6 +192,7 @@ inline char* putNumber(char* place, Format format, std::uint64_t value) {
   const HexForm& form = hexForms[static_cast<std::size_t>(format)];
   if (form.digits != 0) return putHexNumber(place, form, value);
   if (format == Format::dec) return putDecimal(place, static_cast<std::int32_t>(value));
+  if (format == Format::udec) return putDecimal(place, value);
   return putOtherNumber(place, format, value);
 }
 

@@ -22,9 +22,14 @@ void showUndecoded(Pegasus::Quarn_Event& event, const Record& record, TraceSite 
                    const char* summary, NumberBase idBase, const char* traceText) {
   // The base is what it is, even if the text before the number says "0x".
   trace(site, {traceText, TracePart(record.id(), idBase)});
-  if (event.getEventID().size() == 0) event.setEventID(decimalString(record.id()));
   event.setSummary(summary);
   event.setBody(hexBody(record));
+}
+
+void showUnknown(Pegasus::Quarn_Event& event, const Record& record, TraceSite site,
+                 const char* summary, NumberBase idBase, const char* traceText) {
+  event.setEventID(decimalString(record.id()));
+  showUndecoded(event, record, site, summary, idBase, traceText);
 }
 
 }  // namespace mpuevent

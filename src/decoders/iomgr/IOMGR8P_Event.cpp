@@ -76,8 +76,8 @@ IOMGR8P_Event::IOMGR8P_Event(EmpEvLogMsg_s* bytes, int length)
   if (bytes == nullptr) return;
   const Record record(bytes, length);
   if (record.id() != 1) {
-    showUndecoded(*this, record, {"IOMGR8P_Event", 98}, "Unhandled Event by IOMGR8P",
-                  NumberBase::decimal);
+    showUnknown(*this, record, {"IOMGR8P_Event", 98}, "Unhandled Event by IOMGR8P",
+                NumberBase::decimal);
     return;
   }
   const EventPayload payload(record.payload());

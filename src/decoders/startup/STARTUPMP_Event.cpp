@@ -93,8 +93,8 @@ STARTUPMP_Event::STARTUPMP_Event(EmpEvLogMsg_s* bytes, int length)
   const Record record(bytes, length);
   const EventRow::Packed* event = findRow(packed<events>, &EventRow::Packed::id, record.id());
   if (event == nullptr) {
-    showUndecoded(*this, record, {"STARTUPMP_Event", 259}, "Unhandled Event by STARTUPMP",
-                  NumberBase::ofStream, "Unknown EventID: ");
+    showUnknown(*this, record, {"STARTUPMP_Event", 259}, "Unhandled Event by STARTUPMP",
+                NumberBase::ofStream, "Unknown EventID: ");
     return;
   }
   setEventID(asciiString(event->title.view()));

@@ -25,11 +25,12 @@ namespace {
 constexpr const char* traceFile = "STARTUPMP_Event";
 constexpr std::size_t wordSize = 4;
 
-/// A name that is filled up with NULs.
+/// A name that is filled up with NULs: all of it is looked at, as the place of the first could not
+/// be foreseen.
 template <std::size_t size>
 std::string_view nameOf(const char (&name)[size]) {
-  std::size_t length = 0;
-  while (length < size && name[length] != '\0') ++length;
+  std::uint8_t length = 0;
+  for (const char character : name) length = static_cast<std::uint8_t>(length + (character != 0));
   return {name, length};
 }
 

@@ -229,12 +229,10 @@ void writeCause(BodyWriter& body, RecordView info) {
 void writeGeneralRegisters(BodyWriter& body, RecordView info) {
   constexpr KeyTags tags{"GPR"};
   ElementRun elements(body);
-  forEachEntry(info, generalRegisters, [&](RecordView entry, std::uint32_t number) {
-    if (!entry.holds(0, registerSize)) return false;
+  forEachWholeEntry(info, generalRegisters, [&](std::size_t at, std::uint32_t number) {
     char* place = elements.open(tags, 2 * longestNumber);
-    place = putLiteral(putShortDecimal(place, number), ": ");
-    elements.close(tags, putNumber(place, Format::hexLower8, entry.u32(0)));
-    return true;
+    place = putLiteral(putDecimal(place, number), ": ");
+    elements.close(tags, putNumber(place, Format::hexLower8, info.u32(at)));
   });
 }
 

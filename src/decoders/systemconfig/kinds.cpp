@@ -161,15 +161,12 @@ void writeArray(SafeBody& body, RecordView data, PackedTags tags, Number array) 
   const std::size_t width = byteCount(array.width);
   const List entries = {array.offset, width, objectClasses};
   ElementRun elements(body.literals());
-  forEachEntry(data, entries, [&](RecordView entry, std::uint32_t index) {
-    if (!entry.holds(0, width)) return false;
-    const std::uint64_t value = entry.number(0, width);
+  forEachWholeEntry(data, entries, [&](std::size_t at, std::uint32_t index) {
     char* place = elements.open(tags, 2 * longestNumber);
-    place = putShortDecimal(putLiteral(place, "\\["), index + 1);
-    place = putNumber(putLiteral(place, "\\], value \\["), array.format, value);
+    place = putDecimal(putLiteral(place, "\\["), index + 1);
+    place = putNumber(putLiteral(place, "\\], value \\["), array.format, data.number(at, width));
     elements.close(tags, putLiteral(place, "\\]"));
     body.countEscapes(4);
-    return true;
   });
 }
 

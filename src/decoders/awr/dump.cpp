@@ -65,7 +65,9 @@ void writeDump(BodyWriter& entries, std::string_view bytes) {
   ElementRun elements(entries);
   for (std::size_t start = 0; start < bytes.size(); start += lineSize) {
     const std::string_view line = bytes.substr(start, lineSize);
-    const KeyTags tags{{key, putHexDigits(key + 1, start, 4, Letters::small)}};
+    const KeyTags tags{
+        {key, putHexDigits(key + 1, start, 4, Letters::small)}
+    };
     char* const value = elements.open(tags, widestLine);
     char* const end = putCharacterColumn(putHexColumn(value, line), line);
     repairLoneBackslash(value, end);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -51,6 +52,20 @@ TEST(RecordView, ReadsBigEndianNumbersThatAreHeldWholeAndNoOthers) {
     EXPECT_FALSE(view.holds(1, at)) << at;
     EXPECT_EQ(view.u64(at), 0U) << at;
     EXPECT_TRUE(view.bytes(at, huge).empty()) << at;
+  }
+}
+
+TEST(RecordView, ReadsNumbersOfEachWidthWhereverTheyAreHeld) {
+  for (std::size_t size = 1; size <= 17; ++size) {
+    const Bytes bytes(size);
+    for (std::size_t width = 1; width <= std::min<std::size_t>(size, 8); ++width) {
+      for (std::size_t at = 0; at + width <= size; ++at) {
+        std::uint64_t expected = 0;
+        for (std::size_t i = at; i < at + width; ++i) expected = expected << 8 | (0xA1 + i);
+        EXPECT_EQ(bytes.view().number(at, width), expected) << size << " " << at << " " << width;
+        EXPECT_EQ(RecordView::unbounded(bytes.view().data()).number(at, width), expected);
+      }
+    }
   }
 }
 

@@ -58,6 +58,17 @@ TEST(Formats, ReadLikeThePrintfFormatsThatTheyAreNamedAfter) {
   for (const Case& c : cases) EXPECT_EQ(shown(c.format, c.value), c.text);
 }
 
+TEST(Numbers, AreDecimalAtEachLength) {
+  for (std::uint64_t start = 1; start < 100'000'000'000; start *= 10) {
+    for (const std::uint64_t value : {start - 1, start, start + start / 7, 5 * start - 1}) {
+      EXPECT_EQ(shown(Format::udec, value), std::to_string(value));
+      const auto low = static_cast<std::int32_t>(value);
+      EXPECT_EQ(shown(Format::dec, value), std::to_string(low));
+      EXPECT_EQ(shown(Format::dec, -value), std::to_string(static_cast<std::int32_t>(-value)));
+    }
+  }
+}
+
 TEST(Fields, ShowEachWidthIfItsLastByteIsHeld) {
   static constexpr Field rows[] = {
       {"Key",                                      1, Width::u8,              Format::hexLower },
@@ -170,11 +181,11 @@ TEST(BodyWriter, GrowsCutsAndSeparates) {
   EXPECT_EQ(body.view(), "<k></k> <<g>01AB</g>");
 }
 
-TEST(NumberedKeys, CutTheirNameBehind48Characters) {
+TEST(NumberedKeys, CutTheirNameBehind38Characters) {
   const std::string name(60, 'n');
   NumberedKey key(name);
-  EXPECT_EQ(key(4294967295), name.substr(0, 48) + "4294967295");
-  EXPECT_EQ(key(0xA0B, 16), name.substr(0, 48) + "a0b");
+  EXPECT_EQ(key(4294967295), name.substr(0, 38) + "4294967295");
+  EXPECT_EQ(key(0xA0B, Format::bareHexLower), name.substr(0, 38) + "a0b");
   EXPECT_EQ(NumberedKey("GPR")(7), "GPR7");
 }
 

@@ -88,7 +88,7 @@ struct FactAdder {
     std::vector<String> names;
     std::vector<String> values;
     std::vector<std::string> groups = {""};  // with those around them
-    for (const tool::BodyField& field : fields->fields()) {
+    fields->forEach([&](const tool::BodyField& field) {
       const std::string key = groups.back() + std::string(field.key);
       if (field.kind == tool::BodyField::value) {
         names.push_back(xmlSafe(key));
@@ -98,7 +98,7 @@ struct FactAdder {
       } else {
         groups.pop_back();
       }
-    }
+    });
     to.push_back({"FieldNames", std::move(names)});
     to.push_back({"FieldValues", std::move(values)});
   }
@@ -197,7 +197,8 @@ Properties EventProperties::factsOf(const log::LogUnit& unit, const Place* place
   if (epoch_) time = *epoch_ + event->getTimestamp();
   const auto file = place != nullptr ? std::optional<std::string_view>(place->file) : std::nullopt;
   facts_.read({file, place != nullptr ? place->index : 0, unit.offset, unit.record,
-               tool::EventDecoder::className(*event), *event, &fields, time});
+               tool::EventDecoder::className(log::headerOf(unit.record).source()), *event, &fields,
+               time});
   row_.read(facts_);
   Properties properties;
   for (const auto& [key, value] : row_.facts()) {

@@ -20,6 +20,7 @@
 #include "forms/EventForm.h"
 #include "forms/Numbers.h"
 #include "forms/Utf8.h"
+#include "log/choosing/RecordBytes.h"
 
 namespace mpuevent::tool {
 
@@ -176,10 +177,10 @@ class Decoding {
   void write(const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
     const std::unique_ptr<Pegasus::Quarn_Event> event = decode(unit);
     const std::size_t begin = output_.text().size();
-    form_->write(
-        {file.name, index, unit.offset, unit.record, EventDecoder::className(*event), *event,
-         fields_ ? &*fields_ : nullptr, options_.choosing.timeOf(event->getTimestamp())},
-        output_.text());
+    form_->write({file.name, index, unit.offset, unit.record,
+                  EventDecoder::className(log::headerOf(unit.record).source()), *event,
+                  fields_ ? &*fields_ : nullptr, options_.choosing.timeOf(event->getTimestamp())},
+                 output_.text());
     if (redaction_) redaction_->name(output_.text(), begin);
   }
 

@@ -4,10 +4,6 @@
 #include <MPUEvent/MPUEvent.h>
 
 #include <algorithm>
-#include <typeindex>
-#include <unordered_map>
-
-#include "modules/Headers.h"
 
 namespace mpuevent::tool {
 
@@ -30,13 +26,15 @@ std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const MessageHeader& 
   return std::unique_ptr<Pegasus::Quarn_Event>(envelope.create_Quarn_Event());
 }
 
-std::string_view EventDecoder::className(const Pegasus::Quarn_Event& event) {
-  static const std::unordered_map<std::type_index, std::string_view> names = {
-#define MODULE(source, word, name) {typeid(Pegasus::name##_Event), #name "_Event"},
+std::string_view EventDecoder::className(std::uint8_t source) {
+  switch (source) {
+#define MODULE(source, word, name) \
+  case source:                     \
+    return #name "_Event";
 #include "modules/Modules.def"
-  };
-  const auto known = names.find(typeid(event));
-  return known != names.end() ? known->second : "Quarn_Event";
+    default:
+      return "Quarn_Event";
+  }
 }
 
 }  // namespace mpuevent::tool

@@ -36,8 +36,8 @@ class EventDecoder {
   /// The header that the record came with, or zeros, but with the record's true length.
   static MessageHeader messageHeader(const log::LogUnit& unit);
 
-  /// The class of the event without its namespace. Valid for good.
-  static std::string_view className(const Pegasus::Quarn_Event& event);
+  /// The class of a source's events without its namespace. Valid for good.
+  static std::string_view className(std::uint8_t source);
 };
 
 }  // namespace mpuevent::tool

@@ -170,7 +170,8 @@ void writeEvent(const ExplainOptions& options, const log::KeptUnit& found, TextB
   const bool named = options.file != "-";
   makeTextForm(ShowPayload::never, false)
       ->write({named ? std::optional<std::string_view>(options.file) : std::nullopt, found.index(),
-               unit.offset, unit.record, EventDecoder::className(*event), *event, &fields},
+               unit.offset, unit.record,
+               EventDecoder::className(log::headerOf(unit.record).source()), *event, &fields},
               to);
 }
 

@@ -110,7 +110,7 @@ Specimen::Facts Specimen::decode() const {
   }
   if (event == nullptr) return facts;
   const Record fields = log::recordOf(record);
-  facts.decoder = EventDecoder::className(*event);
+  facts.decoder = EventDecoder::className(fields.source());
   facts.texts = {event->getEnclosureSerialNumber(), event->getControllerSerialNumber(),
                  event->getSource(), event->getCategory()};
   facts.numbers = {event->getControllerSlotID(), event->getEventLogInstanceNumber(),

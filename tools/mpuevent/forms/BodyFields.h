@@ -5,9 +5,9 @@
 
 #include <cstddef>
 #include <span>
-#include <vector>
 
 #include "PaddedView.h"
+#include "Utf8.h"
 
 namespace mpuevent::tool {
 
@@ -27,14 +27,53 @@ struct BodyField {
 /// The elements of a Body as the decoder wrote them, whatever their texts look like.
 class BodyFields {
  public:
-  /// `body` is the recorded event's, of `units` 16-bit units, in UTF-8; the fields point into it.
-  /// Time is linear in its length.
-  void take(const Pegasus::FieldRecorder& recorded, PaddedView body, std::size_t units);
+  BodyFields() = default;
+  /// `body` is the recorded event's, of `units` 16-bit units, in UTF-8. Both must last.
+  BodyFields(const Pegasus::FieldRecorder& recorded, PaddedView body, std::size_t units)
+      : recorded_(recorded.begin(), recorded.size()), body_(body), units_(units) {}
 
-  std::span<const BodyField> fields() const { return fields_; }
+  bool empty() const { return recorded_.empty(); }
+
+  /// Calls `visit(BodyField)` for one after another. Time is linear in the length of the Body.
+  template <typename Visit>
+  void forEach(const Visit& visit) const {
+    if (body_.size() == units_) {
+      forEach([](std::size_t unit) { return unit; }, visit);
+    } else {
+      forEach(
+          [cursor = Utf8Cursor(body_)](std::size_t unit) mutable { return cursor.byteOf(unit); },
+          visit);
+    }
+  }
 
  private:
-  std::vector<BodyField> fields_;
+  // `byteOf` tells where a unit begins; it is asked for one behind another.
+  template <typename ByteOf, typename Visit>
+  void forEach(ByteOf byteOf, const Visit& visit) const {
+    const auto part = [&](std::size_t start, std::size_t length) {
+      const std::size_t begin = byteOf(start);
+      return body_.part(begin, byteOf(start + length) - begin);
+    };
+    std::size_t depth = 0;
+    const auto endGroups = [&](std::size_t outer) {
+      for (; depth > outer; --depth) visit(BodyField{BodyField::groupEnd, {}, {}});
+    };
+    for (const Pegasus::RecordedField& field : recorded_) {
+      endGroups(field.depth);
+      const PaddedView key = part(field.keyStart, field.keyLength);
+      if (field.isGroup) {
+        visit(BodyField{BodyField::groupBegin, key, {}});
+        ++depth;
+      } else {
+        visit(BodyField{BodyField::value, key, part(field.valueStart, field.valueLength)});
+      }
+    }
+    endGroups(0);
+  }
+
+  std::span<const Pegasus::RecordedField> recorded_;
+  PaddedView body_;
+  std::size_t units_ = 0;
 };
 
 }  // namespace mpuevent::tool

@@ -80,13 +80,13 @@ FactValue FactRow::elements(const Column& column) {
   bool any = false;
   joined_.clear();
   if (fields_ == nullptr) return {};
-  for (const BodyField& field : fields_->fields()) {
-    if (field.kind != BodyField::value || std::string_view(field.key) != column.element) continue;
-    if (!column.allElements) return std::string_view(field.text);
+  fields_->forEach([&](const BodyField& field) {
+    if (field.kind != BodyField::value || std::string_view(field.key) != column.element) return;
+    if (any && !column.allElements) return;
     if (any) joined_ += kBetween;
     joined_ += std::string_view(field.text);
     any = true;
-  }
+  });
   return any ? FactValue(std::string_view(joined_)) : FactValue();
 }
 

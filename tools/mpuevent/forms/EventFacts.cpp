@@ -1,21 +1,12 @@
 #include "EventFacts.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "EventDecoder.h"
 #include "log/choosing/RecordBytes.h"
 
 namespace mpuevent::tool {
-
-// Unlike the other texts, which the event holds, this one is made anew for every caller.
-PaddedView EventFacts::eventTypeText(Pegasus::Quarn_Event& event) {
-  const unsigned code = std::as_const(event).getEventType();
-  const auto known = eventTypes_.find(code);
-  return known != eventTypes_.end()
-             ? known->second
-             : eventTypes_.emplace(code, eventTypeTexts_[code].assign(event.getEventType()))
-                   .first->second;
-}
 
 bool EventFacts::payloadWanted() const {
   if (showPayload_ != ShowPayload::automatic) return showPayload_ == ShowPayload::always;
@@ -25,14 +16,10 @@ bool EventFacts::payloadWanted() const {
 void EventFacts::read(const DecodedEvent& decoded) {
   Pegasus::Quarn_Event& event = decoded.event;
   const Record record = log::recordOf(decoded.record);
-  auto text = texts_.begin();
-  const auto utf8 = [&text](const Pegasus::String& field) { return (text++)->assign(field); };
 
   index_ = decoded.index;
   offset_ = decoded.offset;
-  decoder_ = decoded.decoder;
-  enclosureSerial_ = utf8(event.getEnclosureSerialNumber());
-  controllerSerial_ = utf8(event.getControllerSerialNumber());
+  readSerials(event, record);
   controllerSlot_ = event.getControllerSlotID();
   logInstance_ = event.getEventLogInstanceNumber();
   sequenceId_ = event.getSequenceID();
@@ -40,16 +27,11 @@ void EventFacts::read(const DecodedEvent& decoded) {
   timeText_.clear();
   if (decoded.time) appendDate(timeText_, *decoded.time);
   time_ = timeText_.view();
-  sourceCode_ = record.source();
-  source_ = utf8(event.getSource());
-  categoryCode_ = record.category();
-  category_ = utf8(event.getCategory());
-  eventTypeCode_ = std::as_const(event).getEventType();
-  eventType_ = eventTypeText(event);
+  readCodes(decoded, record);
   eventCode_ = record.id();
   eventIdVersion_ = record.idVersion();
-  eventId_ = utf8(event.getEventID());
-  summary_ = utf8(event.getSummary());
+  eventId_ = eventIdText_.assign(event.getEventID());
+  summary_ = summaryText_.assign(event.getSummary());
   if (withBody_) readBody(decoded);
 
   rawEventType_ = record.type();
@@ -60,11 +42,33 @@ void EventFacts::read(const DecodedEvent& decoded) {
   readFile(decoded.file);
 }
 
+void EventFacts::readSerials(const Pegasus::Quarn_Event& event, const Record& record) {
+  if (serials_ && log::sameSerials(serials_->data(), record.data())) return;
+  std::copy_n(record.data(), log::serialsSize, serials_.emplace().begin());
+  enclosureSerial_ = enclosureSerialText_.assign(event.getEnclosureSerialNumber());
+  controllerSerial_ = controllerSerialText_.assign(event.getControllerSerialNumber());
+}
+
+void EventFacts::readCodes(const DecodedEvent& decoded, const Record& record) {
+  Pegasus::Quarn_Event& event = decoded.event;
+  sourceCode_ = record.source();
+  decoder_ =
+      decoders_.of(record.source(), [&](Utf8Text& to) { return to.assignBytes(decoded.decoder); });
+  source_ =
+      sources_.of(record.source(), [&](Utf8Text& to) { return to.assign(event.getSource()); });
+  categoryCode_ = record.category();
+  category_ = categories_.of(record.category(),
+                             [&](Utf8Text& to) { return to.assign(event.getCategory()); });
+  eventTypeCode_ = std::as_const(event).getEventType();
+  eventType_ =
+      eventTypes_.of(record.type(), [&](Utf8Text& to) { return to.assign(event.getEventType()); });
+}
+
 void EventFacts::readBody(const DecodedEvent& decoded) {
   const Pegasus::String body = decoded.event.getBody();
   body_ = bodyText_.assign(body);
   fieldsKnown_ = decoded.fields != nullptr && decoded.fields->isComplete();
-  if (fieldsKnown_) fields_.take(*decoded.fields, body_, body.size());
+  if (fieldsKnown_) fields_ = {*decoded.fields, body_, body.size()};
 }
 
 // Converted when another file begins.

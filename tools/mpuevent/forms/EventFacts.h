@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <map>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -16,11 +16,37 @@
 #include "PaddedView.h"
 #include "Utf8.h"
 #include "event/RecordView.h"
+#include "log/recognition/LogProfile.h"
 
 namespace mpuevent::tool {
 
+/// Texts that events have by a code alone, converted once.
+class CodeTexts {
+ public:
+  /// `convert(Utf8Text&)` gives the text of a code that is new. Valid as long as this is.
+  template <typename Convert>
+  PaddedView of(std::uint8_t code, const Convert& convert) {
+    std::unique_ptr<Entry>& entry = entries_[code];
+    if (!entry) {
+      entry = std::make_unique<Entry>();
+      entry->text = convert(entry->room);
+    }
+    return entry->text;
+  }
+
+ private:
+  struct Entry {
+    Utf8Text room;
+    PaddedView text;
+  };
+
+  std::array<std::unique_ptr<Entry>, 256> entries_;
+};
+
 /// What the forms tell of an event: one list for all of them, so that they tell the same under the
-/// same names. Made to be used again for event after event.
+/// same names. Made to be used again for event after event, all of them as they were decoded from
+/// their records: what is the same of the events of one code, or of one controller, is asked of
+/// one.
 class EventFacts {
  public:
   /// Without its body nobody is to ask for it.
@@ -79,7 +105,8 @@ class EventFacts {
 
  private:
   bool lengthsAgree() const { return recordLength_ == Record::headerSize + structLength_; }
-  PaddedView eventTypeText(Pegasus::Quarn_Event& event);
+  void readSerials(const Pegasus::Quarn_Event& event, const Record& record);
+  void readCodes(const DecodedEvent& decoded, const Record& record);
   void readBody(const DecodedEvent& decoded);
   void readFile(std::optional<std::string_view> file);
   bool payloadWanted() const;
@@ -89,7 +116,7 @@ class EventFacts {
 
   std::uint64_t index_ = 0;
   std::uint64_t offset_ = 0;
-  std::string_view decoder_;
+  PaddedView decoder_;
   PaddedView enclosureSerial_;
   PaddedView controllerSerial_;
   unsigned controllerSlot_ = 0;
@@ -114,10 +141,16 @@ class EventFacts {
   std::optional<std::span<const unsigned char>> payload_;
   std::optional<PaddedView> file_;
 
-  std::array<Utf8Text, 6> texts_;
+  std::optional<std::array<unsigned char, log::serialsSize>> serials_;  // what was converted
+  Utf8Text enclosureSerialText_;
+  Utf8Text controllerSerialText_;
+  CodeTexts decoders_;
+  CodeTexts sources_;
+  CodeTexts categories_;
+  CodeTexts eventTypes_;
+  Utf8Text eventIdText_;
+  Utf8Text summaryText_;
   Utf8Text bodyText_;
-  std::map<unsigned, Utf8Text> eventTypeTexts_;  // of the codes seen so far
-  std::map<unsigned, PaddedView> eventTypes_;    // the texts in them
   TextBuffer timeText_;
   std::string fileBytes_;  // what fileText_ was made of
   Utf8Text fileText_;

@@ -10,7 +10,7 @@ namespace mpuevent::tool {
 /// `{"key":...,"fields":[...]}`.
 inline void writeElements(JsonWriter& writer, const BodyFields& fields) {
   writer.beginArray();
-  for (const BodyField& field : fields.fields()) {
+  fields.forEach([&writer](const BodyField& field) {
     switch (field.kind) {
       case BodyField::value:
         writer.element(field.key, field.text);
@@ -27,8 +27,13 @@ inline void writeElements(JsonWriter& writer, const BodyFields& fields) {
         writer.endObject();
         break;
     }
-  }
+  });
   writer.endArray();
+}
+
+inline void appendElements(TextBuffer& to, const BodyFields& fields) {
+  JsonWriter writer(to);
+  writeElements(writer, fields);
 }
 
 }  // namespace mpuevent::tool

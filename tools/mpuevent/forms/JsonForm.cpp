@@ -106,12 +106,11 @@ class JsonForm : public EventForm {
     facts_.read(decoded);
     if (layout_.array) to += first_ ? "\n" : ",\n";
     first_ = false;
-    JsonObject object(to, layout_);
     if (columns_.empty()) {
-      object.write(facts_);
+      JsonObject(to, layout_).write(facts_);
     } else {
       row_.read(facts_);
-      object.write(row_, columns_);
+      JsonObject(to, layout_).write(row_, columns_);
     }
     if (!layout_.array) to += '\n';
   }

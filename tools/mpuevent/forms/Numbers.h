@@ -10,22 +10,28 @@
 
 namespace mpuevent::tool {
 
-inline void appendNumber(TextBuffer& to, std::uint64_t number, int base) {
-  constexpr std::size_t mostDigits = 20;
-  char* const digits = to.reserve(mostDigits);
-  to.advanceTo(std::to_chars(digits, digits + mostDigits, number, base).ptr);
-}
+/// The room that writeDecimal() needs.
+inline constexpr std::size_t kDecimalRoom = 24;
 
-inline void appendDecimal(TextBuffer& to, std::uint64_t number) { appendNumber(to, number, 10); }
+/// Writes the number in decimal to where there is kDecimalRoom; returns the end.
+char* writeDecimal(char* to, std::uint64_t number);
+
+template <typename Text>
+void appendDecimal(Text& to, std::uint64_t number) {
+  to.advanceTo(writeDecimal(to.reserve(kDecimalRoom), number));
+}
 
 /// "0x1a2b"
 inline void appendHex(TextBuffer& to, std::uint64_t number) {
+  constexpr std::size_t mostDigits = 16;
   to += "0x";
-  appendNumber(to, number, 16);
+  char* const digits = to.reserve(mostDigits);
+  to.advanceTo(std::to_chars(digits, digits + mostDigits, number, 16).ptr);
 }
 
 /// Two upper-case digits for each byte, nothing between them.
-inline void appendHexBytes(TextBuffer& to, std::span<const unsigned char> bytes) {
+template <typename Text>
+void appendHexBytes(Text& to, std::span<const unsigned char> bytes) {
   char* place = to.reserve(2 * bytes.size());
   for (const unsigned char byte : bytes) place = writeHexByte(place, byte);
   to.advanceTo(place);

@@ -74,7 +74,7 @@ class TextBlock {
   }
 
   void body(const FactKey& key, PaddedView utf8, const FactKey&, const BodyFields* fields) {
-    if (fields == nullptr || fields->fields().empty()) {
+    if (fields == nullptr || fields->empty()) {
       text(key, utf8);
       return;
     }
@@ -82,14 +82,14 @@ class TextBlock {
     to_ += '\n';
     std::size_t level = 1;
     const std::size_t column = valueColumn(*fields);
-    for (const BodyField& field : fields->fields()) {
+    fields->forEach([&](const BodyField& field) {
       if (field.kind == BodyField::groupEnd) {
         --level;
       } else {
         element(field, level * kIndent, column);
         level += field.kind == BodyField::groupBegin ? 1U : 0U;
       }
-    }
+    });
   }
 
   // What the lines before tell already is not told twice; where the events come from stands in the
@@ -145,14 +145,14 @@ class TextBlock {
   static std::size_t valueColumn(const BodyFields& fields) {
     std::size_t column = 0;
     std::size_t level = 1;
-    for (const BodyField& field : fields.fields()) {
+    fields.forEach([&](const BodyField& field) {
       if (field.kind == BodyField::value) {
         const std::size_t width = level * kIndent + field.key.size() + 2;
         column = std::max(column, std::min(width, kWidestAligned));
       }
       level += field.kind == BodyField::groupBegin ? 1U : 0U;
       level -= field.kind == BodyField::groupEnd ? 1U : 0U;
-    }
+    });
     return column;
   }
 

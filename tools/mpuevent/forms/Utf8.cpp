@@ -24,10 +24,51 @@ constexpr char32_t kReplacement = 0xFFFD;
 constexpr bool isHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 constexpr bool isLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
-constexpr int kBlock = 16;
+constexpr std::size_t kBlock = 16;
 
-// Whether a block of units is ASCII; it is then copied. A loop of fixed length over units of its
-// own: this becomes vector code.
+template <typename Block>
+std::uint64_t anyBits(const Block& block) {
+  std::array<std::uint64_t, sizeof block / sizeof(std::uint64_t)> words;
+  std::memcpy(words.data(), block.data(), sizeof block);
+  std::uint64_t any = 0;
+  for (const std::uint64_t word : words) any |= word;
+  return any;
+}
+
+// Copies a text of a block or more, the last units of it once more; whether it is plain. Loops of
+// fixed length over units of their own become vector code, and all blocks are judged together.
+bool copyPlainBlocks(char* to, const Char16* from, std::size_t size) {
+  std::array<std::uint16_t, kBlock> wide{};
+  std::array<unsigned char, kBlock> special{};
+  const std::size_t last = size - kBlock;
+  for (std::size_t at = 0;; at = std::min(at + kBlock, last)) {
+    std::array<std::uint16_t, kBlock> units;
+    std::copy_n(from + at, kBlock, units.begin());
+    std::array<signed char, kBlock> bytes;
+    for (std::size_t i = 0; i < kBlock; ++i) bytes[i] = static_cast<signed char>(units[i]);
+    std::memcpy(to + at, bytes.data(), kBlock);
+    for (std::size_t i = 0; i < kBlock; ++i) wide[i] |= units[i];
+    for (std::size_t i = 0; i < kBlock; ++i) {
+      const signed char byte = bytes[i];
+      // From 0x7F on negative, or 0.
+      const auto next = static_cast<signed char>(byte + 1);
+      special[i] |= ((next <= ' ') | (byte == '"') | (byte == '\\')) != 0 ? 0xFF : 0;
+    }
+    if (at == last) break;
+  }
+  constexpr std::uint64_t highBytes = 0xFF00FF00FF00FF00;
+  return (anyBits(special) | (anyBits(wide) & highBytes)) == 0;
+}
+
+bool copyPlain(char* to, const Char16* from, std::size_t size) {
+  if (size >= kBlock) return copyPlainBlocks(to, from, size);
+  return std::all_of(from, from + size, [&to](std::uint16_t unit) {
+    *to++ = static_cast<char>(unit);
+    return unit >= ' ' && unit < 0x7F && unit != '"' && unit != '\\';
+  });
+}
+
+// Whether a block of units is ASCII; it is then copied.
 bool copyAsciiBlock(char* to, const Char16* from) {
   std::array<std::uint16_t, kBlock> units;
   std::copy_n(from, kBlock, units.begin());
@@ -51,9 +92,15 @@ PaddedView Utf8Text::assign(const Pegasus::String& text) {
   }
   char* to = room_.data();
   const Char16* from = text.getChar16Data();
+  if (copyPlain(to, from, size))
+    return {
+        {to, size},
+        true
+    };
   const Char16* const end = from + size;
   for (;;) {
-    for (; end - from >= kBlock && copyAsciiBlock(to, from); from += kBlock) to += kBlock;
+    for (; end - from >= std::ptrdiff_t{kBlock} && copyAsciiBlock(to, from); from += kBlock)
+      to += kBlock;
     while (from != end && std::uint16_t{*from} < 0x80) {
       *to++ = static_cast<char>(std::uint16_t{*from++});
     }
@@ -65,10 +112,14 @@ PaddedView Utf8Text::assign(const Pegasus::String& text) {
       to = writeUtf8(to, isHighSurrogate(unit) || isLowSurrogate(unit) ? kReplacement : unit);
     }
   }
-  return PaddedView({room_.data(), static_cast<std::size_t>(to - room_.data())});
+  return {
+      {room_.data(), static_cast<std::size_t>(to - room_.data())},
+      false
+  };
 }
 
 PaddedView Utf8Text::assignBytes(std::string_view bytes) {
+  if (bytes.empty()) return assign({});
   try {
     return assign({bytes.data(), static_cast<Pegasus::Uint32>(bytes.size())});
   } catch (const Pegasus::Exception&) {
@@ -78,7 +129,7 @@ PaddedView Utf8Text::assignBytes(std::string_view bytes) {
   }
 }
 
-std::size_t Utf8Cursor::advanceTo(std::size_t unit) {
+std::size_t Utf8Cursor::byteOf(std::size_t unit) {
   for (; unit_ < unit && byte_ < utf8_.size(); ++unit_) {
     const auto lead = static_cast<unsigned char>(utf8_[byte_]);
     byte_ += lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;

@@ -28,18 +28,13 @@ class Utf8Text {
 /// Finds the bytes of 16-bit units in the UTF-8 that a text of them became, going forward only.
 class Utf8Cursor {
  public:
-  /// `units` is how many there are.
-  Utf8Cursor(std::string_view utf8, std::size_t units)
-      : utf8_(utf8), ascii_(utf8.size() == units) {}
+  explicit Utf8Cursor(std::string_view utf8) : utf8_(utf8) {}
 
   /// Where the unit at `unit` begins, or the text's end; no less than the unit asked for before.
-  std::size_t byteOf(std::size_t unit) { return ascii_ ? unit : advanceTo(unit); }
+  std::size_t byteOf(std::size_t unit);
 
  private:
-  std::size_t advanceTo(std::size_t unit);
-
   std::string_view utf8_;
-  bool ascii_;
   std::size_t unit_ = 0;
   std::size_t byte_ = 0;
 };

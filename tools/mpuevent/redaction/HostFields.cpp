@@ -60,10 +60,9 @@ HostFields hostFieldsOf(const log::LogUnit& unit) {
   const std::unique_ptr<Pegasus::Quarn_Event> event = EventDecoder().decode(unit);
   const Pegasus::String body = event->getBody();
   Utf8Text utf8;
-  BodyFields fields;
-  fields.take(recorder, utf8.assign(body), body.size());
+  const BodyFields fields(recorder, utf8.assign(body), body.size());
   std::string_view parameter;
-  for (const BodyField& field : fields.fields()) {
+  fields.forEach([&](const BodyField& field) {
     const std::string_view key = field.key;
     const std::string_view text = field.text;
     if (key == "Parameter") parameter = text;
@@ -77,7 +76,7 @@ HostFields hostFieldsOf(const log::LogUnit& unit) {
     } else if (isOneOf(key, kNames)) {
       found.names.push_back(rawOf(text, record.payload().bytes(0)));
     }
-  }
+  });
   return found;
 }
 

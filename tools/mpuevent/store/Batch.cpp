@@ -11,6 +11,7 @@
 #include "EventDecoder.h"
 #include "forms/Columns.h"
 #include "forms/JsonElements.h"
+#include "log/choosing/RecordBytes.h"
 #include "store/RecordKey.h"
 
 namespace mpuevent::tool {
@@ -49,19 +50,20 @@ std::vector<std::string_view> allColumns() {
 class Batch::Decoder {
  public:
   /// Reads the facts; of a record that cannot be decoded those of an empty event, and returns why.
-  std::string read(std::span<const unsigned char> record, const RecordPlace& place) {
-    const Pegasus::FieldRecorder fields;
+  std::string read(std::span<const unsigned char> record, const RecordPlace& place,
+                   const Pegasus::FieldRecorder& fields) {
     std::string reason;
     std::unique_ptr<Pegasus::Quarn_Event> event = decode(record, reason);
     const std::array<unsigned char, kHeaderSize> none{};
     if (event == nullptr) {
       event = std::make_unique<Pegasus::Quarn_Event>(nullptr, 0U);
-      facts_.read({place.file, place.index, place.offset, none, {}, *event, nullptr});
+      undecodedFacts_.read({place.file, place.index, place.offset, none, {}, *event, nullptr});
+      row_.read(undecodedFacts_);
     } else {
-      facts_.read({place.file, place.index, place.offset, record, EventDecoder::className(*event),
-                   *event, &fields});
+      facts_.read({place.file, place.index, place.offset, record,
+                   EventDecoder::className(log::headerOf(record).source()), *event, &fields});
+      row_.read(facts_);
     }
-    row_.read(facts_);
     return reason;
   }
 
@@ -85,6 +87,7 @@ class Batch::Decoder {
 
   EventDecoder decoder_;
   EventFacts facts_{ShowPayload::automatic};
+  EventFacts undecodedFacts_{ShowPayload::automatic};
   FactRow row_;
   Utf8Text utf8_;
 };
@@ -108,8 +111,7 @@ class Batch::Row {
   }
   void operator()(const BodyFields* fields) {
     const std::size_t begin = batch_.bytes_.size();
-    JsonWriter writer(batch_.bytes_);
-    writeElements(writer, *fields);
+    appendElements(batch_.bytes_, *fields);
     end(Cell::text, begin);
   }
   void raw(std::span<const unsigned char> bytes) {
@@ -140,12 +142,14 @@ std::size_t Batch::placeOf(std::string_view column) {
 }
 
 void Batch::add(std::span<const unsigned char> record, const RecordPlace& place) {
-  addRow(record, decoder_->read(record, place));
+  const Pegasus::FieldRecorder fields;
+  addRow(record, decoder_->read(record, place, fields));
 }
 
 void Batch::addBroken(std::span<const unsigned char> bytes, const RecordPlace& place,
                       std::string_view reason) {
-  decoder_->read({}, place);
+  const Pegasus::FieldRecorder fields;
+  decoder_->read({}, place, fields);
   addRow(bytes, std::string(noRecord) += reason);
 }
 

@@ -85,7 +85,7 @@ std::uint32_t Kinds::decode(const log::LogUnit& unit) {
   if (source.name.empty()) {
     Utf8Text name;
     source.name = std::string_view(name.assign(event->getSource()));
-    source.decoder = EventDecoder::className(*event);
+    source.decoder = EventDecoder::className(record.source());
   }
   Utf8Text body;
   Utf8Text summary;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace mpuevent {
 
@@ -25,22 +26,20 @@ NameTree::NameTree(std::string_view text) : text_(text) {
   nodes_.push_back({0, 0});
 }
 
-NameTree::Descent NameTree::descend(std::string_view characters, Until until) {
-  Descent at;
+NameTree::Descent NameTree::descend(Descent at, std::string_view characters, Until until) {
   while (at.size < characters.size()) {
-    const Number next = childOf(nodes_[at.node], static_cast<unsigned char>(characters[at.size]));
-    if (next == none) break;
-    const Node& node = nodes_[next];
+    if (at.next == none) {
+      at.next = childOf(nodes_[at.node], static_cast<unsigned char>(characters[at.size]));
+      if (at.next == none) break;
+    }
+    const Node& node = nodes_[at.next];
     const std::size_t wanted = std::min<std::size_t>(node.size, characters.size()) - at.size;
     const std::size_t common =
         commonLength(characters.data() + at.size, text_.data() + node.place + at.size, wanted);
     work_ += nodeWork + common;
-    at.size += common;
-    if (at.size < node.size) {
-      at.next = next;
-      break;
-    }
-    at.node = next;
+    at.size += static_cast<Number>(common);
+    if (at.size < node.size) break;
+    at.node = std::exchange(at.next, none);
     if (node.name == none) continue;
     at.name = node.name;
     if (until == Until::name) break;
@@ -49,8 +48,9 @@ NameTree::Descent NameTree::descend(std::string_view characters, Until until) {
 }
 
 void NameTree::push(Range name) {
-  const Descent at = descend(text_.substr(name.begin, name.size()), Until::name);
+  const Descent at = descend({}, text_.substr(name.begin, name.size()), Until::name);
   const auto number = static_cast<Number>(names_.size());
+  forget();
   if (at.name != none) return names_.push_back(none);
   Number node = at.next == none ? at.node : divide(at);
   if (at.size < name.size()) {
@@ -61,14 +61,47 @@ void NameTree::push(Range name) {
 }
 
 void NameTree::pop() {
+  forget();
   if (names_.back() != none) nodes_[names_.back()].name = none;
   names_.pop_back();
 }
 
+void NameTree::forget() {
+  known_ = {};
+  ++changes_;
+}
+
 std::optional<std::size_t> NameTree::lowestAt(std::size_t place) {
   if (place >= text_.size()) return std::nullopt;
-  const Number name = descend(text_.substr(place), Until::end).name;
-  return name == none ? std::nullopt : std::optional<std::size_t>(name);
+  const auto* known = std::find_if(known_.begin(), known_.end(), [place](const Known& one) {
+    return place > one.begin && place < one.end;
+  });
+  const Descent at = descend(known == known_.end() ? Descent() : descendKnown(*known, place),
+                             text_.substr(place), Until::end);
+  if (at.size >= worthKnowing) {
+    auto& [latest, farthest] = known_;
+    latest = {place, place + at.size, nodes_[at.next == none ? at.node : at.next].place};
+    if (latest.end >= farthest.end) farthest = latest;
+  }
+  return at.name == none ? std::nullopt : std::optional<std::size_t>(at.name);
+}
+
+/// Descends with the characters up to the end of what is known. They stand in a name, too, so that
+/// the next place where that name is need not compare them again.
+NameTree::Descent NameTree::descendKnown(const Known& known, std::size_t place) {
+  const auto same = static_cast<Number>(known.same + (place - known.begin));
+  const std::size_t size = known.end - place;
+  const std::size_t number = same / 2;
+  if (number >= memos_.size()) memos_.resize(2 * number + 1);
+  Memo& memo = memos_[number];
+  const bool holds =
+      memo.change == changes_ && memo.place == same && nodes_[memo.descent.node].size <= size;
+  if (!holds) memo = {changes_, same, {}};
+  Descent at = memo.descent;
+  at.size = std::min(at.size, static_cast<Number>(size));
+  if (at.size == nodes_[at.node].size) at.next = none;
+  memo.descent = descend(at, text_.substr(place, size), Until::end);
+  return memo.descent;
 }
 
 NameTree::Number NameTree::childOf(const Node& node, unsigned char first) const {

@@ -38,6 +38,7 @@ class NameTree {
   static constexpr Number none = 0xFFFFFFFF;
   static constexpr std::size_t nodeWork = 32;
   static constexpr unsigned char mostInList = 8;
+  static constexpr std::size_t worthKnowing = 64;
 
   struct Node {
     Number place;         ///< where the text has the beginning that the node stands for
@@ -51,17 +52,34 @@ class NameTree {
   };
   using Table = std::array<Number, 256>;
 
-  /// How far down the tree a text goes.
+  /// How far down the tree a text goes. What goes further can go on from there.
   struct Descent {
-    Number node = 0;       ///< the last that it begins with
-    Number next = none;    ///< the node below that it goes on to, but does not reach
-    std::size_t size = 0;  ///< how many characters the tree has
-    Number name = none;    ///< the longest on the way that counts
+    Number node = 0;     ///< the last that it begins with
+    Number next = none;  ///< the node below that it goes on to, but does not reach
+    Number size = 0;     ///< how many characters the tree has
+    Number name = none;  ///< the longest on the way that counts
+  };
+
+  /// Characters that were compared with those of a name. Places among them are looked at, too,
+  /// where names hold a "</": what is there need not be compared again wherever the name stands
+  /// again.
+  struct Known {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    std::size_t same = 0;  ///< where in the name the characters from `begin` to `end` stand
+  };
+  /// How far down the tree it went from a place in a name. Holds until a name is pushed or popped.
+  struct Memo {
+    Number change = none;
+    Number place = none;
+    Descent descent;
   };
 
   enum class Until : bool { end, name };
 
-  Descent descend(std::string_view characters, Until until);
+  void forget();
+  Descent descend(Descent at, std::string_view characters, Until until);
+  Descent descendKnown(const Known& known, std::size_t place);
   Number childOf(const Node& node, unsigned char first) const;
   Number add(Number parent, Node child);
   Number divide(const Descent& at);
@@ -72,6 +90,9 @@ class NameTree {
   std::vector<Table> tables_;
   std::vector<Number> names_;  ///< for each name: its node, or none if it does not count
   std::size_t work_ = 0;
+  Number changes_ = 0;          ///< how often names were pushed or popped
+  std::array<Known, 2> known_;  ///< the latest, and that which ends last
+  std::vector<Memo> memos_;     ///< by half of their place: a "</" takes two
 };
 
 }  // namespace mpuevent

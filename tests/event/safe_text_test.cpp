@@ -70,15 +70,19 @@ TEST(SafeText, FollowsTheRuleOnTangledTags) {
 }
 
 // Many open names that begin alike and closing tags that nearly fit: places are then looked up in
-// a tree of the names. Where a long name repeats itself and holds "</", even that takes too long,
-// and there is an index of places.
+// a tree of the names. Names hold "</", repeat themselves, at length too, and stand at the very
+// end.
 TEST(SafeText, FollowsTheRuleWhereNamesAreLookedUp) {
   std::mt19937 random(20261);
   const auto below = [&random](std::size_t limit) { return random() % limit; };
   for (int i = 0; i < 2000; ++i) {
-    std::string knot = "a";
-    for (std::size_t left = i % 100 == 0 ? 1200 : 2; left > 0; --left) knot += "</a";
-    std::vector<std::string> names = {knot};
+    std::string knot = "a</a";
+    std::string part = knot;
+    while (below(i % 2 == 0 ? 4 : 100) != 0) {
+      knot += i % 3 == 0 ? "</a" : "</a</ab";
+      if (below(4) == 0) part = knot;
+    }
+    std::vector<std::string> names = {knot + knot, part + "zz"};
     for (int count = 0; count < 40; ++count) {
       std::string& name = names.emplace_back("a");
       for (std::size_t left = below(3) + 1; left > 0; --left) name += "ab/<"[below(4)];
@@ -87,14 +91,31 @@ TEST(SafeText, FollowsTheRuleWhereNamesAreLookedUp) {
     std::string text;
     for (const std::string& name : names) text += "<" + name + ">";
     for (int count = 0; count < 60; ++count) text += "</a!";
-    if (i % 100 == 0) text += "</" + knot.substr(3) + "!";
     for (int count = 0; count < 12; ++count) {
       const std::string& name = names[below(names.size())];
-      const std::string pieces[] = {"</" + name, "</" + name + ">", "</a", "a", "<" + name + ">"};
+      const std::string pieces[] = {"</" + name, "</" + name + ">", "</a", "a", "<" + name + ">",
+                                    "</" + knot, "</" + knot + "zz"};
       text += pieces[below(std::size(pieces))];
     }
     ASSERT_EQ(safe(text), mpuevent::support::expectedSafeString(text)) << text;
   }
+}
+
+// Names that begin at each closing tag of a long one, and that one again and again: what takes a
+// tree of the names too long is left to an index of all places.
+TEST(SafeText, FindsTheEndBehindTheWorstNames) {
+  std::mt19937 random(20262);
+  std::string knot;
+  for (int i = 0; i < 300; ++i) knot += std::string("</") + "abcd"[random() % 4];
+  std::string text;
+  for (std::size_t at = 2; at < knot.size(); at += 3) text += "<" + knot.substr(at) + "!>";
+  for (int i = 0; i < 300; ++i) text += knot + "<q>";
+  std::string expected;
+  for (const char character : text) {
+    if (character == '<' || character == '>' || character == '!') expected += '\\';
+    expected += character;
+  }
+  EXPECT_TRUE(safe("<e>" + text + "</e>") == "<e>" + expected + "</e>");
 }
 
 TEST(SafeText, NestsAsDeepAsTheTextIsLong) {

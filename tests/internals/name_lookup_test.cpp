@@ -37,10 +37,12 @@ TYPED_TEST(NameLookup, FindsTheLowestNameOfTheStack) {
   for (unsigned round = 0; round < 400; ++round) {
     const unsigned letters = std::array{1U, 2U, 3U, 20U}[round % 4];
     std::string text;
-    for (auto size = 1 + random() % 90; size > 0; --size) {
-      text += static_cast<char>(0xFF - random() % letters);
+    const bool isLong = round % 10 == 1;
+    for (auto size = 1 + random() % (isLong ? 300 : 90); size > 0; --size) {
+      const bool repeats = isLong && text.size() >= 7 && random() % 30 != 0;
+      text += repeats ? text.end()[-7] : static_cast<char>(0xFF - random() % letters);
     }
-    const std::size_t longest = 1 + random() % 20;
+    const std::size_t longest = 1 + random() % (isLong ? 200 : 20);
     TypeParam index(text, longest);
     std::vector<Range> names;
     for (int step = 0; step < 60; ++step) {
@@ -57,6 +59,28 @@ TYPED_TEST(NameLookup, FindsTheLowestNameOfTheStack) {
             << place << " of " << text << ", round " << round;
       }
     }
+  }
+}
+
+// What a place shares with a long name is not compared again at the next place that does; the
+// shorter name stands where that ends.
+TYPED_TEST(NameLookup, FindsAShortNameAtTheEndOfALongOne) {
+  const auto knot = [](std::size_t count) {
+    std::string text = "a";
+    while (count-- > 0) text += "</a";
+    return text;
+  };
+  const std::string longName = knot(80);
+  const std::string shortName = knot(25) + "z";
+  const std::string text = longName + shortName + knot(60) + "z";
+  const std::vector<Range> names = {
+      {0,               longName.size()                   },
+      {longName.size(), longName.size() + shortName.size()}
+  };
+  TypeParam index(text, longName.size());
+  for (const Range name : names) index.push(name);
+  for (std::size_t place = names[1].end; place < text.size(); place += 3) {
+    EXPECT_EQ(index.lowestAt(place), lowestByLooking(text, names, place)) << place;
   }
 }
 

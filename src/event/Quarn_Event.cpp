@@ -1,5 +1,6 @@
 #include <MPUEvent/Quarn_Event.h>
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -16,6 +17,7 @@
 namespace Pegasus {
 
 using mpuevent::BodyBuffer;
+using mpuevent::LineBuffer;
 using mpuevent::Record;
 using mpuevent::Separator;
 using mpuevent::toString;
@@ -29,6 +31,15 @@ Record headerOf(const EmpEvLogMsg_s* record) { return {record, 0}; }
 String numberAsEventId(const EmpEvLogMsg_s* record) {
   if (mpuevent::takeOwnEventId() || record == nullptr) return {};
   return mpuevent::decimalString(headerOf(record).id());
+}
+
+// Without a String of its own, which would be an allocation.
+void appendAscii(String& to, std::string_view ascii) {
+  std::array<Char16, 256> units;
+  for (std::size_t i = 0; i < ascii.size(); ++i) {
+    units[i] = Char16(static_cast<unsigned char>(ascii[i]));
+  }
+  to.append(units.data(), static_cast<Uint32>(ascii.size()));
 }
 
 }  // namespace
@@ -106,21 +117,32 @@ void Quarn_Event::setBody(String text) {
 }
 
 String Quarn_Event::str() const {
-  const auto number = [](unsigned int value) { return mpuevent::decimalString(value); };
   String line;
   line.reserveCapacity(400 + Summary.size() + Body.size());
-  line.append("Enclosure Ser#: '").append(EnclosureSerialNumber);
-  line.append("', Card Ser#: '").append(ControllerSerialNumber);
-  line.append("', Slot: ").append(number(ControllerSlotID));
-  line.append(", Log Instance # ").append(number(EventLogInstanceNumber));
-  line.append(", Sequence ID=").append(number(SequenceID));
-  line.append(", Timestamp=").append(number(Timestamp));
-  line.append(", Source: '").append(Source);
-  line.append("', Category: '").append(Category);
-  line.append("', EventType=").append(number(EventType));
-  line.append(", EventID: '").append(EventID);
-  line.append("', Summary: '").append(Summary);
-  line.append("', Body: '").append(Body).append("'");
+  LineBuffer words(Separator::none);  // between the texts
+  const auto number = [&](std::string_view label, unsigned int value) {
+    words.text(label);
+    words.decimal(static_cast<std::int32_t>(value));
+  };
+  const auto text = [&](std::string_view label, const String& value) {
+    words.text(label);
+    appendAscii(line, words.view());
+    words.cut(0);
+    line.append(value);
+  };
+  text("Enclosure Ser#: '", EnclosureSerialNumber);
+  text("', Card Ser#: '", ControllerSerialNumber);
+  number("', Slot: ", ControllerSlotID);
+  number(", Log Instance # ", EventLogInstanceNumber);
+  number(", Sequence ID=", SequenceID);
+  number(", Timestamp=", Timestamp);
+  text(", Source: '", Source);
+  text("', Category: '", Category);
+  number("', EventType=", EventType);
+  text(", EventID: '", EventID);
+  text("', Summary: '", Summary);
+  text("', Body: '", Body);
+  appendAscii(line, "'");
   return line;
 }
 

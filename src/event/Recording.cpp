@@ -25,8 +25,7 @@ bool isWhiteSpace(Pegasus::Char16 unit) {
   return value == ' ' || value == '\n' || value == '\r' || value == '\t';
 }
 
-bool isWhiteSpace(const String& text, Uint32 from, Uint32 to) {
-  const Pegasus::Char16* units = text.getChar16Data();
+bool isWhiteSpace(const Pegasus::Char16* units, Uint32 from, Uint32 to) {
   for (Uint32 i = from; i < to; ++i) {
     if (!isWhiteSpace(units[i])) return false;
   }
@@ -51,15 +50,6 @@ constinit std::atomic<int> recorders{0};
 Recording* recordingOfThread() { return innermost; }
 
 }  // namespace detail
-
-void ElementMarks::add(std::size_t start, std::size_t keySize, std::size_t end) {
-  const std::size_t valueStart = start + keySize + 2;
-  constexpr std::size_t closingMarks = 3;  // "</" and ">"
-  const std::size_t valueSize = end - keySize - closingMarks - valueStart;
-  fields_.push_back({unitCount(start), unitCount(end - start), unitCount(start + 1),
-                     unitCount(keySize), unitCount(valueStart), unitCount(valueSize), depth_,
-                     false});
-}
 
 void ElementMarks::open(std::size_t start, std::size_t keySize) {
   const std::size_t valueStart = start + keySize + 2;
@@ -114,24 +104,25 @@ void ElementMarks::moveInto(std::vector<RecordedField>& fields, Uint32 offset) {
   }
 }
 
-bool ElementMarks::cover(const String& text) const {
-  // Where the groups end that are open at `at`, and how far all is accounted for.
-  std::vector<const RecordedField*> groups;
+bool ElementMarks::cover(const String& text) {
+  const Pegasus::Char16* const units = text.getChar16Data();
+  // Those that are open at `at`, up to which all is accounted for.
+  groups_.clear();
   Uint32 at = 0;
   const auto leave = [&](Uint32 depth) {
-    for (; groups.size() > depth; groups.pop_back()) {
-      const RecordedField& group = *groups.back();
-      if (!isWhiteSpace(text, at, group.valueStart + group.valueLength)) return false;
+    for (; groups_.size() > depth; groups_.pop_back()) {
+      const RecordedField& group = *groups_.back();
+      if (!isWhiteSpace(units, at, group.valueStart + group.valueLength)) return false;
       at = group.start + group.length;
     }
     return true;
   };
   for (const RecordedField& field : fields_) {
-    if (!leave(field.depth) || !isWhiteSpace(text, at, field.start)) return false;
+    if (!leave(field.depth) || !isWhiteSpace(units, at, field.start)) return false;
     at = field.isGroup ? field.valueStart : field.start + field.length;
-    if (field.isGroup) groups.push_back(&field);
+    if (field.isGroup) groups_.push_back(&field);
   }
-  return leave(0) && isWhiteSpace(text, at, text.size());
+  return leave(0) && isWhiteSpace(units, at, text.size());
 }
 
 Recording::Recording() : outer_(innermost) {
@@ -191,7 +182,7 @@ void Recording::join(const String& text, Uint32 start) {
   for (Uint32 at = 0; complete_ && at < text.size();) {
     Piece* piece = pieceAt(text, at, next);
     if (piece == nullptr) {
-      complete_ = isWhiteSpace(text, at, at + 1);
+      complete_ = isWhiteSpace(text.getChar16Data(), at, at + 1);
       ++at;
       continue;
     }

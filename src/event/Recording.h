@@ -18,7 +18,14 @@ using Pegasus::RecordedField;
 class ElementMarks {
  public:
   /// Notes an element that was written whole, from `start` up to `end`.
-  void add(std::size_t start, std::size_t keySize, std::size_t end);
+  void add(std::size_t start, std::size_t keySize, std::size_t end) {
+    constexpr std::size_t closingMarks = 3;  // "</" and ">"
+    const std::size_t valueStart = start + keySize + 2;
+    const std::size_t valueSize = end - keySize - closingMarks - valueStart;
+    const auto count = [](std::size_t units) { return static_cast<Pegasus::Uint32>(units); };
+    fields_.push_back({count(start), count(end - start), count(start + 1), count(keySize),
+                       count(valueStart), count(valueSize), depth_, false});
+  }
   /// The opening tag of an element begins at `start`.
   void open(std::size_t start, std::size_t keySize);
   /// The element opened last of those still open has its closing tag from `valueEnd` to `end`.
@@ -34,7 +41,7 @@ class ElementMarks {
   void moveInto(std::vector<RecordedField>& fields, Pegasus::Uint32 offset);
 
   /// Whether there is nothing but white space around and between the elements.
-  bool cover(const Pegasus::String& text) const;
+  bool cover(const Pegasus::String& text);
 
  private:
   static constexpr std::size_t none = static_cast<std::size_t>(-1);
@@ -42,6 +49,7 @@ class ElementMarks {
   std::vector<RecordedField> fields_;
   std::size_t open_ = none;  ///< the innermost; the length of its value is the next outer one
   Pegasus::Uint32 depth_ = 0;
+  std::vector<const RecordedField*> groups_;  ///< room for cover()
 };
 
 /// What a `FieldRecorder` does. Texts with marked elements are handed to it as they are finished;

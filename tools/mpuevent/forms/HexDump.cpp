@@ -31,7 +31,7 @@ char* writeLine(char* to, std::size_t offset, std::span<const unsigned char> byt
 
 }  // namespace
 
-void appendHexDump(TextBuffer& to, std::span<const unsigned char> bytes) {
+void appendHexDump(TextPen& to, std::span<const unsigned char> bytes) {
   for (std::size_t at = 0; at < bytes.size(); at += kPerLine) {
     const auto line = bytes.subspan(at, std::min(kPerLine, bytes.size() - at));
     to.advanceTo(writeLine(to.reserve(kLongestLine), at, line));

@@ -9,7 +9,7 @@ namespace mpuevent::tool {
 
 /// Appends lines of 16 bytes, indented: their offset from the first byte, their hex digits, and
 /// those that are printable ASCII.
-void appendHexDump(TextBuffer& to, std::span<const unsigned char> bytes);
+void appendHexDump(TextPen& to, std::span<const unsigned char> bytes);
 
 }  // namespace mpuevent::tool
 

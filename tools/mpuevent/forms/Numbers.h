@@ -22,7 +22,8 @@ void appendDecimal(Text& to, std::uint64_t number) {
 }
 
 /// "0x1a2b"
-inline void appendHex(TextBuffer& to, std::uint64_t number) {
+template <typename Text>
+void appendHex(Text& to, std::uint64_t number) {
   constexpr std::size_t mostDigits = 16;
   to += "0x";
   char* const digits = to.reserve(mostDigits);

@@ -75,6 +75,8 @@ class TextPen {
     return place_;
   }
   void advanceTo(char* end) { place_ = end; }
+  /// Of the whole text.
+  std::size_t size() const { return static_cast<std::size_t>(place_ - to_.view().data()); }
 
   TextPen& operator+=(char value) {
     *reserve(1) = value;
@@ -82,10 +84,11 @@ class TextPen {
     return *this;
   }
   TextPen& operator+=(std::string_view text) {
-    std::memcpy(reserve(text.size()), text.data(), text.size());
+    if (!text.empty()) std::memcpy(reserve(text.size()), text.data(), text.size());
     place_ += text.size();
     return *this;
   }
+  void fill(std::size_t count, char value) { place_ = std::fill_n(reserve(count), count, value); }
 
  private:
   TextBuffer& to_;

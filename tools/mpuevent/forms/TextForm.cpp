@@ -156,7 +156,7 @@ class TextBlock {
     return column;
   }
 
-  TextBuffer& to_;
+  TextPen to_;
   const bool coloured_;
 };
 

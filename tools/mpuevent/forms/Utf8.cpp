@@ -92,11 +92,7 @@ PaddedView Utf8Text::assign(const Pegasus::String& text) {
   }
   char* to = room_.data();
   const Char16* from = text.getChar16Data();
-  if (copyPlain(to, from, size))
-    return {
-        {to, size},
-        true
-    };
+  if (copyPlain(to, from, size)) return PaddedView({to, size}, true);
   const Char16* const end = from + size;
   for (;;) {
     for (; end - from >= std::ptrdiff_t{kBlock} && copyAsciiBlock(to, from); from += kBlock)
@@ -112,10 +108,7 @@ PaddedView Utf8Text::assign(const Pegasus::String& text) {
       to = writeUtf8(to, isHighSurrogate(unit) || isLowSurrogate(unit) ? kReplacement : unit);
     }
   }
-  return {
-      {room_.data(), static_cast<std::size_t>(to - room_.data())},
-      false
-  };
+  return PaddedView({room_.data(), static_cast<std::size_t>(to - room_.data())}, false);
 }
 
 PaddedView Utf8Text::assignBytes(std::string_view bytes) {
@@ -152,8 +145,6 @@ bool copyVisibleBlock(char* to, const char* from) {
   return found == 0;
 }
 
-constexpr std::size_t kLongestShown = 4;  // "\\x0A"
-
 // Shows what begins at `at`; returns how many bytes that was. Room for kLongestShown must be there.
 std::size_t showCharacter(char*& to, std::string_view utf8, std::size_t at) {
   const auto byte = static_cast<unsigned char>(utf8[at]);
@@ -171,28 +162,24 @@ std::size_t showCharacter(char*& to, std::string_view utf8, std::size_t at) {
 
 }  // namespace
 
-void appendVisible(TextBuffer& to, PaddedView utf8) {
+char* showText(char* to, PaddedView utf8) {
   constexpr std::size_t block = PaddedView::padding;
   const std::string_view text = utf8;
   for (std::size_t at = 0; at < text.size();) {
-    char* place = to.reserve(block * kLongestShown);
     const std::size_t count = std::min(block, text.size() - at);
-    if (copyVisibleBlock(place, text.data() + at)) {
+    if (copyVisibleBlock(to, text.data() + at)) {
       at += count;
-      place += count;
+      to += count;
     } else {
-      for (const std::size_t end = at + count; at < end;) at += showCharacter(place, text, at);
+      for (const std::size_t end = at + count; at < end;) at += showCharacter(to, text, at);
     }
-    to.advanceTo(place);
   }
+  return to;
 }
 
-void appendVisible(TextBuffer& to, std::string_view utf8) {
-  for (std::size_t at = 0; at < utf8.size();) {
-    char* place = to.reserve(kLongestShown);
-    at += showCharacter(place, utf8, at);
-    to.advanceTo(place);
-  }
+char* showText(char* to, std::string_view utf8) {
+  for (std::size_t at = 0; at < utf8.size();) at += showCharacter(to, utf8, at);
+  return to;
 }
 
 }  // namespace mpuevent::tool

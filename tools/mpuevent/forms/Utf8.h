@@ -39,10 +39,25 @@ class Utf8Cursor {
   std::size_t byte_ = 0;
 };
 
-/// Appends UTF-8 text with control characters shown as \x0A, also those of U+0080 to U+009F, so
-/// that it stays on its line and cannot command a terminal.
-void appendVisible(TextBuffer& to, PaddedView utf8);
-void appendVisible(TextBuffer& to, std::string_view utf8);
+inline constexpr std::size_t kLongestShown = 4;  // "\\x0A"
+
+/// Copies UTF-8 text with control characters shown as \x0A, also those of U+0080 to U+009F, so
+/// that it stays on its line and cannot command a terminal. There is room for kLongestShown for
+/// each byte, and for the padding; returns the end.
+char* showText(char* to, PaddedView utf8);
+char* showText(char* to, std::string_view utf8);
+
+/// Appends it so. `Text` is a TextBuffer or a TextPen, and the text a PaddedView or, slower, any
+/// view.
+template <typename Text>
+void appendVisible(Text& to, PaddedView utf8) {
+  char* const place = to.reserve(kLongestShown * utf8.size() + PaddedView::padding);
+  to.advanceTo(utf8.isPlain() ? utf8.copyTo(place) : showText(place, utf8));
+}
+template <typename Text>
+void appendVisible(Text& to, std::string_view utf8) {
+  to.advanceTo(showText(to.reserve(kLongestShown * utf8.size()), utf8));
+}
 
 }  // namespace mpuevent::tool
 

@@ -27,8 +27,8 @@ constexpr std::size_t kPieceSize = std::size_t{1} << 20;
 constexpr char kIncoming[] =
     "SET work_mem = '64MB';"      // in which words are sorted into their index
     "SET temp_buffers = '64MB';"  // a batch is in memory
-    "CREATE TEMPORARY TABLE incoming (place bigint NOT NULL, "
-    "LIKE events INCLUDING STORAGE INCLUDING COMPRESSION) ON COMMIT DELETE ROWS";
+    "CREATE TEMPORARY TABLE incoming (LIKE events INCLUDING STORAGE INCLUDING COMPRESSION) "
+    "ON COMMIT DELETE ROWS";
 // "MPUE": held while a schema or a partition is made.
 constexpr char kTakeTurns[] = "SELECT pg_advisory_xact_lock(1297110341)";
 
@@ -37,6 +37,15 @@ struct ClearResult {
 };
 struct CloseConnection {
   void operator()(PGconn* connection) const { PQfinish(connection); }
+};
+
+constexpr std::string_view kKnownAlready = "23505";
+constexpr std::string_view kDeadlock = "40P01";
+
+/// Another program came first.
+class Conflict : public StoreError {
+ public:
+  explicit Conflict(const std::string& reason) : StoreError(reason, true) {}
 };
 
 /// Rows of an answer in the binary form.
@@ -148,7 +157,8 @@ class Connection {
     while (!reason.empty() && reason.back() == '\n') reason.pop_back();
     std::replace(reason.begin(), reason.end(), '\n', ' ');
     if (state == "55P03") reason.insert(0, "locked by another program: ");
-    // Lost connections, deadlocks, a full disk, locks, a server that stops, trouble with its files.
+    if (state == kKnownAlready || state == kDeadlock) throw Conflict(name() + ": " + reason);
+    // Lost connections, a full disk, locks, a server that stops, trouble with its files.
     constexpr std::array<std::string_view, 6> passing = {"08", "40", "53", "55P", "57P", "58"};
     const bool passes = PQstatus(connection_.get()) != CONNECTION_OK ||
                         std::any_of(passing.begin(), passing.end(), [state](std::string_view kind) {
@@ -214,55 +224,67 @@ ALTER TABLE store_version SET SCHEMA older_store;
 DROP SEQUENCE IF EXISTS events_id CASCADE;
 )sql";
 
-/// A row of a batch and the id that it has or is to have.
+/// A row of a batch, the id that it has or is to have, and what it is known by.
 struct Row {
-  std::size_t place;
-  std::uint64_t id;
+  std::size_t place = 0;
+  std::uint64_t id = 0;
+  std::uint64_t timestamp = 0;
+  std::span<const unsigned char> hash = {};
+
+  auto key() const { return std::tuple(timestamp, asText(hash)); }
 };
 
-/// The rows with new ids that rise as the rows do, in the order of their keys: whoever stores the
-/// same events at the same time waits, and neither for the other.
+/// The rows with new ids that rise as the rows do, each once, in the order of their keys: whoever
+/// stores the same events at the same time waits, and neither for the other.
 std::vector<Row> newRows(const Batch& batch, std::uint64_t firstId) {
-  using Key = std::tuple<std::string_view, std::string_view, std::uint64_t, std::uint64_t,
-                         std::string_view, std::size_t>;
-  const auto text = [&batch](std::size_t row, std::size_t column) {
-    return std::get<std::string_view>(batch.value(row, column));
-  };
-  const auto number = [&batch](std::size_t row, std::size_t column) {
-    return std::get<std::uint64_t>(batch.value(row, column));
-  };
-  const std::size_t enclosure = Batch::placeOf("enclosure_serial");
-  const std::size_t controller = Batch::placeOf("controller_serial");
-  const std::size_t log = Batch::placeOf("log_instance");
-  const std::size_t sequence = Batch::placeOf("sequence_id");
+  const std::size_t timestamp = Batch::placeOf("timestamp");
   const std::size_t hash = Batch::placeOf("hash");
-  std::vector<Key> keys;
-  for (std::size_t row = 0; row < batch.rows(); ++row) {
-    const auto bytes = std::get<std::span<const unsigned char>>(batch.value(row, hash));
-    keys.emplace_back(text(row, enclosure), text(row, controller), number(row, log),
-                      number(row, sequence), asText(bytes), row);
-  }
-  std::sort(keys.begin(), keys.end());
   std::vector<Row> rows;
-  rows.reserve(keys.size());
-  for (const Key& key : keys) rows.push_back({std::get<5>(key), firstId + std::get<5>(key)});
+  rows.reserve(batch.rows());
+  for (std::size_t row = 0; row < batch.rows(); ++row) {
+    rows.push_back({row, firstId + row, std::get<std::uint64_t>(batch.value(row, timestamp)),
+                    std::get<std::span<const unsigned char>>(batch.value(row, hash))});
+  }
+  std::stable_sort(rows.begin(), rows.end(),
+                   [](const Row& a, const Row& b) { return a.key() < b.key(); });
+  const auto isSame = [](const Row& a, const Row& b) { return a.key() == b.key(); };
+  rows.erase(std::unique(rows.begin(), rows.end(), isSame), rows.end());
   return rows;
 }
 
-void copy(Connection& connection, const Batch& batch, std::span<const Row> rows) {
+/// For every so many of what has a timestamp and a hash, from the first, whether it is stored.
+template <typename Key>
+std::vector<bool> known(Connection& connection, std::span<const Key> keys, std::size_t step) {
+  std::array<ArrayText, 2> columns;
+  for (std::size_t at = 0; at < keys.size(); at += step) {
+    columns[0].add(std::uint64_t{keys[at].timestamp});
+    columns[1].add(keys[at].hash);
+  }
+  // By way of EXISTS a server that has not counted its rows lately would read all of them.
+  const Rows rows = connection.ask(
+      "SELECT (SELECT true FROM events WHERE timestamp = a AND hash = b) IS NOT NULL FROM "
+      "unnest($1::bigint[], $2::bytea[]) WITH ORDINALITY AS keys (a, b, place) ORDER BY place",
+      {columns[0].take(), columns[1].take()});
+  std::vector<bool> known(static_cast<std::size_t>(rows.count()));
+  for (int row = 0; row < rows.count(); ++row) {
+    known[static_cast<std::size_t>(row)] = rows.number(row, 0) != 0;
+  }
+  return known;
+}
+
+void copy(Connection& connection, const Batch& batch, std::span<const Row> rows,
+          const std::string& table) {
   const std::size_t columns = Batch::columns().size();
   const std::size_t json = Batch::placeOf("fields");
   const std::array<std::size_t, 3> wordy = {Batch::placeOf("event_id"), Batch::placeOf("summary"),
                                             Batch::placeOf("body")};
-  connection.beginCopy("COPY incoming (place, id, words, " + listOf() +
+  connection.beginCopy("COPY " + table + " (id, words, " + listOf() +
                        ") FROM STDIN (FORMAT binary)");
   TextBuffer piece;
   CopyText text(piece);
   text.begin();
-  std::uint64_t place = 0;
   for (const Row& row : rows) {
-    text.row(columns + 3);
-    text(place++);
+    text.row(columns + 2);
     text(row.id);
     std::array<std::string_view, 3> texts;
     for (std::size_t at = 0; at < texts.size(); ++at) {
@@ -288,12 +310,20 @@ void copy(Connection& connection, const Batch& batch, std::span<const Row> rows)
   connection.endCopy();
 }
 
+// Straight into the table, which takes the server half as long as the long way: through a temporary
+// table, without those that another program stores at the same time.
 std::size_t insert(Connection& connection, const Batch& batch, std::span<const Row> rows) {
-  copy(connection, batch, rows);
+  connection.run("SAVEPOINT before");
+  try {
+    copy(connection, batch, rows, "events");
+    return rows.size();
+  } catch (const Conflict&) {
+    connection.run("ROLLBACK TO before");
+  }
+  copy(connection, batch, rows, "incoming");
   return connection
       .ask("INSERT INTO events (id, words, " + listOf() + ") SELECT id, words, " + listOf() +
-           // A page that had no room for a long row may have taken a later one.
-           " FROM incoming ORDER BY place ON CONFLICT DO NOTHING")
+           " FROM incoming ORDER BY timestamp, hash ON CONFLICT DO NOTHING")
       .changed();
 }
 
@@ -326,6 +356,7 @@ class PostgresqlStore final : public Store {
   void makeSchema();
   void migrate();
   std::uint64_t nextId();
+  void dropKnown(std::vector<Row>& rows);
   std::vector<std::uint64_t> missingPartitions(const Batch& batch) const;
   void makePartitions(std::span<const std::uint64_t> missing);
 
@@ -429,14 +460,31 @@ std::uint64_t PostgresqlStore::nextId() {
   return *std::exchange(turn_, std::nullopt) * kIdsOfBatch;
 }
 
+// Events that come again come many at a time: to ask for some of them tells whether to ask for all.
+void PostgresqlStore::dropKnown(std::vector<Row>& rows) {
+  constexpr std::size_t step = 16;
+  const std::span<const Row> all = rows;
+  const std::vector<bool> some = known(connection_, all, step);
+  if (std::find(some.begin(), some.end(), true) == some.end()) return;
+  const std::vector<bool> isKnown = known(connection_, all, 1);
+  std::size_t left = 0;
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    if (!isKnown[row]) rows[left++] = rows[row];
+  }
+  rows.resize(left);
+}
+
 std::size_t PostgresqlStore::put(const Batch& batch) {
   if (const std::vector<std::uint64_t> missing = missingPartitions(batch); !missing.empty()) {
     Transaction transaction(connection_);
     makePartitions(missing);
     transaction.commit();
   }
+  std::vector<Row> rows = newRows(batch, nextId());
+  dropKnown(rows);
+  if (rows.empty()) return 0;
   Transaction transaction(connection_);
-  const std::size_t added = insert(connection_, batch, newRows(batch, nextId()));
+  const std::size_t added = insert(connection_, batch, rows);
   transaction.commit();
   return added;
 }
@@ -454,28 +502,7 @@ void PostgresqlStore::read(const log::Choice& choice, const Reading& reading,
 }
 
 std::vector<bool> PostgresqlStore::has(std::span<const RecordKey> keys) {
-  std::array<ArrayText, 5> columns;
-  for (const RecordKey& key : keys) {
-    columns[0].add(key.enclosureSerial);
-    columns[1].add(key.controllerSerial);
-    columns[2].add(std::uint64_t{key.logInstance});
-    columns[3].add(std::uint64_t{key.sequenceId});
-    columns[4].add(key.hash);
-  }
-  std::vector<std::string> texts;
-  texts.reserve(std::size(columns));
-  for (ArrayText& column : columns) texts.push_back(column.take());
-  const Rows rows = connection_.ask(
-      "SELECT EXISTS (SELECT FROM events WHERE enclosure_serial = a AND controller_serial = b AND "
-      "log_instance = c AND sequence_id = d AND hash = e) FROM unnest($1::text[], $2::text[], "
-      "$3::bigint[], $4::bigint[], $5::bytea[]) WITH ORDINALITY AS keys (a, b, c, d, e, place) "
-      "ORDER BY place",
-      texts);
-  std::vector<bool> known(static_cast<std::size_t>(rows.count()));
-  for (int row = 0; row < rows.count(); ++row) {
-    known[static_cast<std::size_t>(row)] = rows.number(row, 0) != 0;
-  }
-  return known;
+  return known(connection_, keys, 1);
 }
 
 void PostgresqlStore::forEachLog(const std::function<void(const StoredLog&)>& visit) {
@@ -505,10 +532,10 @@ std::uint64_t PostgresqlStore::decodeAgain(const log::Choice& choice,
     Batch batch;
     std::vector<Row> ids;
     for (int row = 0; row < rows.count(); ++row) {
-      ids.push_back({batch.rows(), rows.number(row, 4)});
+      ids.push_back({.place = batch.rows(), .id = rows.number(row, 4)});
       batch.add(rows.bytes(row, 0), rows.place(row, 1));
     }
-    copy(connection_, batch, ids);
+    copy(connection_, batch, ids, "incoming");
     connection_.run("UPDATE events SET words = incoming.words, " + listOf("incoming.", true) +
                     " FROM incoming WHERE events.id = incoming.id AND "
                     "events.timestamp = incoming.timestamp");

@@ -22,6 +22,7 @@ struct RecordKey {
   std::string controllerSerial;
   std::uint32_t logInstance = 0;
   std::uint32_t sequenceId = 0;
+  std::uint32_t timestamp = 0;
   RecordHash hash{};
 
   auto operator<=>(const RecordKey&) const = default;

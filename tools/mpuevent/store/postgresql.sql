@@ -49,14 +49,15 @@ BEGIN
   END LOOP;
 END $$;
 
--- The same record has the same timestamp, which a key must have that is to hold for all partitions.
-CREATE UNIQUE INDEX events_once ON events
-  (enclosure_serial, controller_serial, log_instance, sequence_id, hash, timestamp);
+-- The hash is of all that makes a key: serials, log and sequence id are bytes of the record, and so is
+-- the timestamp, which a key must have that is to hold for all partitions. Its index serves spans of
+-- time, too, and counts by module and hour, as it holds all of them.
+CREATE UNIQUE INDEX events_once ON events (timestamp, hash)
+  INCLUDE (source_code, source, event_type_code);
 CREATE INDEX events_by_id ON events (id);
--- What went wrong in an array in a span of time.
-CREATE INDEX events_by_array ON events (enclosure_serial, event_type_code, timestamp);
--- Spans of time; counts by module and hour, which it holds all of.
-CREATE INDEX events_by_time ON events (timestamp, source_code, source, event_type_code);
+-- What went wrong in an array in a span of time. It holds all that tells logs and their gaps.
+CREATE INDEX events_by_array ON events (enclosure_serial, event_type_code, timestamp)
+  INCLUDE (controller_serial, log_instance, sequence_id);
 
 -- Words: SELECT ... FROM events WHERE words @@ word('parity') AND NOT words @@ word('192.0.2.5').
 -- They are runs of letters and digits, in lower case; several are looked for next to one another.

@@ -58,8 +58,8 @@ class Batch::Decoder {
       const std::array<unsigned char, kHeaderSize> none{};
       const bool hasHeader = record.size() >= kHeaderSize;
       event = std::make_unique<Pegasus::Quarn_Event>(nullptr, 0U);
-      undecodedFacts_.read({place.file, place.index, place.offset, hasHeader ? record : none, {},
-                            *event, nullptr});
+      undecodedFacts_.read(
+          {place.file, place.index, place.offset, hasHeader ? record : none, {}, *event, nullptr});
       row_.read(undecodedFacts_);
     } else {
       facts_.read({place.file, place.index, place.offset, record,

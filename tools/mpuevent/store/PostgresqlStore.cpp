@@ -22,7 +22,7 @@ namespace {
 constexpr std::size_t kRowsAtOnce = 2000;
 constexpr unsigned kPartitionBits = 22;  // of a timestamp, are within a partition
 constexpr std::uint64_t kIdsOfBatch = std::uint64_t{1} << 20;  // more than its rows
-constexpr std::size_t kPieceSize = std::size_t{1} << 20;
+constexpr std::size_t kPieceSize = std::size_t{1} << 16;
 // Rows on their way.
 constexpr char kIncoming[] =
     "SET work_mem = '64MB';"      // in which words are sorted into their index

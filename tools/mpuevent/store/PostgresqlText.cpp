@@ -33,6 +33,19 @@ constexpr auto kOfWord = [] {
   return lower;
 }();
 
+char* putBigEndian(char* to, std::uint64_t number, unsigned bytes) {
+  while (bytes-- > 0) *to++ = static_cast<char>(number >> (8 * bytes) & 0xFF);
+  return to;
+}
+
+// Of a byte of a word that begins at `begin`, and of the letters of Latin-1 in UTF-8.
+unsigned char lowerAt(const char* at, const char* begin) {
+  const auto byte = static_cast<unsigned char>(*at);
+  const bool upperLatin1 = byte >= 0x80 && byte <= 0x9E && byte != 0x97 && at != begin &&
+                           static_cast<unsigned char>(at[-1]) == 0xC3;
+  return upperLatin1 ? static_cast<unsigned char>(byte + 0x20) : kOfWord[byte];
+}
+
 }  // namespace
 
 void CopyText::begin() {
@@ -63,9 +76,7 @@ void CopyText::operator()(std::string_view text) {
 void CopyText::json(std::string_view text) { (*this)(withoutEscapedNul(text)); }
 
 void CopyText::integer(std::uint64_t number, unsigned bytes) {
-  char* place = to_.reserve(sizeof number);
-  while (bytes-- > 0) *place++ = static_cast<char>(number >> (8 * bytes) & 0xFF);
-  to_.advanceTo(place);
+  to_.advanceTo(putBigEndian(to_.reserve(sizeof number), number, bytes));
 }
 
 std::string_view CopyText::withoutNul(std::string_view text) {
@@ -99,56 +110,70 @@ std::string_view CopyText::withoutEscapedNul(std::string_view json) {
 // SQLite finds, too: runs of letters and digits.
 void CopyText::words(std::span<const std::string_view> texts) {
   findWords(texts);
-  TextBuffer lexemes;
-  std::swap(lexemes, to_);
-  std::size_t count = 0;
-  for (std::size_t at = 0; at < words_.size(); ++count) {
-    const std::string_view text = words_[at].text;
-    std::size_t end = at;
-    while (end < words_.size() && words_[end].text == text) ++end;
-    const std::size_t places = std::min(end - at, kMostPlaces);
-    to_ += text;
-    to_ += '\0';
-    integer(places, 2);
-    for (std::size_t place = at; place < at + places; ++place) {
-      integer(std::min(words_[place].place, kLastPlace), 2);
-    }
-    at = end;
+  lexemes_.clear();
+  std::size_t size = sizeof(std::uint32_t);
+  for (std::size_t at = 0; at < words_.size();) {
+    const std::size_t begin = at;
+    while (at < words_.size() && words_[at].isSame(words_[begin])) ++at;
+    const Lexeme lexeme{begin, std::min(at - begin, kMostPlaces)};
+    lexemes_.push_back(lexeme);
+    size += words_[begin].text.size() + 1 + 2 * (1 + lexeme.places);
   }
-  std::swap(lexemes, to_);
-  integer(sizeof(std::uint32_t) + lexemes.size(), 4);
-  integer(count, 4);
-  to_ += lexemes.view();
+  integer(size, 4);
+  integer(lexemes_.size(), 4);
+  char* to = to_.reserve(size);
+  for (const Lexeme& lexeme : lexemes_) {
+    const std::string_view text = words_[lexeme.first].text;
+    to = std::copy(text.begin(), text.end(), to);
+    *to++ = '\0';
+    to = putBigEndian(to, lexeme.places, 2);
+    for (std::size_t at = lexeme.first; at < lexeme.first + lexeme.places; ++at) {
+      to = putBigEndian(to, std::min(words_[at].place, kLastPlace), 2);
+    }
+  }
+  to_.advanceTo(to);
+}
+
+// Without the name in a closing tag, whose words were in the opening one.
+void CopyText::takeText(std::string_view text) {
+  std::string_view opened;
+  for (std::size_t tag = 0; (tag = text.find('<')) != std::string_view::npos;) {
+    room_.append(text.substr(0, ++tag));
+    text.remove_prefix(tag);
+    if (!opened.empty() && text.starts_with('/') && text.substr(1).starts_with(opened) &&
+        text.substr(1 + opened.size()).starts_with('>')) {
+      text.remove_prefix(1 + opened.size());
+    } else {
+      const auto isBracket = [](char c) { return c == '<' || c == '>'; };
+      opened = {text.begin(), std::find_if(text.begin(), text.end(), isBracket)};
+    }
+  }
+  room_.append(text).append(1, ' ');
 }
 
 // In lower case and sorted.
 void CopyText::findWords(std::span<const std::string_view> texts) {
   room_.clear();
-  for (const std::string_view text : texts) room_.append(text).append(1, ' ');
+  for (const std::string_view text : texts) takeText(text);
   words_.clear();
-  unsigned char before = 0;
-  std::size_t begin = 0;
-  for (std::size_t at = 0; at < room_.size(); ++at) {
-    const auto byte = static_cast<unsigned char>(room_[at]);
-    if (const unsigned char lower = kOfWord[byte]; lower != 0) {
-      const bool upperLatin1 = before == 0xC3 && byte >= 0x80 && byte <= 0x9E && byte != 0x97;
-      room_[at] = static_cast<char>(upperLatin1 ? byte + 0x20 : lower);
-    } else {
-      if (at > begin && at - begin <= kLongestWord) addWord(begin, at);
-      begin = at + 1;
+  char* const end = room_.data() + room_.size();
+  for (char* at = room_.data(); at != end; ++at) {
+    char* const begin = at;
+    std::uint64_t beginning = 0;
+    // A space is the last.
+    for (unsigned char lower = lowerAt(at, begin); lower != 0; lower = lowerAt(++at, begin)) {
+      *at = static_cast<char>(lower);
+      if (at - begin < sizeOfBeginning) beginning = beginning << 8 | lower;
     }
-    before = byte;
+    const auto size = static_cast<std::size_t>(at - begin);
+    if (size == 0 || size > kLongestWord) continue;
+    if (size < sizeOfBeginning) beginning <<= 8 * (sizeOfBeginning - size);
+    words_.push_back({
+        beginning, {begin, size},
+         words_.size() + 1
+    });
   }
   std::sort(words_.begin(), words_.end());
-}
-
-void CopyText::addWord(std::size_t begin, std::size_t end) {
-  Word word{0, std::string_view(room_).substr(begin, end - begin), words_.size() + 1};
-  for (std::size_t at = 0; at < sizeof word.beginning; ++at) {
-    const bool there = at < word.text.size();
-    word.beginning = word.beginning << 8 | (there ? static_cast<unsigned char>(word.text[at]) : 0U);
-  }
-  words_.push_back(word);
 }
 
 void ArrayText::add(std::string_view text) {

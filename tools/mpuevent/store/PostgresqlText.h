@@ -38,22 +38,38 @@ class CopyText {
   void integer(std::uint64_t number, unsigned bytes);
   std::string_view withoutNul(std::string_view text);
   std::string_view withoutEscapedNul(std::string_view json);
-  void addWord(std::size_t begin, std::size_t end);
+  void takeText(std::string_view text);
   void findWords(std::span<const std::string_view> texts);
 
+  static constexpr int sizeOfBeginning = sizeof(std::uint64_t);
   struct Word {
-    std::uint64_t beginning;  // 8 bytes, which mostly decide the order
+    std::uint64_t beginning;  // some bytes, which mostly decide the order
     std::string_view text;
     std::size_t place;  // among the words, from 1
 
-    bool operator<(const Word& other) const {
-      return std::tie(beginning, text, place) < std::tie(other.beginning, other.text, other.place);
+    // The beginning is all of a short one: words hold no zeros.
+    bool isShort() const { return text.size() <= sizeOfBeginning; }
+    bool isSame(const Word& other) const {
+      return beginning == other.beginning && text.size() == other.text.size() &&
+             (isShort() || text == other.text);
     }
+    bool operator<(const Word& other) const {
+      if (beginning != other.beginning) return beginning < other.beginning;
+      if (isShort() && other.isShort()) return place < other.place;
+      return std::tie(text, place) < std::tie(other.text, other.place);
+    }
+  };
+
+  /// A word, wherever it stands.
+  struct Lexeme {
+    std::size_t first;   // of the words
+    std::size_t places;  // how many that are kept
   };
 
   TextBuffer& to_;
   std::string room_;
   std::vector<Word> words_;
+  std::vector<Lexeme> lexemes_;
 };
 
 /// An array as the server reads it.

@@ -32,8 +32,12 @@ RecordHash hashOf(std::span<const unsigned char> record) {
 RecordKey keyOf(std::span<const unsigned char> bytes) {
   if (bytes.size() < kHeaderSize) return {{}, {}, 0, 0, 0, hashOf(bytes)};
   const Record record = log::recordOf(bytes);
-  return {shown(record.enclosureSerialNumber()), shown(record.controllerSerialNumber()),
-          record.logInstance(), record.sequenceId(), record.timestamp(), hashOf(bytes)};
+  return {shown(record.enclosureSerialNumber()),
+          shown(record.controllerSerialNumber()),
+          record.logInstance(),
+          record.sequenceId(),
+          record.timestamp(),
+          hashOf(bytes)};
 }
 
 }  // namespace mpuevent::tool

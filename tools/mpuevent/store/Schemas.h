@@ -8,7 +8,7 @@ extern const char* const kSqliteSchema;
 extern const char* const kPostgresqlSchema;
 
 /// Of the schemas. A store of a newer one is refused, one of an older one is migrated.
-inline constexpr int kSqliteVersion = 1;
+inline constexpr int kSqliteVersion = 2;
 inline constexpr int kPostgresqlVersion = 3;
 
 }  // namespace mpuevent::tool

@@ -34,9 +34,6 @@ constexpr char kSettings[] =
 
 constexpr std::array<std::string_view, 3> kWordColumns = {"event_id", "summary", "body"};
 
-constexpr char kKeyIs[] =
-    "enclosure_serial = ? AND controller_serial = ? AND log_instance = ? AND sequence_id = ?";
-
 std::string quoted(std::string_view name) { return '"' + std::string(name) + '"'; }
 
 std::string listOf(std::span<const std::string_view> names, std::string_view behind) {
@@ -368,15 +365,11 @@ void SqliteStore::read(const log::Choice& choice, const Reading& reading,
 }
 
 std::vector<bool> SqliteStore::has(std::span<const RecordKey> keys) {
-  Statement question =
-      statement(std::string("SELECT 1 FROM events WHERE ") + kKeyIs + " AND hash = ?");
+  Statement question = statement("SELECT 1 FROM events WHERE timestamp = ? AND hash = ?");
   std::vector<bool> known;
   for (const RecordKey& key : keys) {
-    question.bind(1, key.enclosureSerial);
-    question.bind(2, key.controllerSerial);
-    question.bind(3, std::uint64_t{key.logInstance});
-    question.bind(4, std::uint64_t{key.sequenceId});
-    question.bind(5, key.hash);
+    question.bind(1, std::uint64_t{key.timestamp});
+    question.bind(2, key.hash);
     known.push_back(question.step());
     question.reset();
   }

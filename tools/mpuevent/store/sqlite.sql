@@ -34,16 +34,18 @@ CREATE TABLE events (
   reason TEXT                        -- why the record could not be decoded
 );
 
-CREATE UNIQUE INDEX events_once
-  ON events (enclosure_serial, controller_serial, log_instance, sequence_id, hash);
--- What went wrong in an array in a span of time.
-CREATE INDEX events_by_array ON events (enclosure_serial, event_type_code, timestamp);
+-- The hash is of all that makes a key: serials, log and sequence id are bytes of the record, and so is
+-- the timestamp, by which those that come together lie together.
+CREATE UNIQUE INDEX events_once ON events (timestamp, hash);
+-- What went wrong in an array in a span of time. It holds all that tells logs and their gaps.
+CREATE INDEX events_by_array ON events
+  (enclosure_serial, event_type_code, timestamp, controller_serial, log_instance, sequence_id);
 -- Spans of time; counts by module and hour, which it holds all of.
 CREATE INDEX events_by_time ON events (timestamp, source_code, source, event_type_code);
 
 -- Words: SELECT ... FROM events WHERE id IN (SELECT rowid FROM words WHERE words MATCH 'parity').
 CREATE VIRTUAL TABLE words USING fts5(event_id, summary, body, content='events',
-  content_rowid='id');
+  content_rowid='id', columnsize=0);
 INSERT INTO words(words, rank) VALUES ('hashsize', 16777216);  -- bytes that are written at once
 -- There is no trigger for INSERT, which would write the words event by event: who inserts an event
 -- inserts its words as well.

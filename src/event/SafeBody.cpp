@@ -43,7 +43,8 @@ void SafeBody::recordElement(std::string_view key, std::string_view text) {
   needsPass_ = needsPass_ || mayClose(key, text);
   writeSafe(body_, text);
   const std::size_t size = body_.size() - before;
-  if (size != text.size()) {
+  // One that is all tags stays as it is, and may have backslashes, which a literal has not.
+  if (size != text.size() || text.find('\\') != std::string_view::npos) {
     escapes_ += size - text.size();
     escapedTexts_.push_back({before, size, text});
   }

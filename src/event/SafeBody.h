@@ -36,7 +36,8 @@ class SafeBody {
   Pegasus::String string();
 
  private:
-  /// A text of the record that was changed by escaping, and where it stands in `body_`.
+  /// A text of the record that was changed by escaping or has backslashes of its own, and where it
+  /// stands in `body_`.
   struct EscapedText {
     std::size_t at;
     std::size_t size;

@@ -4,12 +4,15 @@
 #include <MPUEvent/MPUEvent.h>
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "Allocations.h"
@@ -99,6 +102,42 @@ void makeFloor(benchmark::State& state, const Load& load) {
       [](const EventFields& fields) { return std::make_unique<FloorEvent>(fields); });
 }
 
+/// The sample with other characters in the middle of its longest text.
+std::string withCharacters(const mpuevent::samples::Module& module,
+                           const mpuevent::samples::Sample& sample, std::string_view characters) {
+  const auto isText = [](char byte) { return byte >= ' ' && byte <= '~'; };
+  std::string payload = sample.payload;
+  auto longest = payload.begin();
+  auto longestEnd = longest;
+  for (auto begin = payload.begin(); begin != payload.end();) {
+    begin = std::find_if(begin, payload.end(), isText);
+    const auto end = std::find_if_not(begin, payload.end(), isText);
+    if (end - begin > longestEnd - longest) std::tie(longest, longestEnd) = std::pair{begin, end};
+    begin = end;
+  }
+  std::replace_if(
+      longest, longestEnd, [](char byte) { return byte == '<' || byte == '>'; }, '.');
+  std::copy(characters.begin(), characters.end(), longest + (longestEnd - longest) / 2);
+  return mpuevent::samples::record(module, sample).payload(payload).str();
+}
+
+/// What a "<" costs where texts of the record are made safe, and what a closing tag does: the same
+/// event with neither, one and the other.
+void registerMarks(const mpuevent::samples::Module& module) {
+  const mpuevent::samples::Sample sample = module.samples().front();
+  const std::pair<const char*, const char*> rows[] = {
+      {"none",    "(ab)"},
+      {"open",    "<ab>"},
+      {"closing", "</a>"}
+  };
+  for (const auto& [name, characters] : rows) {
+    const auto load = std::make_shared<Load>();
+    load->add(withCharacters(module, sample, characters));
+    benchmark::RegisterBenchmark(("marks/" + std::string(module.name) + '/' + name).c_str(),
+                                 [load](benchmark::State& state) { decode(state, *load); });
+  }
+}
+
 bool registerAll() {
   std::map<std::string, std::shared_ptr<Load>> loads;
   const auto loadOf = [&loads](std::string_view name) -> Load& {
@@ -114,6 +153,9 @@ bool registerAll() {
     }
   }
 #ifndef __clang_analyzer__  // takes it for a leak that the library keeps what is registered
+  for (const mpuevent::samples::Module& module : mpuevent::samples::modules()) {
+    if (module.name == "ISNSC" || module.name == "AIMMP") registerMarks(module);
+  }
   for (const auto& [name, load] : loads) {
     benchmark::RegisterBenchmark(("decode/" + name).c_str(),
                                  [load = load](benchmark::State& state) { decode(state, *load); });

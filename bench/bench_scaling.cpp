@@ -115,6 +115,17 @@ std::string flatTree(std::size_t size) {
 
 std::string dumpTree(std::size_t size) { return node(1, std::string(size - 8, 'x')).str(); }
 
+/// Dumps that claim the rest of the payload, each in a container that ends behind its head: shown
+/// are as many as the decoder shows at all, some forty characters for each byte.
+std::string dumpsInOneAnother(std::size_t size) {
+  constexpr std::size_t head = 8;
+  Payload nodes;
+  for (std::size_t left = (size - head) / (2 * head); left > 0; --left) {
+    nodes.u32(2).u32(head).u32(1).u32(longestPayload);
+  }
+  return node(2, nodes.str()).str();
+}
+
 /// A volume and its extents.
 std::string volumeExtents(std::size_t size) {
   return Payload()
@@ -144,11 +155,12 @@ struct Growing {
 };
 
 const Growing growing[] = {
-    {"AWR8P",   1, "deep",    deepTree     },
-    {"AWR8P",   1, "flat",    flatTree     },
-    {"AWR8P",   1, "dump",    dumpTree     },
-    {"IOMGR8P", 1, "extents", volumeExtents},
-    {"ISCSIMP", 4, "names",   longNames    },
+    {"AWR8P",   1, "deep",                 deepTree         },
+    {"AWR8P",   1, "flat",                 flatTree         },
+    {"AWR8P",   1, "dump",                 dumpTree         },
+    {"AWR8P",   1, "dumps_in_one_another", dumpsInOneAnother},
+    {"IOMGR8P", 1, "extents",              volumeExtents    },
+    {"ISCSIMP", 4, "names",                longNames        },
 };
 
 const std::pair<const char*, Make> tails[] = {

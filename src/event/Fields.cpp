@@ -8,27 +8,28 @@ namespace mpuevent {
 
 namespace {
 
-/// Of a number whose bytes are held.
-inline std::uint64_t heldNumber(RecordView layout, const Number& number) {
-  const std::size_t skipped = number.width == Width::u24 ? 1 : 0;
-  return layout.number(number.offset + skipped, byteCount(number.width) - skipped);
+/// Of a number whose bytes are held, the last one before `end`.
+inline std::uint64_t heldNumber(RecordView layout, std::size_t end, Width width) {
+  return layout.numberBefore(end, width == Width::u24 ? 3 : byteCount(width));
 }
 
-[[gnu::noinline]] char* putWordsAt(char* place, RecordView layout, const Number& number) {
-  const auto word = [&](std::size_t index) { return layout.u32(number.offset + 4 * index); };
-  switch (number.width) {
+[[gnu::noinline]] char* putWordsBefore(char* place, RecordView layout, std::size_t end, Width width,
+                                       Format format) {
+  const auto word = [&](std::size_t fromEnd) { return layout.u32(end - 4 * fromEnd); };
+  switch (width) {
     case Width::wordPair:
-      return putWords(place, number.format, {word(0), word(1)});
+      return putWords(place, format, {word(2), word(1)});
     case Width::wordPairSwapped:
-      return putWords(place, number.format, {word(1), word(0)});
+      return putWords(place, format, {word(1), word(2)});
     default:
-      return putWords(place, number.format, {word(0), word(1), word(2), word(3)});
+      return putWords(place, format, {word(4), word(3), word(2), word(1)});
   }
 }
 
-[[gnu::always_inline]] inline char* putField(char* place, RecordView layout, const Number& number) {
-  if (!isOneNumber(number.width)) return putWordsAt(place, layout, number);
-  return putNumber(place, number.format, heldNumber(layout, number));
+[[gnu::always_inline]] inline char* putField(char* place, RecordView layout, std::size_t end,
+                                             Width width, Format format) {
+  if (!isOneNumber(width)) return putWordsBefore(place, layout, end, width, format);
+  return putNumber(place, format, heldNumber(layout, end, width));
 }
 
 constexpr std::size_t longestField = 4 * longestWord;
@@ -37,22 +38,24 @@ constexpr std::size_t longestField = 4 * longestWord;
 
 std::uint64_t numberAt(RecordView layout, const Number& number) {
   assert(isOneNumber(number.width));
-  if (!layout.holds(number.offset, byteCount(number.width))) return 0;
-  return heldNumber(layout, number);
+  if (number.end() > layout.size()) return 0;
+  return heldNumber(layout, number.end(), number.width);
 }
 
 void writeNumber(BodyWriter& body, RecordView layout, std::string_view key, const Number& number) {
-  if (!layout.holds(number.offset, byteCount(number.width))) return;
-  writeElement(body, key, longestField,
-               [&](char* place) { return putField(place, layout, number); });
+  if (number.end() > layout.size()) return;
+  writeElement(body, key, longestField, [&](char* place) {
+    return putField(place, layout, number.end(), number.width, number.format);
+  });
 }
 
 void writeFields(BodyWriter& body, RecordView layout, Fields fields) {
   ElementRun elements(body);
-  for (const auto& [tag, number] : fields) {
-    if (!layout.holds(number.offset, byteCount(number.width))) continue;
+  for (const auto& [tag, end, width, format] : fields) {
+    if (end > layout.size()) continue;
     const PackedTags tags{tag.view()};
-    elements.close(tags, putField(elements.open(tags, longestField), layout, number));
+    char* const value = elements.open(tags, longestField);
+    elements.close(tags, putField(value, layout, end, width, format));
   }
 }
 

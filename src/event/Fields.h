@@ -84,14 +84,19 @@ class ClosingTag {
 /// One row of a layout: the element that shows a number of fixed place.
 struct Field : Number {
   struct Packed {
-    constexpr std::size_t end() const { return number.end(); }
+    constexpr std::size_t end() const { return numberEnd; }
+    Number number() const {
+      return {static_cast<std::uint16_t>(numberEnd - byteCount(width)), width, format};
+    }
     std::string_view key() const { return PackedTags{closingTag.view()}.key(); }
 
     TextBefore closingTag;  ///< with a blank behind it
-    Number number;
+    std::uint16_t numberEnd;
+    Width width;
+    Format format;
   };
   constexpr Packed packed(auto place) const {
-    return {place(ClosingTag(key).view()), static_cast<const Number&>(*this)};
+    return {place(ClosingTag(key).view()), static_cast<std::uint16_t>(end()), width, format};
   }
 
   /// Does not compile for a width that the format would cut or could not show.

@@ -50,15 +50,17 @@ class RecordView {
   std::uint64_t u48(std::size_t at) const { return holds(at, 6) ? bigEndian<6>(at) : 0; }
   std::uint64_t u64(std::size_t at) const { return holds(at, 8) ? bigEndian<8>(at) : 0; }
 
-  /// The number of `width` bytes, 1 to 8, that are all held.
-  std::uint64_t number(std::size_t at, std::size_t width) const {
+  /// The number of `width` bytes, 1 to 8, before `end`, that are all held.
+  std::uint64_t numberBefore(std::size_t end, std::size_t width) const {
     if (size_ >= 8 && size_ != toEnd) {
-      // One load does, which may have to begin before the number: its bytes are shifted out.
-      const std::size_t start = std::min(at, size_ - 8);
-      return bigEndian<8>(start) << 8 * (at - start) >> (64 - 8 * width);
+      // One load does, which begins before the number, or ends behind it where there is too little
+      // before it: the other bytes are shifted out.
+      const std::size_t start = std::max<std::size_t>(end, 8) - 8;
+      const std::size_t unused = 64 - 8 * width;
+      return bigEndian<8>(start) >> 8 * (start + 8 - end) << unused >> unused;
     }
     std::uint64_t value = 0;
-    for (std::size_t i = 0; i < width; ++i) value = value << 8 | bytes_[at + i];
+    for (std::size_t at = end - width; at < end; ++at) value = value << 8 | bytes_[at];
     return value;
   }
 

@@ -62,8 +62,10 @@ TEST(RecordView, ReadsNumbersOfEachWidthWhereverTheyAreHeld) {
       for (std::size_t at = 0; at + width <= size; ++at) {
         std::uint64_t expected = 0;
         for (std::size_t i = at; i < at + width; ++i) expected = expected << 8 | (0xA1 + i);
-        EXPECT_EQ(bytes.view().number(at, width), expected) << size << " " << at << " " << width;
-        EXPECT_EQ(RecordView::unbounded(bytes.view().data()).number(at, width), expected);
+        EXPECT_EQ(bytes.view().numberBefore(at + width, width), expected)
+            << size << " " << at << " " << width;
+        EXPECT_EQ(RecordView::unbounded(bytes.view().data()).numberBefore(at + width, width),
+                  expected);
       }
     }
   }

@@ -104,7 +104,8 @@ void writeAuthentication(BodyWriter& body, RecordView data) {
 void writeMarkers(BodyWriter& body, RecordView data) {
   writeFields(body, data, packed<markers>);
   for (const auto& row : packed<markerIntervals>) {
-    if (numberAt(data, row.number) != 0) writeNumber(body, data, row.key(), row.number);
+    const Number interval = row.number();
+    if (numberAt(data, interval) != 0) writeNumber(body, data, row.key(), interval);
   }
 }
 

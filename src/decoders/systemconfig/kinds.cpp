@@ -164,7 +164,8 @@ void writeArray(SafeBody& body, RecordView data, PackedTags tags, Number array) 
   forEachWholeEntry(data, entries, [&](std::size_t at, std::uint32_t index) {
     char* place = elements.open(tags, 2 * longestNumber);
     place = putDecimal(putLiteral(place, "\\["), index + 1);
-    place = putNumber(putLiteral(place, "\\], value \\["), array.format, data.number(at, width));
+    place = putNumber(putLiteral(place, "\\], value \\["), array.format,
+                      data.numberBefore(at + width, width));
     elements.close(tags, putLiteral(place, "\\]"));
     body.countEscapes(4);
   });
@@ -226,8 +227,8 @@ std::string_view writeLockManager(SafeBody& body, const SccPayload& event) {
 
 std::string_view writePersistentMemory(SafeBody& body, const SccPayload& event) {
   writeFields(body.literals(), event.data, packed<persistentMemoryFields>);
-  for (const auto& [tag, array] : packed<persistentMemoryArrays>) {
-    writeArray(body, event.data, PackedTags{tag.view()}, array);
+  for (const auto& row : packed<persistentMemoryArrays>) {
+    writeArray(body, event.data, PackedTags{row.closingTag.view()}, row.number());
   }
   return "Persistent Memory Event";
 }

@@ -49,16 +49,22 @@ constexpr bool standInOrder(const Row (&rows)[size], Number Row::*number) {
   return true;
 }
 
-/// The row with this number, or null.
+/// The row with this number, or null. The rows' numbers rise.
 template <class Row, class Number>
 constexpr const Row* findRow(std::span<const Row> rows, Number Row::*number, std::uint32_t wanted) {
-  // Most tables have few gaps or none.
-  const std::size_t place = rows.empty() ? 0 : std::size_t{wanted} - rows.front().*number;
-  if (place < rows.size() && rows[place].*number == wanted) return &rows[place];
+  if (rows.empty() || wanted < rows.front().*number || wanted > rows.back().*number) return nullptr;
+  // Without gaps a row's place would follow from its number, and each gap before it moves it nearer
+  // to the first. Most tables have few gaps or none.
+  const std::size_t last = rows.size() - 1;
+  const std::size_t place = wanted - rows.front().*number;
+  if (place <= last && rows[place].*number == wanted) return &rows[place];
+  const std::size_t gaps = std::size_t{rows.back().*number} - rows.front().*number - last;
+  const std::size_t lowest = place > gaps ? place - gaps : 0;
   const auto row = std::lower_bound(
-      rows.begin(), rows.end(), wanted,
+      rows.begin() + static_cast<std::ptrdiff_t>(lowest),
+      rows.begin() + static_cast<std::ptrdiff_t>(std::min(place, last)), wanted,
       [number](const Row& candidate, std::uint32_t value) { return candidate.*number < value; });
-  return row != rows.end() && (*row).*number == wanted ? &*row : nullptr;
+  return (*row).*number == wanted ? &*row : nullptr;
 }
 
 template <class Row, class Number, std::size_t count, std::size_t textSize>

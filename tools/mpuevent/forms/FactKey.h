@@ -13,6 +13,7 @@ struct FactKey {
   static constexpr std::size_t jsonMarks = 4;    // comma, quotes and colon
   static constexpr std::size_t labelWidth = 19;  // of the longest label with its colon and a blank
   static constexpr std::size_t jsonRoom = 32;
+  static constexpr std::size_t labelRoom = 32;
 
   template <std::size_t count>
   consteval FactKey(const char (&key)[count]) : size(count - 1), jsonSize(size + jsonMarks) {
@@ -30,9 +31,9 @@ struct FactKey {
 
   std::size_t size;
   std::size_t jsonSize;
-  std::array<char, jsonRoom> json{};     ///< `,"event_id":`
-  std::array<char, labelWidth> label{};  ///< "Event id:" and blanks up to the value
-  std::array<char, labelWidth> name{};   ///< the key alone
+  std::array<char, jsonRoom> json{};    ///< `,"event_id":`
+  std::array<char, labelRoom> label{};  ///< "Event id:" and blanks up to the value
+  std::array<char, labelWidth> name{};  ///< the key alone
 };
 
 /// `"name"_key` is one object for the whole program.

@@ -75,8 +75,6 @@ class TextPen {
     return place_;
   }
   void advanceTo(char* end) { place_ = end; }
-  /// Of the whole text.
-  std::size_t size() const { return static_cast<std::size_t>(place_ - to_.view().data()); }
 
   TextPen& operator+=(char value) {
     *reserve(1) = value;
@@ -88,7 +86,6 @@ class TextPen {
     place_ += text.size();
     return *this;
   }
-  void fill(std::size_t count, char value) { place_ = std::fill_n(reserve(count), count, value); }
 
  private:
   TextBuffer& to_;

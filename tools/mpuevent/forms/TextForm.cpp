@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <cstring>
 #include <string>
+#include <string_view>
 
 #include "Colours.h"
 #include "EventFacts.h"
@@ -15,18 +17,29 @@ namespace {
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kWidestAligned = 32;
 
+constexpr std::string_view kBlanks = "                                ";
+
+// Writes blanks to where there is room for all of them and kBlanks; returns the end.
+char* writeBlanks(char* to, std::size_t count) {
+  for (std::size_t at = 0; at < count; at += kBlanks.size()) {
+    std::memcpy(to + at, kBlanks.data(), kBlanks.size());
+  }
+  return to + count;
+}
+
 /// The facts of an event as labelled lines.
 class TextBlock {
  public:
   TextBlock(TextBuffer& to, bool coloured) : to_(to), coloured_(coloured) {}
 
   void heading(std::string_view file) {
-    colour(kBold);
-    to_ += "==> ";
-    appendVisible(to_, file);
-    to_ += " <==";
-    colour(kPlain);
-    to_ += '\n';
+    char* place = to_.reserve(shownRoom(file.size()) + kMarksRoom);
+    place = colour(place, kBold);
+    place = copy(place, "==> ");
+    place = copyVisible(place, file);
+    place = copy(place, " <==");
+    place = colour(place, kPlain);
+    end(place);
   }
 
   void write(const EventFacts& facts) {
@@ -36,41 +49,37 @@ class TextBlock {
   }
 
   void number(const FactKey& key, std::uint64_t number) {
-    label(key);
-    appendDecimal(to_, number);
-    to_ += '\n';
+    end(writeDecimal(beginLine(key, kDecimalRoom), number));
   }
   void timestamp(const FactKey& key, std::uint64_t number, std::string_view date) {
-    label(key);
-    appendDecimal(to_, number);
+    char* place = writeDecimal(beginLine(key, kDecimalRoom + date.size()), number);
     if (!date.empty()) {
-      to_ += " (";
-      to_ += date;
-      to_ += ')';
+      place = copy(place, " (");
+      place = copy(place, date);
+      *place++ = ')';
     }
-    to_ += '\n';
+    end(place);
   }
   void offset(const FactKey& key, std::uint64_t offset) {
-    label(key);
+    to_.advanceTo(beginLine(key, 0));
     appendHex(to_, offset);
     to_ += '\n';
   }
   template <typename Text>
   void text(const FactKey& key, Text utf8) {
-    label(key, !utf8.empty());
-    appendVisible(to_, utf8);
-    to_ += '\n';
+    end(copyVisible(beginLine(key, shownRoom(utf8.size()), !utf8.empty()), utf8));
   }
   void coded(const FactKey&, unsigned code, const FactKey& wordKey, PaddedView word) {
-    label(wordKey);
+    char* place = beginLine(wordKey, shownRoom(word.size()) + kDecimalRoom);
     const std::string_view shade =
         &wordKey == &"event_type"_key ? colourOfType(code) : std::string_view();
-    colour(shade);
-    appendVisible(to_, word);
-    if (!shade.empty()) colour(kPlain);
-    to_ += word.empty() ? "(" : " (";
-    appendDecimal(to_, code);
-    to_ += ")\n";
+    place = colour(place, shade);
+    place = copyVisible(place, word);
+    if (!shade.empty()) place = colour(place, kPlain);
+    place = copy(place, word.empty() ? "(" : " (");
+    place = writeDecimal(place, code);
+    *place++ = ')';
+    end(place);
   }
 
   void body(const FactKey& key, PaddedView utf8, const FactKey&, const BodyFields* fields) {
@@ -78,8 +87,7 @@ class TextBlock {
       text(key, utf8);
       return;
     }
-    label(key, false);
-    to_ += '\n';
+    end(beginLine(key, 0, false));
     std::size_t level = 1;
     const std::size_t column = valueColumn(*fields);
     fields->forEach([&](const BodyField& field) {
@@ -99,8 +107,7 @@ class TextBlock {
   }
   void payload(const FactKey& key, std::optional<std::span<const unsigned char>> bytes) {
     if (!bytes || bytes->empty()) return;
-    label(key);
-    appendDecimal(to_, bytes->size());
+    to_.advanceTo(writeDecimal(beginLine(key, kDecimalRoom), bytes->size()));
     to_ += bytes->size() == 1 ? " byte\n" : " bytes\n";
     appendHexDump(to_, *bytes);
   }
@@ -108,37 +115,48 @@ class TextBlock {
   void time(const FactKey&, std::string_view) {}
 
  private:
-  void colour(std::string_view code) {
-    if (coloured_) to_ += code;
-  }
+  // For a line's colours, brackets and end.
+  static constexpr std::size_t kMarksRoom = 64;
 
-  // The label is the key in words: "event_id" becomes "Event id:".
-  void label(const FactKey& key, bool valueFollows = true) {
-    const std::string_view padded(key.label.data(), key.label.size());
+  static char* copy(char* to, std::string_view text) {
+    return std::copy(text.begin(), text.end(), to);
+  }
+  char* colour(char* to, std::string_view code) const { return coloured_ ? copy(to, code) : to; }
+
+  // Writes the label, which is the key in words: "event_id" becomes "Event id:". Behind it there is
+  // room for a value of that size, and for marks.
+  char* beginLine(const FactKey& key, std::size_t valueRoom, bool valueFollows = true) {
+    char* const place = to_.reserve(FactKey::labelRoom + valueRoom + kMarksRoom);
     const std::size_t width = key.size + 1;
     if (!coloured_) {
-      to_ += valueFollows ? padded : padded.substr(0, width);
-      return;
+      std::memcpy(place, key.label.data(), FactKey::labelRoom);
+      return place + (valueFollows ? FactKey::labelWidth : width);
     }
-    colour(kFaint);
-    to_ += padded.substr(0, width);
-    colour(kPlain);
-    if (valueFollows) to_ += padded.substr(width);
+    char* end = copy(place, kFaint);
+    end = copy(end, {key.label.data(), width});
+    end = copy(end, kPlain);
+    return valueFollows ? copy(end, {key.label.data() + width, FactKey::labelWidth - width}) : end;
+  }
+  void end(char* place) {
+    *place++ = '\n';
+    to_.advanceTo(place);
   }
 
   void element(const BodyField& field, std::size_t indent, std::size_t column) {
-    to_.fill(indent, ' ');
-    colour(kFaint);
-    const std::size_t begin = to_.size();
-    appendVisible(to_, field.key);
-    to_ += ':';
-    const std::size_t width = indent + to_.size() - begin;
-    colour(kPlain);
+    char* place = to_.reserve(shownRoom(field.key.size()) + shownRoom(field.text.size()) + indent +
+                              column + kMarksRoom);
+    place = writeBlanks(place, indent);
+    place = colour(place, kFaint);
+    const char* const begin = place;
+    place = copyVisible(place, field.key);
+    *place++ = ':';
+    const std::size_t width = indent + static_cast<std::size_t>(place - begin);
+    place = colour(place, kPlain);
     if (field.kind == BodyField::value && !field.text.empty()) {
-      to_.fill(width < column ? column - width : 1, ' ');
-      appendVisible(to_, field.text);
+      place = writeBlanks(place, width < column ? column - width : 1);
+      place = copyVisible(place, field.text);
     }
-    to_ += '\n';
+    end(place);
   }
 
   // Where the values begin: behind the longest key, unless it is very long.

@@ -47,16 +47,21 @@ inline constexpr std::size_t kLongestShown = 4;  // "\\x0A"
 char* showText(char* to, PaddedView utf8);
 char* showText(char* to, std::string_view utf8);
 
-/// Appends it so. `Text` is a TextBuffer or a TextPen, and the text a PaddedView or, slower, any
-/// view.
-template <typename Text>
-void appendVisible(Text& to, PaddedView utf8) {
-  char* const place = to.reserve(kLongestShown * utf8.size() + PaddedView::padding);
-  to.advanceTo(utf8.isPlain() ? utf8.copyTo(place) : showText(place, utf8));
+constexpr std::size_t shownRoom(std::size_t size) {
+  return kLongestShown * size + PaddedView::padding;
 }
-template <typename Text>
-void appendVisible(Text& to, std::string_view utf8) {
-  to.advanceTo(showText(to.reserve(kLongestShown * utf8.size()), utf8));
+
+inline char* copyVisible(char* to, PaddedView utf8) {
+  return utf8.isPlain() ? utf8.copyTo(to) : showText(to, utf8);
+}
+inline char* copyVisible(char* to, std::string_view utf8) { return showText(to, utf8); }
+
+/// Appends it so: a PaddedView or, slower, any view.
+inline void appendVisible(TextBuffer& to, PaddedView utf8) {
+  to.advanceTo(copyVisible(to.reserve(shownRoom(utf8.size())), utf8));
+}
+inline void appendVisible(TextBuffer& to, std::string_view utf8) {
+  to.advanceTo(showText(to.reserve(shownRoom(utf8.size())), utf8));
 }
 
 }  // namespace mpuevent::tool

@@ -8,22 +8,27 @@ namespace mpuevent {
 
 namespace {
 
+constexpr std::size_t wordSize = 4;
+
 /// Of a number whose bytes are held, the last one before `end`.
 inline std::uint64_t heldNumber(RecordView layout, std::size_t end, Width width) {
-  if (width == Width::u32) return layout.u32(end - 4);  // most are
+  if (width == Width::u32) return layout.u32(end - wordSize);  // most are
   return layout.numberBefore(end, width == Width::u24 ? 3 : byteCount(width));
 }
 
 [[gnu::noinline]] char* putWordsBefore(char* place, RecordView layout, std::size_t end, Width width,
                                        Format format) {
-  const auto word = [&](std::size_t fromEnd) { return layout.u32(end - 4 * fromEnd); };
-  switch (width) {
-    case Width::wordPair:
-      return putWords(place, format, {word(2), word(1)});
-    case Width::wordPairSwapped:
-      return putWords(place, format, {word(1), word(2)});
-    default:
-      return putWords(place, format, {word(4), word(3), word(2), word(1)});
+  const bool small = format == Format::hexLower8;
+  const Letters letters = small ? Letters::small : Letters::capital;
+  const bool swapped = width == Width::wordPairSwapped;
+  std::size_t at = swapped ? end - wordSize : end - byteCount(width);
+  place = putLiteral(place, "0x");
+  for (std::size_t left = byteCount(width);;) {
+    place = putEightHexDigits(place, layout.u32(at), letters);
+    left -= wordSize;
+    if (left == 0) return place;
+    place = small ? putLiteral(place, "  0x") : putLiteral(place, ":");
+    at = swapped ? at - wordSize : at + wordSize;
   }
 }
 
@@ -33,6 +38,7 @@ inline std::uint64_t heldNumber(RecordView layout, std::size_t end, Width width)
   return putNumber(place, format, heldNumber(layout, end, width));
 }
 
+constexpr std::size_t longestWord = 12;  // of several, with what stands before it
 constexpr std::size_t longestField = 4 * longestWord;
 
 }  // namespace

@@ -36,15 +36,4 @@ char* putOtherNumber(char* place, Format format, std::uint64_t value) {
   }
 }
 
-char* putWords(char* place, Format format, std::initializer_list<std::uint32_t> words) {
-  const bool small = format == Format::hexLower8;
-  const Letters letters = small ? Letters::small : Letters::capital;
-  place = putLiteral(place, "0x");
-  for (const std::uint32_t* word = words.begin();;) {
-    place = putEightHexDigits(place, *word, letters);
-    if (++word == words.end()) return place;
-    place = small ? putLiteral(place, "  0x") : putLiteral(place, ":");
-  }
-}
-
 }  // namespace mpuevent

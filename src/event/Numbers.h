@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <initializer_list>
 
 #include "event/HexDigits.h"
 
@@ -40,7 +39,6 @@ enum class Format : std::uint8_t {
 // few branches.
 
 constexpr std::size_t longestNumber = 26;
-constexpr std::size_t longestWord = 12;  ///< of several, with what stands before it
 
 /// A text whose length the compiler knows.
 template <std::size_t size>
@@ -195,9 +193,6 @@ inline char* putNumber(char* place, Format format, std::uint64_t value) {
   if (format == Format::udec) return putDecimal(place, value);
   return putOtherNumber(place, format, value);
 }
-
-/// A value of several words.
-char* putWords(char* place, Format format, std::initializer_list<std::uint32_t> words);
 
 }  // namespace mpuevent
 

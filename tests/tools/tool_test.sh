@@ -334,6 +334,8 @@ expect 0 decode -o line --sequence 2 log records
 same 'choosing' "$(grep -c 'Sequence ID=2,' out) $(lines out)" '2 2'
 expect 0 decode --count --sequence 2 log records empty
 same 'counts' "$(cat out)" $'1 log\n1 records\n0 empty\n2 total'
+expect 2 decode --count log missing
+same 'counts of what was read' "$(cat out)" $'2 log\n2 total'
 expect 0 decode --count --merge log records
 same 'merged' "$(tail -n 1 out)" '2 total'
 expect 1 decode --source SCSI log

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "EventDecoder.h"
@@ -74,6 +75,9 @@ std::unique_ptr<EventForm> makeForm(const DecodeOptions& options) {
 struct FileCount {
   std::string name;
   std::uint64_t events = 0;
+  bool failed = false;
+
+  bool wasRead() const { return !failed || events != 0; }
 };
 
 void appendCount(TextBuffer& to, std::uint64_t count, std::string_view of) {
@@ -90,6 +94,9 @@ ExitCode count(const DecodeOptions& options) {
   LogRun run(options.input, options.choosing, output);
   run.follow(options.following);
   std::vector<FileCount> counts;
+  LogRun::Watch watch;
+  watch.fail = [&](const LogFile& file) { counts[file.number].failed = true; };
+  run.watch(std::move(watch));
   bool several = false;
   std::uint64_t total = 0;
   run.forEachUnit(
@@ -101,10 +108,13 @@ ExitCode count(const DecodeOptions& options) {
         counts.push_back({std::string(file.shownName)});
         several = several || file.isOneOfSeveral;
       });
+  std::erase_if(counts, [](const FileCount& file) { return !file.wasRead(); });
   if (several) {
     for (const FileCount& file : counts) appendCount(output.text(), file.events, file.name);
   }
-  appendCount(output.text(), total, several ? "total" : "");
+  if (!counts.empty() || run.exitCode() != failed) {
+    appendCount(output.text(), total, several ? "total" : "");
+  }
   run.finish();
   return run.exitCode();
 }

@@ -268,6 +268,7 @@ void LogRun::readStore(const std::string& name, bool several) {
          });
   } catch (const StoreError& error) {
     failed_ = true;
+    if (watch_.fail) watch_.fail(store);
     output_.flush();
     complain(error.what());
   }
@@ -390,6 +391,7 @@ void LogRun::sumUp(const LogFile& file, const log::LogReader& reader) {
   const std::string_view name = file.shownName;
   if (reader.readError() != 0) {
     failed_ = true;
+    if (watch_.fail) watch_.fail(file);
     report(name, std::generic_category().message(reader.readError()));
   }
   const log::Accounting& accounting = reader.accounting();

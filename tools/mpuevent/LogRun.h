@@ -56,6 +56,8 @@ class LogRun {
     std::function<void(const LogFile& file, const log::Finding& finding)> find;
     /// No more of the file is read.
     std::function<void(const LogFile& file, const log::Accounting& accounting)> endFile;
+    /// Reading the file failed, maybe before its end.
+    std::function<void(const LogFile& file)> fail;
     /// More input may be long in coming, or the cursor is to move behind all that was visited:
     /// whether all of that is safe. If not the cursor stays.
     std::function<bool()> settle;

@@ -28,6 +28,7 @@ constexpr char kFormat[] =
     "PRAGMA journal_mode = WAL;";
 constexpr char kSettings[] =
     "PRAGMA synchronous = FULL;"
+    "PRAGMA secure_delete = OFF;"  // to overwrite pages that words have left is work for nothing
     "PRAGMA cache_size = -32768;"
     "PRAGMA temp_store = FILE;"
     "PRAGMA wal_autocheckpoint = 4096;";

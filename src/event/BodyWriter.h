@@ -155,7 +155,7 @@ class SizedWriter : public BodyWriter {
   char room_[capacity + slack];
 };
 
-using BodyBuffer = SizedWriter<8192>;
+using BodyBuffer = SizedWriter<12 * 1024>;
 using LineBuffer = SizedWriter<256>;
 
 }  // namespace mpuevent

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "event/BodyWriter.h"
+#include "event/ShortVector.h"
 
 namespace mpuevent {
 
@@ -50,7 +51,7 @@ class SafeBody {
   std::vector<Pegasus::Uint32> rawPositions() const;
 
   BodyBuffer body_;
-  std::vector<EscapedText> escapedTexts_;
+  ShortVector<EscapedText, 8> escapedTexts_;
   std::size_t escapes_ = 0;  ///< how many characters escaping has added
   std::string_view group_;
   bool needsPass_ = false;  ///< whether a text of the record may close one of the body's elements

@@ -45,7 +45,7 @@ void writeEscaped(BodyWriter& out, std::string_view text) {
   out.endAt(place);
 }
 
-void writeSafe(BodyWriter& out, std::string_view text, const std::vector<Range>& tags) {
+void writeSafe(BodyWriter& out, std::string_view text, const Tags& tags) {
   std::size_t done = 0;
   for (const Range tag : tags) {
     writeEscaped(out, text.substr(done, tag.begin - done));
@@ -56,7 +56,7 @@ void writeSafe(BodyWriter& out, std::string_view text, const std::vector<Range>&
 }
 
 /// Where `writeSafe` has each character, or the escape before it, and the end.
-std::vector<Pegasus::Uint32> safePositions(std::string_view text, const std::vector<Range>& tags) {
+std::vector<Pegasus::Uint32> safePositions(std::string_view text, const Tags& tags) {
   std::vector<Pegasus::Uint32> positions;
   positions.reserve(text.size() + 1);
   Pegasus::Uint32 position = 0;
@@ -73,7 +73,11 @@ std::vector<Pegasus::Uint32> safePositions(std::string_view text, const std::vec
 
 }  // namespace
 
-void writeSafe(BodyWriter& out, std::string_view text) { writeSafe(out, text, findTags(text)); }
+void writeSafe(BodyWriter& out, std::string_view text) {
+  Tags tags;
+  findTags(text, tags);
+  writeSafe(out, text, tags);
+}
 
 std::string safeBytes(std::string_view text) {
   BodyBuffer safe(Separator::none);
@@ -89,7 +93,8 @@ Pegasus::String safeString(std::string_view text) {
 }
 
 Pegasus::String safeString(BodyWriter& raw) {
-  const std::vector<Range> tags = findTags(raw.view());
+  Tags tags;
+  findTags(raw.view(), tags);
   BodyBuffer safe(Separator::none);
   writeSafe(safe, raw.view(), tags);
   if (raw.hasMarks()) safe.takeMarks(raw, safePositions(raw.view(), tags));

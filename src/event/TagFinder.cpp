@@ -23,15 +23,11 @@ struct OpenTag {
 /// all tags opened inside that one and still open were plain text.
 class TagFinder {
  public:
-  explicit TagFinder(std::string_view text) : text_(text) {
-    open_.reserve(8);
-    tags_.reserve(64);
-  }
+  TagFinder(std::string_view text, Tags& tags) : text_(text), tags_(tags) {}
 
-  std::vector<Range> find() && {
+  void find() {
     for (std::size_t at = nextBracket(0); at < text_.size(); at = nextBracket(at)) at = step(at);
     dropFrom(0);
-    return std::move(tags_);
   }
 
  private:
@@ -169,8 +165,8 @@ class TagFinder {
 
   std::string_view text_;
   std::optional<std::size_t> tagStart_;  ///< of a tag whose ">" has not come yet
-  std::vector<OpenTag> open_;
-  std::vector<Range> tags_;
+  ShortVector<OpenTag, 16> open_;
+  Tags& tags_;
   std::array<std::uint32_t, 256> openNames_{};  ///< how many begin with each character
   std::size_t compared_ = 0;                    ///< characters
   std::optional<NameTree> tree_;                ///< when to compare names has cost too much
@@ -179,10 +175,9 @@ class TagFinder {
 
 }  // namespace
 
-std::vector<Range> findTags(std::string_view text) {
+void findTags(std::string_view text, Tags& tags) {
   // Without a closing tag there is no element.
-  if (text.find("</") == std::string_view::npos) return {};
-  return TagFinder(text).find();
+  if (text.find("</") != std::string_view::npos) TagFinder(text, tags).find();
 }
 
 }  // namespace mpuevent

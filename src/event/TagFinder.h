@@ -3,7 +3,8 @@
 
 #include <cstddef>
 #include <string_view>
-#include <vector>
+
+#include "event/ShortVector.h"
 
 namespace mpuevent {
 
@@ -15,12 +16,14 @@ struct Range {
   std::size_t size() const { return end - begin; }
 };
 
-/// The opening and closing tags of all elements of a text, in its order.
+/// Finds the opening and closing tags of all elements of a text, in its order. `tags` is empty
+/// before.
 ///
 /// An element ends at the first closing tag behind its opening tag that has its name, whatever
 /// lies between; elements inside it are then looked for in what lies between. A tag without an
 /// element is none. Takes n log n time for any text, without recursion.
-std::vector<Range> findTags(std::string_view text);
+using Tags = ShortVector<Range, 32>;
+void findTags(std::string_view text, Tags& tags);
 
 }  // namespace mpuevent
 

@@ -81,7 +81,7 @@ bool isAscii(std::string_view bytes) {
 String toString(std::string_view bytes) {
   if (isAscii(bytes)) return asciiString(bytes);
   // The units are made here: String's own reading of UTF-8 would replace U+FFFE and U+FFFF.
-  Char16 room[256];
+  Char16 room[512];
   std::vector<Char16> longer(bytes.size() > std::size(room) ? bytes.size() : 0);
   Char16* const units = longer.empty() ? room : longer.data();
   const Char16* end = putUtf8(units, bytes);

@@ -1,16 +1,15 @@
 #include <MPUEvent/AWR8P_Event.h>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory_resource>
 #include <string_view>
-#include <vector>
 
 #include "decoders/awr/dump.h"
 #include "event/Entry.h"
+#include "event/OwnEventId.h"
 #include "event/RecordView.h"
+#include "event/ShortVector.h"
 #include "event/Text.h"
 
 namespace mpuevent::awr {
@@ -87,11 +86,8 @@ void forEachNode(const Nodes& nodes, Visit visit) {
     std::size_t next;
     std::size_t end;
   };
-  std::array<std::byte, 32 * sizeof(Siblings)> room;  // for as much as most trees need
-  std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
-  std::pmr::vector<Siblings> open(&memory);  // innermost last
-  open.reserve(8);
-  open.push_back({0, 1});  // the payload is one node
+  ShortVector<Siblings, 16> open;  // innermost last
+  open.push_back({0, 1});          // the payload is one node
   std::uint64_t left = timesShown * nodes.payloadEnd();
   while (!open.empty()) {
     Siblings& siblings = open.back();
@@ -114,9 +110,10 @@ void forEachNode(const Nodes& nodes, Visit visit) {
 }
 
 /// Appends what the nodes show to the event's Body; sets its Summary, if that is not taken yet, and
-/// EventID.
-void decode(Pegasus::QuarnEvent& event, int& summaryTaken, const Nodes& nodes) {
+/// EventID. Returns whether a node brought that.
+bool decode(Pegasus::QuarnEvent& event, int& summaryTaken, const Nodes& nodes) {
   BodyBuffer entries(Separator::none);
+  bool hasEventId = false;
   forEachNode(nodes, [&](NodeType type, std::string_view shown) {
     switch (type) {
       case NodeType::text:
@@ -131,10 +128,12 @@ void decode(Pegasus::QuarnEvent& event, int& summaryTaken, const Nodes& nodes) {
         break;
       case NodeType::eventName:
         event.setEventID(toString(shown));
+        hasEventId = true;
         break;
     }
   });
   appendEntries(event, entries);
+  return hasEventId;
 }
 
 }  // namespace
@@ -146,11 +145,12 @@ namespace Pegasus {
 using mpuevent::RecordView;
 using mpuevent::awr::Nodes;
 
-AWR8P_Event::AWR8P_Event(EmpEvLogMsg_s* record, int length)
-    : QuarnEvent(record, length), summaryTaken_(0) {
-  if (record == nullptr) return;
-  const Nodes nodes(mpuevent::Record(record, length).payload());
-  mpuevent::awr::decode(*this, summaryTaken_, nodes);
+AWR8P_Event::AWR8P_Event(EmpEvLogMsg_s* bytes, int length)
+    : QuarnEvent(mpuevent::withOwnEventId(bytes), length), summaryTaken_(0) {
+  if (bytes == nullptr) return;
+  const mpuevent::Record record(bytes, length);
+  const bool hasEventId = mpuevent::awr::decode(*this, summaryTaken_, Nodes(record.payload()));
+  if (!hasEventId) setEventID(mpuevent::decimalString(record.id()));
 }
 
 AWR8P_Event::~AWR8P_Event() = default;

@@ -56,10 +56,8 @@ class Batch::Decoder {
     std::unique_ptr<Pegasus::Quarn_Event> event = decode(record, reason);
     if (event == nullptr) {
       const std::array<unsigned char, kHeaderSize> none{};
-      const bool hasHeader = record.size() >= kHeaderSize;
       event = std::make_unique<Pegasus::Quarn_Event>(nullptr, 0U);
-      undecodedFacts_.read(
-          {place.file, place.index, place.offset, hasHeader ? record : none, {}, *event, nullptr});
+      undecodedFacts_.read({place.file, place.index, place.offset, none, {}, *event, nullptr});
       row_.read(undecodedFacts_);
     } else {
       facts_.read({place.file, place.index, place.offset, record,

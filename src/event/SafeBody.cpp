@@ -46,7 +46,7 @@ void SafeBody::recordElement(std::string_view key, std::string_view text) {
   // One that is all tags stays as it is, and may have backslashes, which a literal has not.
   if (size != text.size() || text.find('\\') != std::string_view::npos) {
     escapes_ += size - text.size();
-    escapedTexts_.push_back({before, size, text});
+    escapedTexts_.push_back({before, size, text.data(), text.size()});
   }
   body_.closeElement(key);
 }
@@ -82,7 +82,7 @@ void SafeBody::writeRaw(BodyWriter& raw) const {
   std::size_t at = 0;
   for (const EscapedText& text : escapedTexts_) {
     copyLiterals(body_.view().substr(at, text.at - at));
-    raw.text(text.raw);
+    raw.text(text.raw());
     at = text.at + text.size;
   }
   copyLiterals(body_.view().substr(at));
@@ -100,7 +100,7 @@ std::vector<Pegasus::Uint32> SafeBody::rawPositions() const {
     const std::size_t at = positions.size();
     if (text != escapedTexts_.end() && at == text->at) {
       positions.resize(at + text->size, raw);
-      raw += static_cast<Pegasus::Uint32>(text->raw.size());
+      raw += static_cast<Pegasus::Uint32>(text->rawSize);
       ++text;
     } else {
       positions.push_back(raw);

@@ -42,7 +42,10 @@ class SafeBody {
   struct EscapedText {
     std::size_t at;
     std::size_t size;
-    std::string_view raw;
+    const char* rawText;
+    std::size_t rawSize;
+
+    std::string_view raw() const { return {rawText, rawSize}; }
   };
 
   bool mayClose(std::string_view key, std::string_view text) const;

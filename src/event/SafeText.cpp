@@ -74,6 +74,7 @@ std::vector<Pegasus::Uint32> safePositions(std::string_view text, const Tags& ta
 }  // namespace
 
 void writeSafe(BodyWriter& out, std::string_view text) {
+  if (!mayHaveTags(text)) return writeEscaped(out, text);
   Tags tags;
   findTags(text, tags);
   writeSafe(out, text, tags);

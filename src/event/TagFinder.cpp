@@ -147,7 +147,7 @@ class TagFinder {
   /// The open tags from `index` on were plain text, and so was every tag found inside them.
   void dropFrom(std::size_t index) {
     if (index >= open_.size()) return;
-    tags_.resize(open_[index].tagsBefore);
+    tags_.cut(open_[index].tagsBefore);
     popFrom(index);
   }
 
@@ -176,8 +176,7 @@ class TagFinder {
 }  // namespace
 
 void findTags(std::string_view text, Tags& tags) {
-  // Without a closing tag there is no element.
-  if (text.find("</") != std::string_view::npos) TagFinder(text, tags).find();
+  if (mayHaveTags(text)) TagFinder(text, tags).find();
 }
 
 }  // namespace mpuevent

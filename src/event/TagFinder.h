@@ -16,6 +16,9 @@ struct Range {
   std::size_t size() const { return end - begin; }
 };
 
+/// Without a closing tag there is no element.
+inline bool mayHaveTags(std::string_view text) { return text.find("</") != std::string_view::npos; }
+
 /// Finds the opening and closing tags of all elements of a text, in its order. `tags` is empty
 /// before.
 ///

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -62,6 +63,7 @@ inline std::uint64_t hexDigitsOf(std::uint32_t word, Letters letters) {
 
 /// The lowest `count` of eight digits of which the first stands in the highest byte.
 inline char* putDigits(char* place, std::uint64_t digits, unsigned count) {
+  assert(count >= 1 && count <= 8);
   digits <<= 8 * (8 - count);
   if constexpr (std::endian::native == std::endian::little) digits = __builtin_bswap64(digits);
   std::memcpy(place, &digits, sizeof digits);

@@ -45,13 +45,13 @@ void BodyWriter::takeMarks(BodyWriter& other, std::span<const Pegasus::Uint32> p
   marks_->moveTo(positions);
 }
 
-ElementMarks& BodyWriter::marks() {
-  if (marks_ == nullptr) marks_ = recording_->blankMarks();
+ElementMarks& BodyWriter::firstMarks() {
+  marks_ = recording_->blankMarks();
   return *marks_;
 }
 
-void BodyWriter::markElement(std::size_t start, std::string_view key) {
-  marks().add(start, key.size(), size() - (separator_ == Separator::blank ? 1 : 0));
+void BodyWriter::markElement(std::size_t start, std::size_t keySize) {
+  marks().add(start, keySize, size() - (separator_ == Separator::blank ? 1 : 0), size());
 }
 
 void BodyWriter::decimal(std::int32_t value) { endAt(putDecimal(reserve(longestNumber), value)); }
@@ -91,7 +91,7 @@ void BodyWriter::openTag(std::string_view key) {
 void BodyWriter::closeTag(std::string_view key, Separator behind) {
   const std::size_t valueEnd = size();
   endAt(KeyTags{key}.putClosing(reserve(key.size() + 4), behind));
-  if (recording_ != nullptr) marks().close(valueEnd, valueEnd + key.size() + 3);
+  if (recording_ != nullptr) marks().close(valueEnd, valueEnd + key.size() + 3, size());
 }
 
 }  // namespace mpuevent

@@ -112,9 +112,9 @@ class BodyWriter {
   /// Whether something records: it is told of each element.
   bool isRecorded() const { return recording_ != nullptr; }
   /// A whole element that was written from `start` on, for what records.
-  void tellElement(std::size_t start, std::string_view key) {
+  void tellElement(std::size_t start, std::size_t keySize) {
     if (isRecorded()) [[unlikely]]
-      markElement(start, key);
+      markElement(start, keySize);
   }
 
  protected:
@@ -128,8 +128,9 @@ class BodyWriter {
  private:
   void grow(std::size_t count);
   /// The elements so far; only while something records.
-  ElementMarks& marks();
-  void markElement(std::size_t start, std::string_view key);
+  ElementMarks& marks() { return marks_ != nullptr ? *marks_ : firstMarks(); }
+  [[gnu::noinline]] ElementMarks& firstMarks();
+  void markElement(std::size_t start, std::size_t keySize);
   void openTag(std::string_view key);
   void closeTag(std::string_view key, Separator behind);
 

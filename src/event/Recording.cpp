@@ -1,5 +1,6 @@
 #include "event/Recording.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cstring>
 #include <utility>
@@ -51,27 +52,46 @@ Recording* recordingOfThread() { return innermost; }
 
 }  // namespace detail
 
+void RecordedFields::grow() {
+  auto room = std::make_unique_for_overwrite<RecordedField[]>(2 * room_);
+  std::copy_n(fields_.get(), count_, room.get());
+  fields_ = std::move(room);
+  room_ *= 2;
+}
+
+void ElementMarks::add(std::size_t start, std::size_t keySize, std::size_t end, std::size_t next) {
+  constexpr std::size_t closingMarks = 3;  // "</" and ">"
+  const std::size_t valueStart = start + keySize + 2;
+  const std::size_t valueSize = end - keySize - closingMarks - valueStart;
+  goOnAt(start, next);
+  fields_.add({unitCount(start), unitCount(end - start), unitCount(start + 1), unitCount(keySize),
+               unitCount(valueStart), unitCount(valueSize), depth_, false});
+}
+
 void ElementMarks::open(std::size_t start, std::size_t keySize) {
   const std::size_t valueStart = start + keySize + 2;
-  fields_.push_back({unitCount(start), 0, unitCount(start + 1), unitCount(keySize),
-                     unitCount(valueStart), unitCount(open_), depth_, false});
+  goOnAt(start, valueStart);
+  fields_.add({unitCount(start), 0, unitCount(start + 1), unitCount(keySize), unitCount(valueStart),
+               unitCount(open_), depth_, false});
   open_ = fields_.size() - 1;
   ++depth_;
 }
 
-void ElementMarks::close(std::size_t valueEnd, std::size_t end) {
+void ElementMarks::close(std::size_t valueEnd, std::size_t end, std::size_t next) {
   assert(depth_ > 0);
   RecordedField& field = fields_[open_];
   field.isGroup = open_ + 1 < fields_.size();
+  goOnAt(field.isGroup ? valueEnd : next_, next);
   open_ = --depth_ == 0 ? none : field.valueLength;
   field.valueLength = unitCount(valueEnd) - field.valueStart;
   field.length = unitCount(end) - field.start;
 }
 
 void ElementMarks::cut(std::size_t size) {
-  while (!fields_.empty() && fields_.back().start >= size) {
+  gapless_ = gapless_ && size == next_;
+  while (fields_.size() != 0 && fields_[fields_.size() - 1].start >= size) {
     assert(open_ == none || open_ < fields_.size() - 1);
-    fields_.pop_back();
+    fields_.dropLast();
   }
 }
 
@@ -79,10 +99,13 @@ void ElementMarks::clear() {
   fields_.clear();
   open_ = none;
   depth_ = 0;
+  next_ = 0;
+  gapless_ = true;
 }
 
 void ElementMarks::moveTo(std::span<const Uint32> positions) {
   assert(depth_ == 0);
+  gapless_ = false;
   const auto move = [positions](Uint32& start, Uint32& length) {
     length = positions[start + length] - positions[start];
     start = positions[start];
@@ -94,17 +117,17 @@ void ElementMarks::moveTo(std::span<const Uint32> positions) {
   }
 }
 
-void ElementMarks::moveInto(std::vector<RecordedField>& fields, Uint32 offset) {
-  if (fields.empty() && offset == 0) return fields.swap(fields_);
+void ElementMarks::moveInto(RecordedFields& fields, Uint32 offset) {
+  if (fields.size() == 0 && offset == 0) return std::swap(fields, fields_);
   for (RecordedField field : fields_) {
     field.start += offset;
     field.keyStart += offset;
     field.valueStart += offset;
-    fields.push_back(field);
+    fields.add(field);
   }
 }
 
-bool ElementMarks::cover(const String& text) {
+bool ElementMarks::coverAsSeen(const String& text) {
   const Pegasus::Char16* const units = text.getChar16Data();
   // Those that are open at `at`, up to which all is accounted for.
   groups_.clear();
@@ -157,7 +180,7 @@ void Recording::add(const String& text, std::unique_ptr<ElementMarks> marks) {
 
 void Recording::addElement(const String& element, Uint32 keySize) {
   std::unique_ptr<ElementMarks> marks = blankMarks();
-  marks->add(0, keySize, element.size());
+  marks->add(0, keySize, element.size(), element.size());
   add(element, std::move(marks));
 }
 

@@ -126,7 +126,7 @@ class ElementRun {
     char* const start = place_;
     place_ = tags.putClosing(valueEnd, separator_);
     if (recorded_) [[unlikely]]
-      tell(static_cast<std::size_t>(place_ - start), tags.key());
+      tell(static_cast<std::size_t>(place_ - start), tags.key().size());
   }
 
  private:
@@ -134,7 +134,9 @@ class ElementRun {
     place_ = body_.reserve(needed);
     limit_ = place_ + body_.room();
   }
-  void tell(std::size_t size, std::string_view key) { body_.tellElement(bodySize() - size, key); }
+  void tell(std::size_t size, std::size_t keySize) {
+    body_.tellElement(bodySize() - size, keySize);
+  }
 
   BodyWriter& body_;
   char* place_;
@@ -151,7 +153,7 @@ void writeElement(BodyWriter& body, std::string_view key, std::size_t most, Put 
   const std::size_t start = body.size();
   char* place = put(tags.putOpening(body.reserve(tags.size() + most)));
   body.endAt(tags.putClosing(place, body.separator()));
-  body.tellElement(start, key);
+  body.tellElement(start, key.size());
 }
 
 }  // namespace mpuevent

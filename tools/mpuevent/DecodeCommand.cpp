@@ -198,7 +198,7 @@ class Decoding {
     std::unique_ptr<Pegasus::Quarn_Event> event = run_.takeDecoded();
     if (!event) {
       if (trace_) trace_->drop();
-      event = EventDecoder().decode(unit);
+      event = decoder_.decode(unit);
     }
     if (trace_ && trace_->any()) {
       output_.flush();
@@ -214,6 +214,7 @@ class Decoding {
   std::optional<TraceLines> trace_;
   std::optional<Pegasus::FieldRecorder> fields_;
   std::optional<Redaction> redaction_;
+  EventDecoder decoder_;
   Output output_;
   LogRun run_;
   std::optional<std::size_t> lastFile_;

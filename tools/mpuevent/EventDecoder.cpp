@@ -1,7 +1,6 @@
 #include "EventDecoder.h"
 
 #include <CMAP/Quarn_istream.h>
-#include <MPUEvent/MPUEvent.h>
 
 #include <algorithm>
 
@@ -22,8 +21,9 @@ std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const MessageHeader& 
                                                            std::span<const unsigned char> record) {
   Pegasus::Quarn_imemstream stream(record.data(),
                                    static_cast<int>(std::min(record.size(), longestRecord)));
-  const Pegasus::MPUEvent envelope(Pegasus::CMAPMessageHeader(header.data()), stream);
-  return std::unique_ptr<Pegasus::Quarn_Event>(envelope.create_Quarn_Event());
+  envelope_.setCMAPMessageHeader(Pegasus::CMAPMessageHeader(header.data()));
+  envelope_.deserialize(stream);
+  return std::unique_ptr<Pegasus::Quarn_Event>(envelope_.create_Quarn_Event());
 }
 
 std::string_view EventDecoder::className(std::uint8_t source) {

@@ -2,7 +2,7 @@
 #define MPUEVENT_TOOL_EVENTDECODER_H
 
 #include <CMAP/CMAPMessageHeader.h>
-#include <MPUEvent/Quarn_Event.h>
+#include <MPUEvent/MPUEvent.h>
 
 #include <array>
 #include <cstddef>
@@ -30,14 +30,17 @@ class EventDecoder {
   }
   /// The header says how many bytes of the record are read. Null if that is less than a record
   /// has; throws `CMAPOperationFailedException` if it is more than there are.
-  static std::unique_ptr<Pegasus::Quarn_Event> decode(const MessageHeader& header,
-                                                      std::span<const unsigned char> record);
+  std::unique_ptr<Pegasus::Quarn_Event> decode(const MessageHeader& header,
+                                               std::span<const unsigned char> record);
 
   /// The header that the record came with, or zeros, but with the record's true length.
   static MessageHeader messageHeader(const log::LogUnit& unit);
 
   /// The class of a source's events without its namespace. Valid for good.
   static std::string_view className(std::uint8_t source);
+
+ private:
+  Pegasus::MPUEvent envelope_{Pegasus::CMAPMessageHeader()};  // of the record decoded last
 };
 
 }  // namespace mpuevent::tool

@@ -3,6 +3,7 @@
 
 #include <MPUEvent/FieldRecorder.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 
@@ -33,6 +34,16 @@ class BodyFields {
       : recorded_(recorded.begin(), recorded.size()), body_(body), units_(units) {}
 
   bool empty() const { return recorded_.empty(); }
+  std::size_t size() const { return recorded_.size(); }
+
+  /// How many bytes all keys and values take at most.
+  std::size_t textSize() const {
+    std::size_t units = 0;
+    for (const Pegasus::RecordedField& field : recorded_) {
+      units += std::size_t{field.keyLength} + (field.isGroup ? 0 : field.valueLength);
+    }
+    return std::max(units, body_.size());
+  }
 
   /// Calls `visit(BodyField)` for one after another. Time is linear in the length of the Body.
   template <typename Visit>

@@ -6,29 +6,43 @@
 
 namespace mpuevent::tool {
 
-/// The elements of a Body as an array of `{"key":...,"value":...}` and
-/// `{"key":...,"fields":[...]}`.
-inline void writeElements(JsonWriter& writer, const BodyFields& fields) {
-  writer.beginArray();
-  fields.forEach([&writer](const BodyField& field) {
+/// Writes the elements of a Body where there is elementsRoom() for them; returns the end.
+inline char* putElements(char* to, const BodyFields& fields) {
+  const auto endArray = [](char* end) {
+    if (end[-1] == ',') --end;
+    *end = ']';
+    return end + 1;
+  };
+  *to++ = '[';
+  fields.forEach([&](const BodyField& field) {
+    // Each element has a comma behind it, of which the end of the array takes the place.
     switch (field.kind) {
       case BodyField::value:
-        writer.element(field.key, field.text);
+        to = copyJsonText(putMarks(to, "{\"key\":\""), field.key);
+        to = copyJsonText(putMarks(to, "\",\"value\":\""), field.text);
+        to = putMarks(to, "\"},");
         break;
       case BodyField::groupBegin:
-        writer.beginObject();
-        writer.key("key"_key);
-        writer.text(field.key);
-        writer.key("fields"_key);
-        writer.beginArray();
+        to = copyJsonText(putMarks(to, "{\"key\":\""), field.key);
+        to = putMarks(to, "\",\"fields\":[");
         break;
       case BodyField::groupEnd:
-        writer.endArray();
-        writer.endObject();
+        to = putMarks(endArray(to), "},");
         break;
     }
   });
-  writer.endArray();
+  return endArray(to);
+}
+
+inline std::size_t elementsRoom(const BodyFields& fields) {
+  constexpr std::size_t marks = 24;  // around the texts of an element
+  return jsonRoom(fields.textSize()) + marks * (fields.size() + 1);
+}
+
+/// The elements of a Body as an array of `{"key":...,"value":...}` and
+/// `{"key":...,"fields":[...]}`.
+inline void writeElements(JsonWriter& writer, const BodyFields& fields) {
+  writer.value(elementsRoom(fields), [&](char* to) { return putElements(to, fields); });
 }
 
 inline void appendElements(TextBuffer& to, const BodyFields& fields) {

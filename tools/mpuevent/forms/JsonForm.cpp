@@ -35,10 +35,7 @@ class JsonObject {
   void operator()(std::span<const unsigned char> bytes) { writer_.hex(bytes); }
   void operator()(const BodyFields* fields) { elements(fields); }
 
-  void number(const FactKey& key, std::uint64_t number) {
-    writer_.key(key);
-    writer_.number(number);
-  }
+  void number(const FactKey& key, std::uint64_t number) { writer_.member(key, number); }
   void timestamp(const FactKey& key, std::uint64_t count, std::string_view) { number(key, count); }
   void time(const FactKey& key, std::string_view date) {
     if (!date.empty()) text(key, date);
@@ -46,8 +43,7 @@ class JsonObject {
   void offset(const FactKey& key, std::uint64_t offset) { number(key, offset); }
   template <typename Text>
   void text(const FactKey& key, Text utf8) {
-    writer_.key(key);
-    writer_.text(utf8);
+    writer_.member(key, utf8);
   }
   void coded(const FactKey& codeKey, unsigned code, const FactKey& wordKey, PaddedView word) {
     number(codeKey, code);

@@ -70,7 +70,11 @@ char* escapeJsonText(char* to, PaddedView utf8) {
       std::memcpy(to, bytes + at, kBlock);
       to += special - at;
       at = special;
-      copyJsonCharacter(to, text, at);
+      if (bytes[at] == '"' || bytes[at] == '\\') {
+        *to++ = '\\';  // and it itself with what follows
+      } else {
+        copyJsonCharacter(to, text, at);
+      }
     }
     if (at < end) {
       std::memcpy(to, bytes + at, kBlock);

@@ -13,6 +13,13 @@
 
 namespace mpuevent::tool {
 
+/// Writes marks, a character array without its NUL; returns the end.
+template <std::size_t count>
+char* putMarks(char* to, const char (&marks)[count]) {
+  std::memcpy(to, marks, count - 1);
+  return to + count - 1;
+}
+
 /// Writes JSON, a value after another, with the commas between them, at the end of a buffer that
 /// nobody else uses meanwhile. RapidJSON's writer looks at each character of a text and of each
 /// key; this one copies them in blocks.
@@ -27,11 +34,18 @@ class JsonWriter {
 
   /// The key of the next value.
   void key(const FactKey& key) {
-    char* const place = to_.reserve(FactKey::jsonRoom);
-    std::memcpy(place, key.json.data(), FactKey::jsonRoom);
-    if (first_) std::memmove(place, place + 1, key.jsonSize - 1);  // no comma
-    to_.advanceTo(place + key.jsonSize - (first_ ? 1 : 0));
+    to_.advanceTo(putKey(to_.reserve(FactKey::jsonRoom), key));
     first_ = true;
+  }
+  /// A key and its value in one.
+  void member(const FactKey& key, std::uint64_t number) {
+    char* const place = putKey(to_.reserve(FactKey::jsonRoom + kDecimalRoom), key);
+    to_.advanceTo(writeDecimal(place, number));
+  }
+  template <typename Text>
+  void member(const FactKey& key, Text utf8) {
+    char* const place = to_.reserve(FactKey::jsonRoom + textRoom(utf8));
+    to_.advanceTo(putText(putKey(place, key), utf8));
   }
 
   /// One that is no FactKey.
@@ -57,11 +71,7 @@ class JsonWriter {
   template <typename Text>
   void text(Text utf8) {
     separate();
-    char* place = to_.reserve(jsonRoom(utf8.size()) + 2);
-    *place++ = '"';
-    place = copyJsonText(place, utf8);
-    *place++ = '"';
-    to_.advanceTo(place);
+    to_.advanceTo(putText(to_.reserve(textRoom(utf8)), utf8));
   }
   /// A text of two upper-case digits for each byte.
   void hex(std::span<const unsigned char> bytes) {
@@ -70,24 +80,29 @@ class JsonWriter {
     appendHexBytes(to_, bytes);
     to_ += '"';
   }
-  /// `{"key":...,"value":...}` in one.
-  void element(PaddedView key, PaddedView value) {
-    constexpr std::size_t marks = 24;
+  /// What `put(place)` writes, at most `most` bytes; it returns the end.
+  template <typename Put>
+  void value(std::size_t most, Put put) {
     separate();
-    char* place = to_.reserve(jsonRoom(key.size()) + jsonRoom(value.size()) + marks);
-    place = copyMarks(place, "{\"key\":\"");
-    place = copyJsonText(place, key);
-    place = copyMarks(place, "\",\"value\":\"");
-    place = copyJsonText(place, value);
-    place = copyMarks(place, "\"}");
-    to_.advanceTo(place);
+    to_.advanceTo(put(to_.reserve(most)));
   }
 
  private:
-  template <std::size_t count>
-  static char* copyMarks(char* to, const char (&marks)[count]) {
-    std::memcpy(to, marks, count - 1);
-    return to + count - 1;
+  /// With the comma before it, but for that of the first.
+  char* putKey(char* to, const FactKey& key) {
+    std::memcpy(to, key.json.data(), FactKey::jsonRoom);
+    if (first_) std::memmove(to, to + 1, key.jsonSize - 1);
+    to += key.jsonSize - (first_ ? 1 : 0);
+    first_ = false;
+    return to;
+  }
+  static std::size_t textRoom(std::string_view utf8) { return jsonRoom(utf8.size()) + 2; }
+  template <typename Text>
+  static char* putText(char* to, Text utf8) {
+    *to = '"';
+    to = copyJsonText(to + 1, utf8);
+    *to = '"';
+    return to + 1;
   }
 
   void separate() {

@@ -2,6 +2,7 @@
 #define MPUEVENT_TOOL_PADDEDVIEW_H
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -17,37 +18,39 @@ class PaddedView {
  public:
   static constexpr std::size_t padding = 32;
 
-  constexpr PaddedView() : text_(nothing.data(), 0) {}
+  constexpr PaddedView() : PaddedView({nothing.data(), 0}, true) {}
 
-  constexpr const char* data() const { return text_.data(); }
-  constexpr std::size_t size() const { return text_.size(); }
-  constexpr bool empty() const { return text_.empty(); }
+  constexpr const char* data() const { return data_; }
+  constexpr std::size_t size() const { return size_; }
+  constexpr bool empty() const { return size_ == 0; }
   constexpr bool isPlain() const { return plain_; }
   // NOLINTNEXTLINE(google-explicit-constructor): it is a text like any other.
-  constexpr operator std::string_view() const { return text_; }
+  constexpr operator std::string_view() const { return {data_, size_}; }
 
   constexpr PaddedView part(std::size_t at, std::size_t count) const {
-    return PaddedView(text_.substr(at, count), plain_);
+    return PaddedView(std::string_view(*this).substr(at, count), plain_);
   }
 
   /// Copies it to where there is room for all of it and the padding; returns the end.
   char* copyTo(char* to) const {
-    std::memcpy(to, text_.data(), padding);
-    for (std::size_t at = padding; at < text_.size(); at += padding) {
-      std::memcpy(to + at, text_.data() + at, padding);
+    std::memcpy(to, data_, padding);
+    for (std::size_t at = padding; at < size_; at += padding) {
+      std::memcpy(to + at, data_ + at, padding);
     }
-    return to + text_.size();
+    return to + size_;
   }
 
  private:
   friend class Utf8Text;
-  constexpr PaddedView(std::string_view text, bool plain) : text_(text), plain_(plain) {}
+  constexpr PaddedView(std::string_view text, bool plain)
+      : data_(text.data()), size_(static_cast<std::uint32_t>(text.size())), plain_(plain) {}
 
   static constexpr std::string_view nothing{"                                "};
   static_assert(nothing.size() == padding);
 
-  std::string_view text_;
-  bool plain_ = true;
+  const char* data_;
+  std::uint32_t size_;  // of 32 bits, so that all of it goes into two registers
+  bool plain_;
 };
 
 }  // namespace mpuevent::tool

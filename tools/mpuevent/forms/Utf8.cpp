@@ -35,9 +35,13 @@ std::uint64_t anyBits(const Block& block) {
   return any;
 }
 
-// Copies a text of a block or more, the last units of it once more; whether it is plain. Loops of
-// fixed length over units of their own become vector code, and all blocks are judged together.
-bool copyPlainBlocks(char* to, const Char16* from, std::size_t size) {
+/// What a text is found to be when it is copied.
+enum class Kind { other, ascii, plain };
+
+// Copies a text of a block or more, as far as it is ASCII, the last units of it once more. Loops of
+// fixed length over units of their own become vector code, by themselves at least, and all blocks
+// are judged together.
+[[gnu::noinline]] Kind copyBlocks(char* to, const Char16* from, std::size_t size) {
   std::array<std::uint16_t, kBlock> wide{};
   std::array<unsigned char, kBlock> special{};
   const std::size_t last = size - kBlock;
@@ -56,16 +60,20 @@ bool copyPlainBlocks(char* to, const Char16* from, std::size_t size) {
     }
     if (at == last) break;
   }
-  constexpr std::uint64_t highBytes = 0xFF00FF00FF00FF00;
-  return (anyBits(special) | (anyBits(wide) & highBytes)) == 0;
+  constexpr std::uint64_t notAscii = 0xFF80FF80FF80FF80;
+  const std::uint64_t others = anyBits(wide) & notAscii;
+  const std::uint64_t specials = anyBits(special);
+  if ((others | specials) == 0) return Kind::plain;
+  return others == 0 ? Kind::ascii : Kind::other;
 }
 
-bool copyPlain(char* to, const Char16* from, std::size_t size) {
-  if (size >= kBlock) return copyPlainBlocks(to, from, size);
-  return std::all_of(from, from + size, [&to](std::uint16_t unit) {
+Kind copyAscii(char* to, const Char16* from, std::size_t size) {
+  if (size >= kBlock) return copyBlocks(to, from, size);
+  const bool isPlain = std::all_of(from, from + size, [&to](std::uint16_t unit) {
     *to++ = static_cast<char>(unit);
     return unit >= ' ' && unit < 0x7F && unit != '"' && unit != '\\';
   });
+  return isPlain ? Kind::plain : Kind::other;
 }
 
 // Whether a block of units is ASCII; it is then copied.
@@ -92,7 +100,9 @@ PaddedView Utf8Text::assign(const Pegasus::String& text) {
   }
   char* to = room_.data();
   const Char16* from = text.getChar16Data();
-  if (copyPlain(to, from, size)) return PaddedView({to, size}, true);
+  if (const Kind kind = copyAscii(to, from, size); kind != Kind::other) {
+    return PaddedView({to, size}, kind == Kind::plain);
+  }
   const Char16* const end = from + size;
   for (;;) {
     for (; end - from >= std::ptrdiff_t{kBlock} && copyAsciiBlock(to, from); from += kBlock)

@@ -1,5 +1,6 @@
 #include "log/input/InputWindow.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cstring>
 #include <utility>
@@ -13,8 +14,9 @@ InputWindow::InputWindow(ReadBytes read, IsIdle isIdle)
 
 std::size_t InputWindow::readUntil(std::size_t count, bool unlessIdle) {
   assert(count <= farthest);
-  // Moving only when there is no room keeps the bytes moved below the bytes passed.
-  if (size - position_ < count) {
+  // What is written over soon is still in the processor's cache. Moving no more bytes than were
+  // passed, or when there is no room, keeps the bytes moved below the bytes passed.
+  if (inView() <= position_ || size - position_ < count) {
     std::memmove(bytes_.get(), at(0), inView());
     end_ = inView();
     position_ = 0;
@@ -23,7 +25,7 @@ std::size_t InputWindow::readUntil(std::size_t count, bool unlessIdle) {
     // Asking may take a moment: once until bytes have been waited for.
     idle_ = unlessIdle && (idle_ || (isIdle_ && isIdle_()));
     if (idle_) break;
-    const long got = read_(&bytes_[end_], size - end_);
+    const long got = read_(&bytes_[end_], std::min(size - end_, mostAtOnce));
     if (got > 0) {
       end_ += static_cast<std::size_t>(got);
     } else {

@@ -63,6 +63,7 @@ class InputWindow {
 
  private:
   static constexpr std::size_t size = std::size_t{512} << 10;
+  static constexpr std::size_t mostAtOnce = std::size_t{128} << 10;
 
   std::size_t inView() const { return end_ - position_; }
   std::size_t readUntil(std::size_t count, bool unlessIdle);

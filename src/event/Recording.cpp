@@ -220,9 +220,11 @@ void Recording::join(const String& text, Uint32 start) {
 /// The piece that stands at `at`: the one behind the last that was found, if it does, else any.
 Recording::Piece* Recording::pieceAt(const String& text, Uint32 at, std::size_t& next) {
   for (std::size_t tries = 0; tries < pieces_.size(); ++tries) {
-    Piece& piece = pieces_[(next + tries) % pieces_.size()];
+    std::size_t index = next + tries;
+    if (index >= pieces_.size()) index -= pieces_.size();
+    Piece& piece = pieces_[index];
     if (piece.used || !standsAt(text, at, piece.text)) continue;
-    next += tries + 1;
+    next = index + 1;
     return &piece;
   }
   return nullptr;

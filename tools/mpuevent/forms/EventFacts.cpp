@@ -43,10 +43,14 @@ void EventFacts::read(const DecodedEvent& decoded) {
 }
 
 void EventFacts::readSerials(const Pegasus::Quarn_Event& event, const Record& record) {
-  if (serials_ && log::sameSerials(serials_->data(), record.data())) return;
-  std::copy_n(record.data(), log::serialsSize, serials_.emplace().begin());
-  enclosureSerial_ = enclosureSerialText_.assign(event.getEnclosureSerialNumber());
-  controllerSerial_ = controllerSerialText_.assign(event.getControllerSerialNumber());
+  Serials& serials = serials_[record.controllerSlot() % serials_.size()];
+  if (!serials.bytes || !log::sameSerials(serials.bytes->data(), record.data())) {
+    std::copy_n(record.data(), log::serialsSize, serials.bytes.emplace().begin());
+    serials.enclosure = serials.enclosureText.assign(event.getEnclosureSerialNumber());
+    serials.controller = serials.controllerText.assign(event.getControllerSerialNumber());
+  }
+  enclosureSerial_ = serials.enclosure;
+  controllerSerial_ = serials.controller;
 }
 
 void EventFacts::readCodes(const DecodedEvent& decoded, const Record& record) {

@@ -104,6 +104,15 @@ class EventFacts {
   }
 
  private:
+  /// Serial numbers as they were converted last.
+  struct Serials {
+    std::optional<std::array<unsigned char, log::serialsSize>> bytes;
+    Utf8Text enclosureText;
+    Utf8Text controllerText;
+    PaddedView enclosure;
+    PaddedView controller;
+  };
+
   bool lengthsAgree() const { return recordLength_ == Record::headerSize + structLength_; }
   void readSerials(const Pegasus::Quarn_Event& event, const Record& record);
   void readCodes(const DecodedEvent& decoded, const Record& record);
@@ -141,9 +150,7 @@ class EventFacts {
   std::optional<std::span<const unsigned char>> payload_;
   std::optional<PaddedView> file_;
 
-  std::optional<std::array<unsigned char, log::serialsSize>> serials_;  // what was converted
-  Utf8Text enclosureSerialText_;
-  Utf8Text controllerSerialText_;
+  std::array<Serials, 8> serials_;  // by the controller's slot: those in turn are not lost
   CodeTexts decoders_;
   CodeTexts sources_;
   CodeTexts categories_;

@@ -33,13 +33,12 @@ String numberAsEventId(const EmpEvLogMsg_s* record) {
   return mpuevent::decimalString(headerOf(record).id());
 }
 
-// Without a String of its own, which would be an allocation.
-void appendAscii(String& to, std::string_view ascii) {
-  std::array<Char16, 256> units;
+// Without a String of its own, which would be an allocation. There is a unit of room for each byte.
+void appendAscii(String& to, std::string_view ascii, Char16* units) {
   for (std::size_t i = 0; i < ascii.size(); ++i) {
     units[i] = Char16(static_cast<unsigned char>(ascii[i]));
   }
-  to.append(units.data(), static_cast<Uint32>(ascii.size()));
+  to.append(units, static_cast<Uint32>(ascii.size()));
 }
 
 }  // namespace
@@ -120,13 +119,14 @@ String Quarn_Event::str() const {
   String line;
   line.reserveCapacity(400 + Summary.size() + Body.size());
   LineBuffer words(Separator::none);  // between the texts
+  std::array<Char16, 256> units;      // the same words
   const auto number = [&](std::string_view label, unsigned int value) {
-    words.text(label);
+    words.words(label);
     words.decimal(static_cast<std::int32_t>(value));
   };
   const auto text = [&](std::string_view label, const String& value) {
-    words.text(label);
-    appendAscii(line, words.view());
+    words.words(label);
+    appendAscii(line, words.view(), units.data());
     words.cut(0);
     line.append(value);
   };
@@ -142,7 +142,7 @@ String Quarn_Event::str() const {
   text(", EventID: '", EventID);
   text("', Summary: '", Summary);
   text("', Body: '", Body);
-  appendAscii(line, "'");
+  appendAscii(line, "'", units.data());
   return line;
 }
 

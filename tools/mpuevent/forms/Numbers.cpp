@@ -17,6 +17,7 @@ struct Digits {
 };
 
 constexpr unsigned kGroup = 1000;
+constexpr unsigned kTwoGroups = kGroup * kGroup;
 
 constexpr auto kDigits = [] {
   std::array<Digits, kGroup> table{};
@@ -32,17 +33,26 @@ constexpr auto kDigits = [] {
   return table;
 }();
 
+char* putAlone(char* to, std::uint64_t group) {
+  const Digits& digits = kDigits[group];
+  std::memcpy(to, digits.alone.data(), digits.alone.size());
+  return to + digits.count;
+}
+
+char* putBehind(char* to, std::uint64_t group) {
+  const Digits& digits = kDigits[group];
+  std::memcpy(to, digits.behind.data(), digits.behind.size());
+  return to + digits.behind.size();
+}
+
 }  // namespace
 
 char* writeDecimal(char* to, std::uint64_t number) {
-  const Digits& last = kDigits[number % kGroup];
-  if (number < kGroup) {
-    std::memcpy(to, last.alone.data(), last.alone.size());
-    return to + last.count;
-  }
-  to = writeDecimal(to, number / kGroup);
-  std::memcpy(to, last.behind.data(), last.behind.size());
-  return to + last.behind.size();
+  if (number < kGroup) return putAlone(to, number);
+  if (number < kTwoGroups) return putBehind(putAlone(to, number / kGroup), number % kGroup);
+  to = writeDecimal(to, number / kTwoGroups);
+  const auto two = static_cast<std::uint32_t>(number % kTwoGroups);
+  return putBehind(putBehind(to, two / kGroup), two % kGroup);
 }
 
 }  // namespace mpuevent::tool

@@ -33,13 +33,13 @@ constexpr auto kDigits = [] {
   return table;
 }();
 
-char* putAlone(char* to, std::uint64_t group) {
+char* putAlone(char* to, std::uint32_t group) {
   const Digits& digits = kDigits[group];
   std::memcpy(to, digits.alone.data(), digits.alone.size());
   return to + digits.count;
 }
 
-char* putBehind(char* to, std::uint64_t group) {
+char* putBehind(char* to, std::uint32_t group) {
   const Digits& digits = kDigits[group];
   std::memcpy(to, digits.behind.data(), digits.behind.size());
   return to + digits.behind.size();
@@ -48,11 +48,13 @@ char* putBehind(char* to, std::uint64_t group) {
 }  // namespace
 
 char* writeDecimal(char* to, std::uint64_t number) {
-  if (number < kGroup) return putAlone(to, number);
-  if (number < kTwoGroups) return putBehind(putAlone(to, number / kGroup), number % kGroup);
-  to = writeDecimal(to, number / kTwoGroups);
-  const auto two = static_cast<std::uint32_t>(number % kTwoGroups);
-  return putBehind(putBehind(to, two / kGroup), two % kGroup);
+  const auto last = static_cast<std::uint32_t>(number % kTwoGroups);
+  if (number >= kTwoGroups) {
+    to = writeDecimal(to, number / kTwoGroups);
+    return putBehind(putBehind(to, last / kGroup), last % kGroup);
+  }
+  if (last < kGroup) return putAlone(to, last);
+  return putBehind(putAlone(to, last / kGroup), last % kGroup);
 }
 
 }  // namespace mpuevent::tool

@@ -38,10 +38,28 @@ bool isShortAscii(const char* bytes, std::size_t size) {
 
 Char16 unit(std::uint32_t value) { return Char16(static_cast<Pegasus::Uint16>(value)); }
 
+/// Writes the units of the ASCII bytes that the text begins with, but for the last few of them, and
+/// returns their end.
+Char16* putAscii(Char16* units, std::string_view bytes) {
+  constexpr std::size_t step = sizeof highBits;
+  for (; bytes.size() >= step && (loaded<std::uint64_t>(bytes.data()) & highBits) == 0;
+       bytes.remove_prefix(step)) {
+    // A copy that nothing else points to, and a fixed count: compilers make vector code of this.
+    unsigned char chunk[step];
+    std::memcpy(chunk, bytes.data(), step);
+    for (const unsigned char byte : chunk) *units++ = unit(byte);
+  }
+  return units;
+}
+
 /// Writes the units of UTF-8, never more than there are bytes, and returns their end; null if it is
 /// not UTF-8.
 Char16* putUtf8(Char16* units, std::string_view bytes) {
   for (std::size_t at = 0; at < bytes.size();) {
+    Char16* const ascii = putAscii(units, bytes.substr(at));
+    at += static_cast<std::size_t>(ascii - units);
+    units = ascii;
+    if (at == bytes.size()) break;
     std::uint32_t character = 0;
     if (!readUtf8(bytes, at, character)) return nullptr;
     if (character >= 0x10000) {
@@ -57,6 +75,32 @@ Char16* putUtf8(Char16* units, std::string_view bytes) {
 Char16* putLatin1(Char16* units, std::string_view bytes) {
   return std::transform(bytes.begin(), bytes.end(), units,
                         [](char byte) { return unit(static_cast<unsigned char>(byte)); });
+}
+
+/// What the text begins with, at most so many bytes: whole characters, if it is UTF-8.
+std::string_view pieceOf(std::string_view bytes, std::size_t most) {
+  if (bytes.size() <= most) return bytes;
+  std::size_t size = most;
+  while (size > most - longestUtf8 && (static_cast<unsigned char>(bytes[size]) & 0xC0) == 0x80) {
+    --size;
+  }
+  return bytes.substr(0, size);
+}
+
+/// Appends the units that `put` makes of the bytes, piece by piece: a long text takes nothing from
+/// the heap but itself. Returns false where `put` does.
+bool appendUnits(String& text, std::string_view bytes,
+                 Char16* (*put)(Char16* units, std::string_view bytes)) {
+  Char16 room[512];
+  while (!bytes.empty()) {
+    const std::string_view piece = pieceOf(bytes, std::size(room));
+    const Char16* const end = put(room, piece);
+    if (end == nullptr) return false;
+    if (text.size() == 0) text.reserveCapacity(static_cast<Pegasus::Uint32>(bytes.size()));
+    text.append(room, static_cast<Pegasus::Uint32>(end - room));
+    bytes.remove_prefix(piece.size());
+  }
+  return true;
 }
 
 }  // namespace
@@ -81,12 +125,11 @@ bool isAscii(std::string_view bytes) {
 String toString(std::string_view bytes) {
   if (isAscii(bytes)) return asciiString(bytes);
   // The units are made here: String's own reading of UTF-8 would replace U+FFFE and U+FFFF.
-  Char16 room[512];
-  std::vector<Char16> longer(bytes.size() > std::size(room) ? bytes.size() : 0);
-  Char16* const units = longer.empty() ? room : longer.data();
-  const Char16* end = putUtf8(units, bytes);
-  if (end == nullptr) end = putLatin1(units, bytes);
-  return {units, static_cast<Pegasus::Uint32>(end - units)};
+  String text;
+  if (appendUnits(text, bytes, putUtf8)) return text;
+  String latin1;
+  appendUnits(latin1, bytes, putLatin1);
+  return latin1;
 }
 
 bool isUtf8(std::string_view bytes) {

@@ -1,6 +1,7 @@
 #include "event/BodyWriter.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -22,10 +23,13 @@ void BodyWriter::grow(std::size_t count) {
   const std::size_t before = size();
   assert(count <= SIZE_MAX - slack - before);
   const std::size_t capacity = std::max(2 * (before + room()), before + count);
-  auto buffer = std::make_unique_for_overwrite<char[]>(capacity + slack);
-  std::memcpy(buffer.get(), buffer_, before);
-  grown_ = std::move(buffer);
-  buffer_ = grown_.get();
+  // What is large already is not copied but gets other addresses.
+  auto* const grown = static_cast<char*>(std::realloc(grown_.get(), capacity + slack));
+  if (grown == nullptr) throw std::bad_alloc();
+  if (grown_ == nullptr) std::memcpy(grown, buffer_, before);
+  static_cast<void>(grown_.release());
+  grown_.reset(grown);
+  buffer_ = grown;
   next_ = buffer_ + before;
   limit_ = buffer_ + capacity;
 }

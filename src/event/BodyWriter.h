@@ -6,6 +6,7 @@
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <span>
@@ -126,6 +127,10 @@ class BodyWriter {
   ~BodyWriter() = default;
 
  private:
+  struct Free {
+    void operator()(char* bytes) const { std::free(bytes); }
+  };
+
   void grow(std::size_t count);
   /// The elements so far; only while something records.
   ElementMarks& marks() { return marks_ != nullptr ? *marks_ : firstMarks(); }
@@ -137,7 +142,7 @@ class BodyWriter {
   char* buffer_;  ///< the room it was given, or `grown_`
   char* next_;    ///< where the next byte goes
   char* limit_;   ///< the end of the room but for the slack
-  std::unique_ptr<char[]> grown_;
+  std::unique_ptr<char, Free> grown_;
   Separator separator_;
   bool ascii_ = true;
   Recording* recording_ = recording();

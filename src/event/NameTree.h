@@ -12,11 +12,11 @@
 
 namespace mpuevent {
 
-/// A stack of names that stand in a text, and which of them stands at a place of it.
+/// A stack of names that stand in a text, and which of them stands at a place of it. None begins
+/// with a lower one.
 ///
-/// A tree whose nodes are beginnings of names, each of which begins with that of its parent. Of two
-/// names of the stack of which one begins with the other, the longer one counts only if it is the
-/// lower. So where several stand at a place, the longest of those that count is the lowest.
+/// A tree whose nodes are beginnings of names, each of which begins with that of its parent. Where
+/// several names stand at a place, the longest is the lowest.
 class NameTree {
  public:
   /// The text must outlive the tree.
@@ -31,7 +31,7 @@ class NameTree {
   /// What has been done, in characters compared. If no name holds a "</", and names and the places
   /// looked at do not lie inside one another, that is less than `mostWork` for each character.
   std::size_t work() const { return work_; }
-  static constexpr std::size_t mostWork = 64;
+  static constexpr std::size_t mostWork = 66;
 
  private:
   using Number = std::uint32_t;
@@ -43,7 +43,7 @@ class NameTree {
   struct Node {
     Number place;         ///< where the text has the beginning that the node stands for
     Number size;          ///< of that beginning
-    Number name = none;   ///< the lowest of the stack that is just this, if it counts
+    Number name = none;   ///< the number in the stack of the name that is just this
     Number child = none;  ///< the first of them
     Number table = none;  ///< of the children, if there are many
     Number sibling = none;
@@ -57,7 +57,7 @@ class NameTree {
     Number node = 0;     ///< the last that it begins with
     Number next = none;  ///< the node below that it goes on to, but does not reach
     Number size = 0;     ///< how many characters the tree has
-    Number name = none;  ///< the longest on the way that counts
+    Number name = none;  ///< the longest on the way
   };
 
   /// Characters that were compared with those of a name. Places among them are looked at, too,
@@ -75,10 +75,8 @@ class NameTree {
     Descent descent;
   };
 
-  enum class Until : bool { end, name };
-
   void forget();
-  Descent descend(Descent at, std::string_view characters, Until until);
+  Descent descend(Descent at, std::string_view characters);
   Descent descendKnown(const Known& known, std::size_t place);
   Number childOf(const Node& node, unsigned char first) const;
   Number add(Number parent, Node child);
@@ -88,7 +86,7 @@ class NameTree {
   std::string_view text_;
   std::vector<Node> nodes_;
   std::vector<Table> tables_;
-  std::vector<Number> names_;  ///< for each name: its node, or none if it does not count
+  std::vector<Number> names_;  ///< for each name: its node
   std::size_t work_ = 0;
   Number changes_ = 0;          ///< how often names were pushed or popped
   std::array<Known, 2> known_;  ///< the latest, and that which ends last

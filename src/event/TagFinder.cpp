@@ -20,7 +20,9 @@ struct OpenTag {
 };
 
 /// Reads a text from left to right: a closing tag closes the outermost open tag that it fits, and
-/// all tags opened inside that one and still open were plain text.
+/// all tags opened inside that one and still open were plain text. If the name of a new tag begins
+/// with that of an open one, what would close it closes that one: the tag is plain text, and so is
+/// all behind it up to a closing tag of those open.
 class TagFinder {
  public:
   TagFinder(std::string_view text, Tags& tags) : text_(text), tags_(tags) {}
@@ -38,6 +40,7 @@ class TagFinder {
   };
 
   std::size_t nextBracket(std::size_t at) const {
+    if (isPlain_) return std::min(text_.find(closingMark, at), text_.size());
     while (at < text_.size() && text_[at] != '<' && text_[at] != '>') ++at;
     return at;
   }
@@ -57,6 +60,8 @@ class TagFinder {
   }
 
   void open(Range name) {
+    isPlain_ = openNames_[firstCharacter(name.begin)] != 0 && nameAt(name.begin, open_.size());
+    if (isPlain_) return;
     open_.push_back({name, tags_.size()});
     tags_.push_back({name.begin - 1, name.end + 1});
     ++openNames_[firstCharacter(name.begin)];
@@ -70,6 +75,7 @@ class TagFinder {
     tags_.push_back(match.closingTag);
     popFrom(match.index);
     tagStart_.reset();
+    isPlain_ = false;
   }
 
   std::optional<Match> closingTagAt(std::size_t at) {
@@ -163,8 +169,11 @@ class TagFinder {
     return static_cast<unsigned char>(text_[at]);
   }
 
+  static constexpr std::string_view closingMark = "</";
+
   std::string_view text_;
   std::optional<std::size_t> tagStart_;  ///< of a tag whose ">" has not come yet
+  bool isPlain_ = false;                 ///< whether a tag has come that nothing closes
   ShortVector<OpenTag, 16> open_;
   Tags& tags_;
   std::array<std::uint32_t, 256> openNames_{};  ///< how many begin with each character

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "event/SafeText.h"
+#include "event/TagFinder.h"
 
 namespace mpuevent {
 
@@ -23,16 +24,18 @@ void SafeBody::closeGroup() {
   group_ = {};
 }
 
-/// Whether a closing tag in the text may be that of the element `key`, of the group around it, or
-/// of both, or reach beyond the end of the text.
+/// Whether a closing tag in the text, which has one, may be that of the element `key`, of the group
+/// around it, or of both, or reach beyond the end of the text.
 bool SafeBody::mayClose(std::string_view key, std::string_view text) const {
+  // A name has a '>' at most as its first character, so it ends before the next.
+  const std::size_t last = text.rfind(closingMark) + closingMark.size();
+  if (text.find('>', last + 1) == std::string_view::npos) return true;
   for (std::size_t at = text.find(closingMark); at < text.size(); at = text.find(closingMark, at)) {
     at += closingMark.size();
     const std::string_view name = text.substr(at);
-    // A name has a '>' at most as its first character, so it ends before the next.
-    const bool isWhole = !name.starts_with('>') && name.find('>', 1) != std::string_view::npos;
     const bool isInGroup = !group_.empty();
-    if (!isWhole || name.starts_with(key) || (isInGroup && name.starts_with(group_))) return true;
+    if (name.starts_with('>') || name.starts_with(key)) return true;
+    if (isInGroup && name.starts_with(group_)) return true;
   }
   return false;
 }
@@ -40,11 +43,18 @@ bool SafeBody::mayClose(std::string_view key, std::string_view text) const {
 void SafeBody::recordElement(std::string_view key, std::string_view text) {
   body_.openElement(key);
   const std::size_t before = body_.size();
-  needsPass_ = needsPass_ || mayClose(key, text);
-  writeSafe(body_, text);
+  const bool hasTags = !needsPass_ && mayHaveTags(text);
+  needsPass_ = needsPass_ || (hasTags && mayClose(key, text));
+  if (needsPass_) {
+    body_.text(text);
+  } else if (hasTags) {
+    writeSafe(body_, text);
+  } else {
+    writeEscaped(body_, text);
+  }
   const std::size_t size = body_.size() - before;
-  // One that is all tags stays as it is, and may have backslashes, which a literal has not.
-  if (size != text.size() || text.find('\\') != std::string_view::npos) {
+  // One that stays as it is may have backslashes, which a literal has not.
+  if (size != text.size() || needsPass_ || hasTags) {
     escapes_ += size - text.size();
     escapedTexts_.push_back({before, size, text.data(), text.size()});
   }

@@ -15,8 +15,9 @@ namespace mpuevent {
 ///
 /// As long as no text of the record could close an element that it stands in, each is made safe by
 /// itself as it is written, which gives the same as a pass over the whole body: an element that a
-/// text opens ends with that text. That takes literals which need no escape, and keys inside a
-/// group of which none begins with the group's key: both are asserted.
+/// text opens ends with that text. From the first on that could, they are written as they are, and
+/// the whole body is passed over when it is finished. That takes literals which need no escape, and
+/// keys inside a group of which none begins with the group's key: both are asserted.
 class SafeBody {
  public:
   /// For tags, numbers and the decoder's own words.
@@ -37,8 +38,8 @@ class SafeBody {
   Pegasus::String string();
 
  private:
-  /// A text of the record that was changed by escaping or has backslashes of its own, and where it
-  /// stands in `body_`.
+  /// A text of the record that was changed by escaping or may have backslashes of its own, and
+  /// where it stands in `body_`.
   struct EscapedText {
     std::size_t at;
     std::size_t size;

@@ -28,23 +28,6 @@ std::size_t keptLength(std::string_view text) {
   return length;
 }
 
-/// Appends the text to `out` with everything escaped, tags too.
-void writeEscaped(BodyWriter& out, std::string_view text) {
-  out.note(text);
-  char* place = out.reserve(2 * text.size());
-  for (;;) {
-    const std::size_t kept = keptLength(text);
-    place = std::copy_n(text.data(), kept, place);
-    text.remove_prefix(kept);
-    if (text.empty()) break;
-    const bool equals = text.front() == '=';
-    *place++ = equals ? ':' : '\\';
-    *place++ = equals ? ' ' : text.front();
-    text.remove_prefix(1);
-  }
-  out.endAt(place);
-}
-
 void writeSafe(BodyWriter& out, std::string_view text, const Tags& tags) {
   std::size_t done = 0;
   for (const Range tag : tags) {
@@ -72,6 +55,22 @@ std::vector<Pegasus::Uint32> safePositions(std::string_view text, const Tags& ta
 }
 
 }  // namespace
+
+void writeEscaped(BodyWriter& out, std::string_view text) {
+  out.note(text);
+  char* place = out.reserve(2 * text.size());
+  for (;;) {
+    const std::size_t kept = keptLength(text);
+    place = std::copy_n(text.data(), kept, place);
+    text.remove_prefix(kept);
+    if (text.empty()) break;
+    const bool equals = text.front() == '=';
+    *place++ = equals ? ':' : '\\';
+    *place++ = equals ? ' ' : text.front();
+    text.remove_prefix(1);
+  }
+  out.endAt(place);
+}
 
 void writeSafe(BodyWriter& out, std::string_view text) {
   if (!mayHaveTags(text)) return writeEscaped(out, text);

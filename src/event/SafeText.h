@@ -18,6 +18,8 @@ std::string safeBytes(std::string_view text);
 
 /// Appends the same to `out`.
 void writeSafe(BodyWriter& out, std::string_view text);
+/// Appends the text to `out` with everything escaped, tags too.
+void writeEscaped(BodyWriter& out, std::string_view text);
 
 }  // namespace mpuevent
 

@@ -38,29 +38,38 @@ bool isShortAscii(const char* bytes, std::size_t size) {
 
 Char16 unit(std::uint32_t value) { return Char16(static_cast<Pegasus::Uint16>(value)); }
 
-/// Writes the units of the ASCII bytes that the text begins with, but for the last few of them, and
-/// returns their end.
-Char16* putAscii(Char16* units, std::string_view bytes) {
-  constexpr std::size_t step = sizeof highBits;
-  for (; bytes.size() >= step && (loaded<std::uint64_t>(bytes.data()) & highBits) == 0;
-       bytes.remove_prefix(step)) {
+/// Writes the units of the ASCII bytes that the text begins with, and returns how many there are.
+std::size_t putAscii(Char16* units, std::string_view bytes) {
+  constexpr std::size_t step = 2 * sizeof highBits;
+  std::size_t at = 0;
+  for (; bytes.size() - at >= step; at += step) {
+    std::uint64_t words[2];
+    std::memcpy(words, bytes.data() + at, step);
+    if (((words[0] | words[1]) & highBits) != 0) break;
     // A copy that nothing else points to, and a fixed count: compilers make vector code of this.
     unsigned char chunk[step];
-    std::memcpy(chunk, bytes.data(), step);
-    for (const unsigned char byte : chunk) *units++ = unit(byte);
+    std::memcpy(chunk, bytes.data() + at, step);
+    for (std::size_t i = 0; i < step; ++i) units[at + i] = unit(chunk[i]);
   }
-  return units;
+  for (; at < bytes.size(); ++at) {
+    const auto byte = static_cast<unsigned char>(bytes[at]);
+    if (byte >= 0x80) break;
+    units[at] = unit(byte);
+  }
+  return at;
 }
 
 /// Writes the units of UTF-8, never more than there are bytes, and returns their end; null if it is
 /// not UTF-8.
 Char16* putUtf8(Char16* units, std::string_view bytes) {
   for (std::size_t at = 0; at < bytes.size();) {
-    Char16* const ascii = putAscii(units, bytes.substr(at));
-    at += static_cast<std::size_t>(ascii - units);
-    units = ascii;
-    if (at == bytes.size()) break;
-    std::uint32_t character = 0;
+    std::uint32_t character = static_cast<unsigned char>(bytes[at]);
+    if (character < 0x80) {
+      const std::size_t size = putAscii(units, bytes.substr(at));
+      units += size;
+      at += size;
+      continue;
+    }
     if (!readUtf8(bytes, at, character)) return nullptr;
     if (character >= 0x10000) {
       *units++ = unit(0xD800 + ((character - 0x10000) >> 10));
@@ -96,7 +105,9 @@ bool appendUnits(String& text, std::string_view bytes,
     const std::string_view piece = pieceOf(bytes, std::size(room));
     const Char16* const end = put(room, piece);
     if (end == nullptr) return false;
-    if (text.size() == 0) text.reserveCapacity(static_cast<Pegasus::Uint32>(bytes.size()));
+    const bool isFirst = text.size() == 0;
+    if (isFirst && piece.size() < bytes.size())
+      text.reserveCapacity(static_cast<Pegasus::Uint32>(bytes.size()));
     text.append(room, static_cast<Pegasus::Uint32>(end - room));
     bytes.remove_prefix(piece.size());
   }

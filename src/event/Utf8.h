@@ -22,19 +22,21 @@ inline bool readUtf8(std::string_view bytes, std::size_t& at, std::uint32_t& cha
     ++at;
     return true;
   }
-  const std::size_t length = lead < 0xC2   ? 0
-                             : lead < 0xE0 ? 2
-                             : lead < 0xF0 ? 3
-                             : lead < 0xF5 ? 4
-                                           : 0;
-  if (length == 0 || length > bytes.size() - at) return false;
+  if (lead < 0xE0) {  // most of all: it has a path of its own
+    if (lead < 0xC2 || bytes.size() - at < 2 || (byteAt(at + 1) & 0xC0) != 0x80) return false;
+    character = (lead & 0x1F) << 6 | (byteAt(at + 1) & 0x3F);
+    at += 2;
+    return true;
+  }
+  const std::size_t length = lead < 0xF0 ? 3 : 4;
+  if (lead > 0xF4 || length > bytes.size() - at) return false;
   character = lead & (0x7FU >> length);
   for (std::size_t i = 1; i < length; ++i) {
     const std::uint32_t next = byteAt(at + i);
     if ((next & 0xC0) != 0x80) return false;
     character = character << 6 | (next & 0x3F);
   }
-  const bool shortest = length == 2 || character >= (length == 3 ? 0x800U : 0x10000U);
+  const bool shortest = character >= (length == 3 ? 0x800U : 0x10000U);
   const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
   if (!shortest || surrogate || character > 0x10FFFF) return false;
   at += length;

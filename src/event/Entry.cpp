@@ -17,9 +17,11 @@ void writeLatin1(BodyWriter& entries, std::string_view bytes) {
 }  // namespace
 
 void writeEntry(BodyWriter& entries, std::string_view key, std::string_view value) {
+  const bool utf8 = isUtf8(value);
+  if (utf8 && !value.ends_with('\\')) return entries.element(key, value);
   entries.openElement(key);
   const std::size_t valueStart = entries.size();
-  if (isUtf8(value)) {
+  if (utf8) {
     entries.text(value);
   } else {
     writeLatin1(entries, value);

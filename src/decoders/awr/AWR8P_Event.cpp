@@ -114,6 +114,7 @@ void forEachNode(const Nodes& nodes, Visit visit) {
 bool decode(Pegasus::QuarnEvent& event, int& summaryTaken, const Nodes& nodes) {
   BodyBuffer entries(Separator::none);
   bool hasEventId = false;
+  std::string_view eventId;  // the last one counts
   forEachNode(nodes, [&](NodeType type, std::string_view shown) {
     switch (type) {
       case NodeType::text:
@@ -127,11 +128,12 @@ bool decode(Pegasus::QuarnEvent& event, int& summaryTaken, const Nodes& nodes) {
       case NodeType::container:
         break;
       case NodeType::eventName:
-        event.setEventID(toString(shown));
+        eventId = shown;
         hasEventId = true;
         break;
     }
   });
+  if (hasEventId) event.setEventID(toString(eventId));
   appendEntries(event, entries);
   return hasEventId;
 }

@@ -14,7 +14,7 @@ namespace mpuevent {
 // bytes more, and what is returned is where that ends.
 
 /// The most that the two tags of an element take up.
-constexpr std::size_t tagSize(std::string_view key) { return 2 * key.size() + 6; }
+constexpr std::size_t tagSize(std::size_t keySize) { return 2 * keySize + 6; }
 
 template <std::size_t width>
 void copyEnds(char* place, const char* from, std::size_t size) {
@@ -45,8 +45,8 @@ void copyEnds(char* place, const char* from, std::size_t size) {
 struct KeyTags {
   std::string_view name;
 
-  std::string_view key() const { return name; }
-  std::size_t size() const { return tagSize(name); }
+  std::size_t keySize() const { return name.size(); }
+  std::size_t size() const { return tagSize(keySize()); }
   [[gnu::always_inline]] char* putOpening(char* place) const {
     *place = '<';
     place = putText(place + 1, name);
@@ -68,8 +68,9 @@ struct KeyTags {
 struct PackedTags {
   std::string_view closing;
 
-  std::string_view key() const { return {closing.data() + 2, closing.size() - 4}; }
-  std::size_t size() const { return 2 * closing.size() - 2; }
+  std::string_view key() const { return {closing.data() + 2, keySize()}; }
+  std::size_t keySize() const { return closing.size() - 4; }
+  std::size_t size() const { return tagSize(keySize()); }
   [[gnu::always_inline]] char* putOpening(char* place) const {
     *place = '<';
     const std::size_t size = closing.size() - 3;
@@ -126,7 +127,7 @@ class ElementRun {
     char* const start = place_;
     place_ = tags.putClosing(valueEnd, separator_);
     if (recorded_) [[unlikely]]
-      tell(static_cast<std::size_t>(place_ - start), tags.key().size());
+      tell(static_cast<std::size_t>(place_ - start), tags.keySize());
   }
 
  private:

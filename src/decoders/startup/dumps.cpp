@@ -114,7 +114,7 @@ void writeStack(BodyWriter& body, RecordView payload, std::uint32_t count) {
   forEachEntry(payload, {stackWords, wordSize, count}, [&](RecordView word, std::uint32_t index) {
     if (!word.holds(0, wordSize)) return false;
     const KeyTags tags{addressKey(base + 4 * index, Format::bareHexLower)};
-    if (elements.bodySize() + 16 + 2 * tags.key().size() + 16 > bodyLimit) {
+    if (elements.bodySize() + 16 + 2 * tags.keySize() + 16 > bodyLimit) {
       trace({traceFile, 903}, {"There is not enough space to dump the stack data\n"});
       return false;
     }

@@ -126,6 +126,12 @@ std::string dumpsInOneAnother(std::size_t size) {
   return node(2, nodes.str()).str();
 }
 
+/// The same beside a text that is not ASCII.
+std::string dumpsBesideText(std::size_t size) {
+  const std::string text = node(0, {'\xD1', '\0'}).str();
+  return dumpsInOneAnother(size - text.size()).insert(8, text);
+}
+
 /// A volume and its extents.
 std::string volumeExtents(std::size_t size) {
   return Payload()
@@ -159,14 +165,19 @@ const Growing growing[] = {
     {"AWR8P",   1, "flat",                 flatTree         },
     {"AWR8P",   1, "dump",                 dumpTree         },
     {"AWR8P",   1, "dumps_in_one_another", dumpsInOneAnother},
+    {"AWR8P",   1, "dumps_beside_text",    dumpsBesideText  },
     {"IOMGR8P", 1, "extents",              volumeExtents    },
     {"ISCSIMP", 4, "names",                longNames        },
 };
 
+/// Closing tags without an end, but for the last.
+std::string closingMarks(std::size_t size) { return repeated("</")(size) + '>'; }
+
 const std::pair<const char*, Make> tails[] = {
-    {"lines", repeated("Key=value\n")},
-    {"tags",  repeated("<a>")        },
-    {"ones",  repeated("\xFF")       },
+    {"lines",         repeated("Key=value\n")},
+    {"tags",          repeated("<a>")        },
+    {"closing_marks", closingMarks           },
+    {"ones",          repeated("\xFF")       },
 };
 
 void finish(benchmark::State& state, std::size_t bytes) {

@@ -10,7 +10,7 @@ namespace mpuevent {
 
 namespace {
 
-constexpr std::string_view closingMark = "</";
+constexpr std::size_t markSize = 2;  // of "</"
 
 }  // namespace
 
@@ -28,10 +28,10 @@ void SafeBody::closeGroup() {
 /// around it, or of both, or reach beyond the end of the text.
 bool SafeBody::mayClose(std::string_view key, std::string_view text) const {
   // A name has a '>' at most as its first character, so it ends before the next.
-  const std::size_t last = text.rfind(closingMark) + closingMark.size();
+  const std::size_t last = text.rfind("</") + markSize;
   if (text.find('>', last + 1) == std::string_view::npos) return true;
-  for (std::size_t at = text.find(closingMark); at < text.size(); at = text.find(closingMark, at)) {
-    at += closingMark.size();
+  for (std::size_t at = findClosingMark(text); at < text.size(); at = findClosingMark(text, at)) {
+    at += markSize;
     const std::string_view name = text.substr(at);
     const bool isInGroup = !group_.empty();
     if (name.starts_with('>') || name.starts_with(key)) return true;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -40,7 +41,7 @@ class TagFinder {
   };
 
   std::size_t nextBracket(std::size_t at) const {
-    if (isPlain_) return std::min(text_.find(closingMark, at), text_.size());
+    if (isPlain_) return std::min(findClosingMark(text_, at), text_.size());
     while (at < text_.size() && text_[at] != '<' && text_[at] != '>') ++at;
     return at;
   }
@@ -169,8 +170,6 @@ class TagFinder {
     return static_cast<unsigned char>(text_[at]);
   }
 
-  static constexpr std::string_view closingMark = "</";
-
   std::string_view text_;
   std::optional<std::size_t> tagStart_;  ///< of a tag whose ">" has not come yet
   bool isPlain_ = false;                 ///< whether a tag has come that nothing closes
@@ -183,6 +182,25 @@ class TagFinder {
 };
 
 }  // namespace
+
+std::size_t findClosingMark(std::string_view text, std::size_t from) {
+  constexpr std::uint64_t each = 0x0101010101010101;
+  const auto differences = [text](std::size_t at, unsigned char character) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + at, sizeof word);
+    return word ^ each * character;
+  };
+  std::size_t at = std::min(text.find('<', from), text.size());
+  // Eight places at once: a byte is zero where both characters are as wanted.
+  for (; text.size() - at > sizeof each; at += sizeof each) {
+    const std::uint64_t both = differences(at, '<') | differences(at + 1, '/');
+    if (((both - each) & ~both & each * 0x80) != 0) break;
+  }
+  for (; text.size() - at >= 2; ++at) {
+    if (text[at] == '<' && text[at + 1] == '/') return at;
+  }
+  return std::string_view::npos;
+}
 
 void findTags(std::string_view text, Tags& tags) {
   if (mayHaveTags(text)) TagFinder(text, tags).find();

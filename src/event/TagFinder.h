@@ -16,8 +16,14 @@ struct Range {
   std::size_t size() const { return end - begin; }
 };
 
+/// Where the next "</" stands at or behind `from`; `npos` if there is none. A text full of "<"
+/// takes no longer.
+std::size_t findClosingMark(std::string_view text, std::size_t from = 0);
+
 /// Without a closing tag there is no element.
-inline bool mayHaveTags(std::string_view text) { return text.find("</") != std::string_view::npos; }
+inline bool mayHaveTags(std::string_view text) {
+  return findClosingMark(text) != std::string_view::npos;
+}
 
 /// Finds the opening and closing tags of all elements of a text, in its order. `tags` is empty
 /// before.

@@ -38,9 +38,12 @@ char* putCells(char* place, std::string_view bytes) {
 }
 
 char* putHexColumn(char* place, std::string_view line) {
+  if (line.size() == lineSize) {
+    place = putCells(place, {line.data(), middle});
+    return putCells(place + 1, {line.data() + middle, middle});  // behind both blanks
+  }
   place = putCells(place, line.substr(0, middle));
-  if (line.size() >= middle) place = putCells(place + 1, line.substr(middle));  // both blanks
-  if (line.size() == lineSize) return place;
+  if (line.size() >= middle) place = putCells(place + 1, line.substr(middle));
   // A byte takes three characters, but a missing one four: a short line is the wider one.
   const std::size_t missing = 4 * (lineSize - line.size()) + (line.size() < middle ? 1 : 0);
   std::memset(place, ' ', missing);

@@ -1,7 +1,6 @@
 #include "event/NameTree.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cstring>
 #include <utility>
 
@@ -27,7 +26,7 @@ NameTree::NameTree(std::string_view text) : text_(text) {
   nodes_.push_back({0, 0});
 }
 
-NameTree::Descent NameTree::descend(Descent at, std::string_view characters) {
+NameTree::Descent NameTree::descend(Descent at, std::string_view characters, Until until) {
   while (at.size < characters.size()) {
     if (at.next == none) {
       at.next = childOf(nodes_[at.node], static_cast<unsigned char>(characters[at.size]));
@@ -41,16 +40,18 @@ NameTree::Descent NameTree::descend(Descent at, std::string_view characters) {
     at.size += static_cast<Number>(common);
     if (at.size < node.size) break;
     at.node = std::exchange(at.next, none);
-    if (node.name != none) at.name = node.name;
+    if (node.name == none) continue;
+    at.name = node.name;
+    if (until == Until::name) break;
   }
   return at;
 }
 
 void NameTree::push(Range name) {
-  const Descent at = descend({}, text_.substr(name.begin, name.size()));
-  assert(at.name == none);
+  const Descent at = descend({}, text_.substr(name.begin, name.size()), Until::name);
   const auto number = static_cast<Number>(names_.size());
   forget();
+  if (at.name != none) return names_.push_back(none);
   Number node = at.next == none ? at.node : divide(at);
   if (at.size < name.size()) {
     node = add(node, {static_cast<Number>(name.begin), static_cast<Number>(name.size())});
@@ -61,7 +62,7 @@ void NameTree::push(Range name) {
 
 void NameTree::pop() {
   forget();
-  nodes_[names_.back()].name = none;
+  if (names_.back() != none) nodes_[names_.back()].name = none;
   names_.pop_back();
 }
 
@@ -75,8 +76,8 @@ std::optional<std::size_t> NameTree::lowestAt(std::size_t place) {
   const auto* known = std::find_if(known_.begin(), known_.end(), [place](const Known& one) {
     return place > one.begin && place < one.end;
   });
-  const Descent at =
-      descend(known == known_.end() ? Descent() : descendKnown(*known, place), text_.substr(place));
+  const Descent at = descend(known == known_.end() ? Descent() : descendKnown(*known, place),
+                             text_.substr(place), Until::end);
   if (at.size >= worthKnowing) {
     auto& [latest, farthest] = known_;
     latest = {place, place + at.size, nodes_[at.next == none ? at.node : at.next].place};
@@ -99,7 +100,7 @@ NameTree::Descent NameTree::descendKnown(const Known& known, std::size_t place) 
   Descent at = memo.descent;
   at.size = std::min(at.size, static_cast<Number>(size));
   if (at.size == nodes_[at.node].size) at.next = none;
-  memo.descent = descend(at, text_.substr(place, size));
+  memo.descent = descend(at, text_.substr(place, size), Until::end);
   return memo.descent;
 }
 

@@ -12,11 +12,11 @@
 
 namespace mpuevent {
 
-/// A stack of names that stand in a text, and which of them stands at a place of it. None begins
-/// with a lower one.
+/// A stack of names that stand in a text, and which of them stands at a place of it.
 ///
-/// A tree whose nodes are beginnings of names, each of which begins with that of its parent. Where
-/// several names stand at a place, the longest is the lowest.
+/// A tree whose nodes are beginnings of names, each of which begins with that of its parent. Of two
+/// names of the stack of which one begins with the other, the longer one counts only if it is the
+/// lower. So where several stand at a place, the longest of those that count is the lowest.
 class NameTree {
  public:
   /// The text must outlive the tree.
@@ -43,7 +43,7 @@ class NameTree {
   struct Node {
     Number place;         ///< where the text has the beginning that the node stands for
     Number size;          ///< of that beginning
-    Number name = none;   ///< the number in the stack of the name that is just this
+    Number name = none;   ///< the lowest of the stack that is just this, if it counts
     Number child = none;  ///< the first of them
     Number table = none;  ///< of the children, if there are many
     Number sibling = none;
@@ -57,7 +57,7 @@ class NameTree {
     Number node = 0;     ///< the last that it begins with
     Number next = none;  ///< the node below that it goes on to, but does not reach
     Number size = 0;     ///< how many characters the tree has
-    Number name = none;  ///< the longest on the way
+    Number name = none;  ///< the longest on the way that counts
   };
 
   /// Characters that were compared with those of a name. Places among them are looked at, too,
@@ -75,8 +75,10 @@ class NameTree {
     Descent descent;
   };
 
+  enum class Until : bool { end, name };
+
   void forget();
-  Descent descend(Descent at, std::string_view characters);
+  Descent descend(Descent at, std::string_view characters, Until until);
   Descent descendKnown(const Known& known, std::size_t place);
   Number childOf(const Node& node, unsigned char first) const;
   Number add(Number parent, Node child);
@@ -86,7 +88,7 @@ class NameTree {
   std::string_view text_;
   std::vector<Node> nodes_;
   std::vector<Table> tables_;
-  std::vector<Number> names_;  ///< for each name: its node
+  std::vector<Number> names_;  ///< for each name: its node, or none if it does not count
   std::size_t work_ = 0;
   Number changes_ = 0;          ///< how often names were pushed or popped
   std::array<Known, 2> known_;  ///< the latest, and that which ends last

@@ -21,9 +21,7 @@ struct OpenTag {
 };
 
 /// Reads a text from left to right: a closing tag closes the outermost open tag that it fits, and
-/// all tags opened inside that one and still open were plain text. If the name of a new tag begins
-/// with that of an open one, what would close it closes that one: the tag is plain text, and so is
-/// all behind it up to a closing tag of those open.
+/// all tags opened inside that one and still open were plain text.
 class TagFinder {
  public:
   TagFinder(std::string_view text, Tags& tags) : text_(text), tags_(tags) {}
@@ -61,7 +59,7 @@ class TagFinder {
   }
 
   void open(Range name) {
-    isPlain_ = openNames_[firstCharacter(name.begin)] != 0 && nameAt(name.begin, open_.size());
+    isPlain_ = cannotBeClosed(name);
     if (isPlain_) return;
     open_.push_back({name, tags_.size()});
     tags_.push_back({name.begin - 1, name.end + 1});
@@ -69,6 +67,16 @@ class TagFinder {
     if (tree_) tree_->push(name);
     if (index_) index_->push(name);
     tagStart_.reset();
+  }
+
+  /// Whether the name begins with that of an open tag: what would close the new one closes that
+  /// one. So the new one is plain text, and so is all behind it up to a closing tag of those open.
+  /// It is one like any other where it takes too long to tell.
+  bool cannotBeClosed(Range name) {
+    if (openNames_[firstCharacter(name.begin)] == 0) return false;
+    if (index_) return index_->lowestAt(name.begin).has_value();
+    if (tree_) return tree_->lowestAt(name.begin).has_value();
+    return compared_ <= text_.size() / 2 && comparedAt(name.begin, open_.size());
   }
 
   void close(const Match& match) {
@@ -172,7 +180,7 @@ class TagFinder {
 
   std::string_view text_;
   std::optional<std::size_t> tagStart_;  ///< of a tag whose ">" has not come yet
-  bool isPlain_ = false;                 ///< whether a tag has come that nothing closes
+  bool isPlain_ = false;                 ///< whether a tag has come that cannot be closed
   ShortVector<OpenTag, 16> open_;
   Tags& tags_;
   std::array<std::uint32_t, 256> openNames_{};  ///< how many begin with each character

@@ -47,6 +47,17 @@ std::string unlikeTags(std::size_t size) {
   return text;
 }
 
+/// The same, and what would close them from the last to the first.
+std::string unlikeNested(std::size_t size) {
+  std::string text;
+  std::string closing;
+  for (unsigned i = 0; text.size() + closing.size() < size; ++i) {
+    text += '<' + std::to_string(i) + '>';
+    closing.insert(0, "</" + std::to_string(i) + '>');
+  }
+  return text + closing;
+}
+
 /// Tags of different lengths, then closing tags that begin like those of all and end like none.
 std::string nearMisses(std::size_t size) {
   std::string text;
@@ -276,13 +287,14 @@ bool registerAll() {
       {"nested", repeated("<a>", "</a>")},
       {"unclosed",        repeated("<a>")            },
       {"unlike",        unlikeTags  },
-      {"unlike_lengths",        unlikeLengths    },
-      {"near_misses",        nearMisses     },
-      {"two_letters",        twoLetters    },
+      {"unlike_nested",        unlikeNested     },
+      {"unlike_lengths",        unlikeLengths },
+      {"near_misses",        nearMisses        },
+      {"two_letters",        twoLetters },
       {"unlike_behind_misses",        unlikeBehindMisses},
-      {"knots",        knots                   },
+      {"knots",        knots                },
       {"unopened",        repeated("</a>")},
-      {"open_marks",        repeated("<")                 },
+      {"open_marks",        repeated("<")              },
       {"elements",        repeated("<a>1=2</a>")},
   };
 #ifndef __clang_analyzer__  // takes it for a leak that the library keeps what is registered

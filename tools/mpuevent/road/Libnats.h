@@ -3,16 +3,16 @@
 
 #include <nats/nats.h>
 
-#include "LazyLibrary.h"
+#include "log/input/LazyLibrary.h"
 
 namespace mpuevent::tool {
 
 /// The client of NATS: for Nats.cpp alone.
-inline constinit LazyLibrary libnats(MPUEVENT_LIBNATS);
+inline constinit log::LazyLibrary libnats(MPUEVENT_LIBNATS);
 
 // What is called of it; without its row here a function does not link.
 #define LIBNATS_FUNCTION(name) \
-  inline constinit const LazyFunction<decltype(::name)> name(libnats, #name)
+  inline constinit const log::LazyFunction<decltype(::name)> name(libnats, #name)
 LIBNATS_FUNCTION(jsConsumerConfig_Init);
 LIBNATS_FUNCTION(jsConsumerInfo_Destroy);
 LIBNATS_FUNCTION(jsCtx_Destroy);

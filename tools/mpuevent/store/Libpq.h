@@ -3,16 +3,16 @@
 
 #include <libpq-fe.h>
 
-#include "LazyLibrary.h"
+#include "log/input/LazyLibrary.h"
 
 namespace mpuevent::tool {
 
 /// The client of PostgreSQL: for PostgresqlStore.cpp alone.
-inline constinit LazyLibrary libpq(MPUEVENT_LIBPQ);
+inline constinit log::LazyLibrary libpq(MPUEVENT_LIBPQ);
 
 // What is called of it; without its row here a function does not link.
 #define LIBPQ_FUNCTION(name) \
-  inline constinit const LazyFunction<decltype(::name)> name(libpq, #name)
+  inline constinit const log::LazyFunction<decltype(::name)> name(libpq, #name)
 LIBPQ_FUNCTION(PQclear);
 LIBPQ_FUNCTION(PQcmdTuples);
 LIBPQ_FUNCTION(PQconnectdb);

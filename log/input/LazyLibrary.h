@@ -1,10 +1,16 @@
-#ifndef MPUEVENT_TOOL_LAZYLIBRARY_H
-#define MPUEVENT_TOOL_LAZYLIBRARY_H
+#ifndef MPUEVENT_LOG_INPUT_LAZYLIBRARY_H
+#define MPUEVENT_LOG_INPUT_LAZYLIBRARY_H
 
 #include <atomic>
+#include <stdexcept>
 #include <string>
 
-namespace mpuevent::tool {
+namespace mpuevent::log {
+
+/// A library cannot be loaded, or is not what it should be; the loader's words.
+struct LibraryError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
 
 /// A shared library that is loaded when it is first needed. That of a server brings tens of others:
 /// megabytes and milliseconds that most runs have no use for. It stays until the program ends.
@@ -16,7 +22,7 @@ class LazyLibrary {
   /// Loads it, unless it is there already; says why it cannot be.
   std::string load();
 
-  /// Throws `std::runtime_error` if it has no such function, or cannot be loaded.
+  /// Throws LibraryError if it has no such function, or cannot be loaded.
   void* find(const char* function);
 
  private:
@@ -53,6 +59,6 @@ class LazyFunction<Result(Arguments...)> {
   mutable std::atomic<Function*> found_ = nullptr;
 };
 
-}  // namespace mpuevent::tool
+}  // namespace mpuevent::log
 
 #endif

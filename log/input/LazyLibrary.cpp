@@ -1,10 +1,8 @@
-#include "LazyLibrary.h"
+#include "log/input/LazyLibrary.h"
 
 #include <dlfcn.h>
 
-#include <stdexcept>
-
-namespace mpuevent::tool {
+namespace mpuevent::log {
 
 std::string LazyLibrary::load() {
   if (handle_ != nullptr) return {};
@@ -16,10 +14,10 @@ std::string LazyLibrary::load() {
 }
 
 void* LazyLibrary::find(const char* function) {
-  if (const std::string reason = load(); !reason.empty()) throw std::runtime_error(reason);
+  if (const std::string reason = load(); !reason.empty()) throw LibraryError(reason);
   void* const found = ::dlsym(handle_, function);
-  if (found == nullptr) throw std::runtime_error(::dlerror());
+  if (found == nullptr) throw LibraryError(::dlerror());
   return found;
 }
 
-}  // namespace mpuevent::tool
+}  // namespace mpuevent::log

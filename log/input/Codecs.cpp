@@ -1,13 +1,9 @@
-#include <bzlib.h>
-#include <lzma.h>
-#include <zlib.h>
-#include <zstd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <new>
 
+#include "log/input/CodecLibraries.h"
 #include "log/input/Decompression.h"
 
 namespace mpuevent::log {

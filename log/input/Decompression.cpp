@@ -1,5 +1,7 @@
 #include "log/input/Decompression.h"
 
+#include "log/input/LazyLibrary.h"
+
 namespace mpuevent::log {
 
 namespace {
@@ -9,7 +11,14 @@ constexpr std::size_t kPiece = std::size_t{64} << 10;
 }  // namespace
 
 Decompression::Decompression(Packing packing, const ReadBytes& compressed)
-    : compressed_(compressed), codec_(makeCodec(packing)), piece_(kPiece) {}
+    : compressed_(compressed), piece_(kPiece) {
+  try {
+    codec_ = makeCodec(packing);
+  } catch (const LibraryError& error) {
+    ended_ = true;
+    error_ = error.what();
+  }
+}
 
 long Decompression::read(unsigned char* to, std::size_t room) {
   while (!ended_) {

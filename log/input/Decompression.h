@@ -32,7 +32,7 @@ class Codec {
   virtual void restart() = 0;
 };
 
-/// Not for Packing::none or Packing::archive.
+/// Not for Packing::none or Packing::archive. Throws LibraryError.
 std::unique_ptr<Codec> makeCodec(Packing packing);
 
 /// What a compressed source is when it is unpacked. libarchive, which could do this too, holds back

@@ -1,6 +1,3 @@
-#include <archive.h>
-#include <archive_entry.h>
-
 #include <algorithm>
 #include <cstring>
 #include <functional>
@@ -12,6 +9,7 @@
 #include <vector>
 
 #include "log/input/Decompression.h"
+#include "log/input/Libarchive.h"
 #include "log/input/LogSource.h"
 #include "log/input/Packing.h"
 
@@ -65,11 +63,17 @@ class Peeked {
 class Archive {
  public:
   explicit Archive(const ReadBytes& read)
-      : read_(read), piece_(kPiece), archive_(archive_read_new(), &archive_read_free) {
-    archive* const opened = archive_.get();
-    archive_read_support_format_tar(opened);
-    archive_read_support_format_zip_streamable(opened);
-    note(archive_read_open(opened, this, nullptr, &Archive::feed, nullptr));
+      : read_(read), piece_(kPiece), archive_(nullptr, archive_read_free) {
+    try {
+      archive_.reset(archive_read_new());
+      archive* const opened = archive_.get();
+      archive_read_support_format_tar(opened);
+      archive_read_support_format_zip_streamable(opened);
+      note(archive_read_open(opened, this, nullptr, &Archive::feed, nullptr));
+    } catch (const LibraryError& error) {
+      fatal_ = true;
+      error_ = error.what();
+    }
   }
 
   /// Goes on to the next file; false if there is none, or it cannot be found any more.
@@ -125,7 +129,7 @@ class Archive {
     *bytes = source.piece_.data();
     if (got >= 0) return got;
     source.readError_ = static_cast<int>(-got);
-    archive_set_error(to, source.readError_, "%s", std::strerror(source.readError_));
+    archive_clear_error(to);  // note() has the reason
     return ARCHIVE_FATAL;
   }
 
@@ -152,14 +156,15 @@ class Archive {
   bool note(int result) {
     if (result >= ARCHIVE_WARN) return true;
     const char* text = archive_error_string(archive_.get());
-    error_ = text != nullptr ? text : "unknown error";
+    if (text == nullptr) text = readError_ != 0 ? std::strerror(readError_) : "unknown error";
+    error_ = text;
     fatal_ = fatal_ || result < ARCHIVE_FAILED;
     return false;
   }
 
   const ReadBytes& read_;
   std::vector<unsigned char> piece_;
-  std::unique_ptr<archive, int (*)(archive*)> archive_;
+  std::unique_ptr<archive, decltype((archive_read_free))> archive_;
   // Of the file at hand:
   std::string path_;
   std::span<const unsigned char> block_;  // bytes not given yet,
@@ -206,7 +211,7 @@ void forEachLog(const LogSource& source, const LogVisitor& visitor, int depth) {
         source.name,
         [&](unsigned char* to, std::size_t room) { return unpacked.read(to, room); },
         {}};
-    forEachLog(inner, visitor, depth + 1);
+    if (unpacked.error().empty()) forEachLog(inner, visitor, depth + 1);
     if (!unpacked.error().empty()) visitor.broken(source.name, unpacked.error());
   }
 }

@@ -31,6 +31,7 @@ step 'the tool alone' "
   if dpkg -s libmpuevent0; then exit 1; fi
   [ \$(mpuevent decode --count /debs/array.cmap | cut -d ' ' -f 1) = 438 ]
   gzip -c /debs/array.cmap | mpuevent summary | grep -q '438 events'
+  tar -c /debs/array.cmap | mpuevent summary | grep -q '438 events'
   mpuevent store /tmp/events.db /debs/array.cmap
   [ \$(mpuevent decode -o jsonl /tmp/events.db | wc -l) = 438 ]
   { mpuevent store postgresql:///test /debs/array.cmap 2>&1 || true; } | grep 'needs libpq: libpq.so.5'

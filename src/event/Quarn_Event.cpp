@@ -1,23 +1,26 @@
 #include <MPUEvent/Quarn_Event.h>
 
+#include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
 #include <utility>
 
 #include "event/BodyWriter.h"
+#include "event/Numbers.h"
 #include "event/OwnEventId.h"
 #include "event/RecordView.h"
 #include "event/Recording.h"
 #include "event/SafeText.h"
+#include "event/Tags.h"
 #include "event/Text.h"
 #include "event/Trace.h"
 
 namespace Pegasus {
 
 using mpuevent::BodyBuffer;
-using mpuevent::LineBuffer;
 using mpuevent::Record;
 using mpuevent::Separator;
 using mpuevent::toString;
@@ -33,13 +36,64 @@ String numberAsEventId(const EmpEvLogMsg_s* record) {
   return mpuevent::decimalString(headerOf(record).id());
 }
 
-// Without a String of its own, which would be an allocation. There is a unit of room for each byte.
-void appendAscii(String& to, std::string_view ascii, Char16* units) {
-  for (std::size_t i = 0; i < ascii.size(); ++i) {
-    units[i] = Char16(static_cast<unsigned char>(ascii[i]));
+/// Puts a String together of words of our own and of other Strings. Short ones are gathered before
+/// they are appended: to append to a String takes longer than the units of most of them.
+class StringJoiner {
+ public:
+  explicit StringJoiner(std::size_t size) { joined_.reserveCapacity(static_cast<Uint32>(size)); }
+
+  /// ASCII. Between two texts they have `mostWords` characters at most, numbers included.
+  [[gnu::noinline]] void words(std::string_view ascii) {
+    assert(static_cast<std::size_t>(end_ - words_) + ascii.size() <= mostWords);
+    end_ = mpuevent::putText(end_, ascii);
   }
-  to.append(units, static_cast<Uint32>(ascii.size()));
-}
+  [[gnu::noinline]] void number(unsigned int value) {
+    end_ = mpuevent::putDecimal(end_, static_cast<std::int32_t>(value));
+  }
+  [[gnu::noinline]] void text(const String& text) {
+    gatherWords();
+    const Uint32 size = text.size();
+    if (size > gathered_.size() - block - count_) {
+      flush();
+      joined_.append(text);
+    } else {
+      std::copy_n(text.getChar16Data(), size, gathered_.data() + count_);
+      count_ += size;
+    }
+  }
+  String string() {
+    gatherWords();
+    flush();
+    return std::move(joined_);
+  }
+
+ private:
+  static constexpr std::size_t mostWords = 224;
+  static constexpr std::size_t block = 16;
+
+  void gatherWords() {
+    const auto size = static_cast<std::size_t>(end_ - words_);
+    if (size + block > gathered_.size() - count_) flush();
+    // What is behind the words is gathered, too, and then written over.
+    for (std::size_t at = 0; at < size; at += block) {
+      std::array<unsigned char, block> bytes;
+      std::memcpy(bytes.data(), words_ + at, block);
+      for (std::size_t i = 0; i < block; ++i) gathered_[count_ + at + i] = Char16(bytes[i]);
+    }
+    count_ += size;
+    end_ = words_;
+  }
+  void flush() {
+    joined_.append(gathered_.data(), static_cast<Uint32>(count_));
+    count_ = 0;
+  }
+
+  String joined_;
+  std::array<Char16, 384> gathered_;
+  std::size_t count_ = 0;
+  char words_[mostWords + 2 * block];
+  char* end_ = words_;
+};
 
 }  // namespace
 
@@ -116,19 +170,15 @@ void Quarn_Event::setBody(String text) {
 }
 
 String Quarn_Event::str() const {
-  String line;
-  line.reserveCapacity(400 + Summary.size() + Body.size());
-  LineBuffer words(Separator::none);  // between the texts
-  std::array<Char16, 256> units;      // the same words
-  const auto number = [&](std::string_view label, unsigned int value) {
-    words.words(label);
-    words.decimal(static_cast<std::int32_t>(value));
+  constexpr std::size_t otherParts = 400;
+  StringJoiner line(otherParts + Summary.size() + Body.size());
+  const auto number = [&line](std::string_view label, unsigned int value) {
+    line.words(label);
+    line.number(value);
   };
-  const auto text = [&](std::string_view label, const String& value) {
-    words.words(label);
-    appendAscii(line, words.view(), units.data());
-    words.cut(0);
-    line.append(value);
+  const auto text = [&line](std::string_view label, const String& value) {
+    line.words(label);
+    line.text(value);
   };
   text("Enclosure Ser#: '", EnclosureSerialNumber);
   text("', Card Ser#: '", ControllerSerialNumber);
@@ -142,8 +192,8 @@ String Quarn_Event::str() const {
   text(", EventID: '", EventID);
   text("', Summary: '", Summary);
   text("', Body: '", Body);
-  appendAscii(line, "'", units.data());
-  return line;
+  line.words("'");
+  return line.string();
 }
 
 long Quarn_Event::hexified(char* destination, const char* source, long count) {

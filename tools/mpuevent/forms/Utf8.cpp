@@ -43,28 +43,38 @@ enum class Kind { other, ascii, plain };
 // are judged together.
 [[gnu::noinline]] Kind copyBlocks(char* to, const Char16* from, std::size_t size) {
   std::array<std::uint16_t, kBlock> wide{};
-  std::array<unsigned char, kBlock> special{};
-  const std::size_t last = size - kBlock;
-  for (std::size_t at = 0;; at = std::min(at + kBlock, last)) {
+  std::array<unsigned char, kBlock> marks{};
+  std::array<unsigned char, kBlock> highest{};
+  std::array<unsigned char, kBlock> lowest;
+  lowest.fill(0xFF);
+  const auto copyBlock = [&](std::size_t at) {
     std::array<std::uint16_t, kBlock> units;
     std::copy_n(from + at, kBlock, units.begin());
-    std::array<signed char, kBlock> bytes;
-    for (std::size_t i = 0; i < kBlock; ++i) bytes[i] = static_cast<signed char>(units[i]);
+    std::array<unsigned char, kBlock> bytes;
+    for (std::size_t i = 0; i < kBlock; ++i) bytes[i] = static_cast<unsigned char>(units[i]);
     std::memcpy(to + at, bytes.data(), kBlock);
     for (std::size_t i = 0; i < kBlock; ++i) wide[i] |= units[i];
     for (std::size_t i = 0; i < kBlock; ++i) {
-      const signed char byte = bytes[i];
-      // From 0x7F on negative, or 0.
-      const auto next = static_cast<signed char>(byte + 1);
-      special[i] |= ((next <= ' ') | (byte == '"') | (byte == '\\')) != 0 ? 0xFF : 0;
+      const unsigned char byte = bytes[i];
+      marks[i] |= ((byte == '"') | (byte == '\\')) != 0 ? 0xFF : 0;
+      highest[i] = std::max(highest[i], byte);
+      lowest[i] = std::min(lowest[i], byte);
     }
-    if (at == last) break;
+  };
+  std::size_t at = 0;
+  for (; size - at > 2 * kBlock; at += 2 * kBlock) {
+    copyBlock(at);
+    copyBlock(at + kBlock);
+  }
+  if (size - at > kBlock) copyBlock(at);
+  copyBlock(size - kBlock);
+  for (std::size_t i = 0; i < kBlock; ++i) {
+    const bool special = (highest[i] >= 0x7F) | (lowest[i] < ' ');
+    marks[i] = static_cast<unsigned char>(marks[i] | special);
   }
   constexpr std::uint64_t notAscii = 0xFF80FF80FF80FF80;
-  const std::uint64_t others = anyBits(wide) & notAscii;
-  const std::uint64_t specials = anyBits(special);
-  if ((others | specials) == 0) return Kind::plain;
-  return others == 0 ? Kind::ascii : Kind::other;
+  if ((anyBits(wide) & notAscii) != 0) return Kind::other;
+  return anyBits(marks) == 0 ? Kind::plain : Kind::ascii;
 }
 
 Kind copyAscii(char* to, const Char16* from, std::size_t size) {

@@ -3,7 +3,6 @@
 
 #include <MPUEvent/FieldRecorder.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <span>
 
@@ -36,22 +35,19 @@ class BodyFields {
   bool empty() const { return recorded_.empty(); }
   std::size_t size() const { return recorded_.size(); }
 
-  /// How many bytes all keys and values take at most.
-  std::size_t textSize() const {
-    std::size_t units = 0;
-    for (const Pegasus::RecordedField& field : recorded_) {
-      units += std::size_t{field.keyLength} + (field.isGroup ? 0 : field.valueLength);
-    }
-    return std::max(units, body_.size());
-  }
+  /// How many bytes all keys and values take at most: none of them lies in another.
+  std::size_t textSize() const { return body_.size(); }
 
   /// Calls `visit(BodyField)` for one after another. Time is linear in the length of the Body.
   template <typename Visit>
   void forEach(const Visit& visit) const {
-    if (body_.size() == units_) {
-      forEach([](std::size_t unit) { return unit; }, visit);
+    const auto unitByUnit = [](std::size_t unit) { return unit; };
+    if (body_.isPlain()) {  // most are: made code of its own by that
+      forEach<true>(unitByUnit, visit);
+    } else if (body_.size() == units_) {
+      forEach<false>(unitByUnit, visit);
     } else {
-      forEach(
+      forEach<false>(
           [cursor = Utf8Cursor(body_)](std::size_t unit) mutable { return cursor.byteOf(unit); },
           visit);
     }
@@ -59,11 +55,11 @@ class BodyFields {
 
  private:
   // `byteOf` tells where a unit begins; it is asked for one behind another.
-  template <typename ByteOf, typename Visit>
+  template <bool plain, typename ByteOf, typename Visit>
   void forEach(ByteOf byteOf, const Visit& visit) const {
     const auto part = [&](std::size_t start, std::size_t length) {
       const std::size_t begin = byteOf(start);
-      return body_.part(begin, byteOf(start + length) - begin);
+      return body_.part(begin, byteOf(start + length) - begin, plain);
     };
     std::size_t depth = 0;
     const auto endGroups = [&](std::size_t outer) {

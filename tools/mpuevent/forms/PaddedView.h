@@ -1,6 +1,7 @@
 #ifndef MPUEVENT_TOOL_PADDEDVIEW_H
 #define MPUEVENT_TOOL_PADDEDVIEW_H
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -27,8 +28,10 @@ class PaddedView {
   // NOLINTNEXTLINE(google-explicit-constructor): it is a text like any other.
   constexpr operator std::string_view() const { return {data_, size_}; }
 
-  constexpr PaddedView part(std::size_t at, std::size_t count) const {
-    return PaddedView(std::string_view(*this).substr(at, count), plain_);
+  /// Which must lie within the text. `plain`: it is known to be.
+  constexpr PaddedView part(std::size_t at, std::size_t count, bool plain) const {
+    assert(at <= size_ && count <= size_ - at && (!plain || plain_));
+    return PaddedView({data_ + at, count}, plain);
   }
 
   /// Copies it to where there is room for all of it and the padding; returns the end.

@@ -21,6 +21,14 @@ constexpr std::size_t longestPieces = std::size_t{1} << 22;
 
 Uint32 unitCount(std::size_t count) { return static_cast<Uint32>(count); }
 
+RecordedField elementFrom(Uint32 start, Uint32 keySize, Uint32 end, Uint32 depth) {
+  constexpr Uint32 closingMarks = 3;  // "</" and ">"
+  const Uint32 valueStart = start + keySize + 2;
+  const Uint32 valueEnd = end - keySize - closingMarks;
+  return {start,      end - start,           start + 1, keySize,
+          valueStart, valueEnd - valueStart, depth,     false};
+}
+
 bool isWhiteSpace(Pegasus::Char16 unit) {
   const Pegasus::Uint16 value = unit;
   return value == ' ' || value == '\n' || value == '\r' || value == '\t';
@@ -60,12 +68,19 @@ void RecordedFields::grow() {
 }
 
 void ElementMarks::add(std::size_t start, std::size_t keySize, std::size_t end, std::size_t next) {
-  constexpr std::size_t closingMarks = 3;  // "</" and ">"
-  const std::size_t valueStart = start + keySize + 2;
-  const std::size_t valueSize = end - keySize - closingMarks - valueStart;
   goOnAt(start, next);
-  fields_.add({unitCount(start), unitCount(end - start), unitCount(start + 1), unitCount(keySize),
-               unitCount(valueStart), unitCount(valueSize), depth_, false});
+  fields_.add(elementFrom(unitCount(start), unitCount(keySize), unitCount(end), depth_));
+}
+
+void ElementMarks::addRow(std::span<const ElementStart> starts, std::size_t end,
+                          std::size_t spaces) {
+  goOnAt(starts.front().at, end);
+  const Uint32 depth = depth_;
+  Uint32 next = unitCount(end);
+  const std::span<RecordedField> fields = fields_.add(starts.size());
+  for (std::size_t i = starts.size(); i-- > 0; next = starts[i].at) {
+    fields[i] = elementFrom(starts[i].at, starts[i].keySize, next - unitCount(spaces), depth);
+  }
 }
 
 void ElementMarks::open(std::size_t start, std::size_t keySize) {

@@ -20,10 +20,10 @@ void EventFacts::read(const DecodedEvent& decoded) {
   index_ = decoded.index;
   offset_ = decoded.offset;
   readSerials(event, record);
-  controllerSlot_ = event.getControllerSlotID();
-  logInstance_ = event.getEventLogInstanceNumber();
-  sequenceId_ = event.getSequenceID();
-  timestamp_ = event.getTimestamp();
+  controllerSlot_ = record.controllerSlot();
+  logInstance_ = record.logInstance();
+  sequenceId_ = record.sequenceId();
+  timestamp_ = record.timestamp();
   timeText_.clear();
   if (decoded.time) appendDate(timeText_, *decoded.time);
   time_ = timeText_.view();

@@ -20,8 +20,9 @@ struct BodyField {
   };
 
   Kind kind;
-  PaddedView key;   ///< empty at a group's end
-  PaddedView text;  ///< of a value, as it stands in the Body; else empty
+  PaddedView key;     ///< empty at a group's end
+  PaddedView text;    ///< of a value, as it stands in the Body; else empty
+  std::size_t depth;  ///< how many groups are around it
 };
 
 /// The elements of a Body as the decoder wrote them, whatever their texts look like.
@@ -63,16 +64,15 @@ class BodyFields {
     };
     std::size_t depth = 0;
     const auto endGroups = [&](std::size_t outer) {
-      for (; depth > outer; --depth) visit(BodyField{BodyField::groupEnd, {}, {}});
+      while (depth > outer) visit(BodyField{BodyField::groupEnd, {}, {}, --depth});
     };
     for (const Pegasus::RecordedField& field : recorded_) {
       endGroups(field.depth);
       const PaddedView key = part(field.keyStart, field.keyLength);
       if (field.isGroup) {
-        visit(BodyField{BodyField::groupBegin, key, {}});
-        ++depth;
+        visit(BodyField{BodyField::groupBegin, key, {}, depth++});
       } else {
-        visit(BodyField{BodyField::value, key, part(field.valueStart, field.valueLength)});
+        visit(BodyField{BodyField::value, key, part(field.valueStart, field.valueLength), depth});
       }
     }
     endGroups(0);

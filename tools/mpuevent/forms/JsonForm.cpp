@@ -13,7 +13,7 @@ class JsonObject {
  public:
   JsonObject(TextBuffer& to, const JsonLayout& layout) : writer_(to), layout_(layout) {}
 
-  void write(const EventFacts& facts) {
+  [[gnu::always_inline]] void write(const EventFacts& facts) {
     writer_.beginObject();
     facts.describeEvent(*this);
     facts.describeBody(*this);

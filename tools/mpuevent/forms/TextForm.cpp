@@ -21,16 +21,18 @@ constexpr std::string_view kBlanks = "                                ";
 
 // Writes blanks to where there is room for all of them and kBlanks; returns the end.
 char* writeBlanks(char* to, std::size_t count) {
-  for (std::size_t at = 0; at < count; at += kBlanks.size()) {
+  std::memcpy(to, kBlanks.data(), kBlanks.size());
+  for (std::size_t at = kBlanks.size(); at < count; at += kBlanks.size()) {
     std::memcpy(to + at, kBlanks.data(), kBlanks.size());
   }
   return to + count;
 }
 
 /// The facts of an event as labelled lines.
+template <bool coloured>
 class TextBlock {
  public:
-  TextBlock(TextBuffer& to, bool coloured) : to_(to), coloured_(coloured) {}
+  explicit TextBlock(TextBuffer& to) : to_(to) {}
 
   void heading(std::string_view file) {
     char* place = to_.reserve(shownRoom(file.size()) + kMarksRoom);
@@ -88,15 +90,8 @@ class TextBlock {
       return;
     }
     end(beginLine(key, 0, false));
-    std::size_t level = 1;
-    const std::size_t column = valueColumn(*fields);
-    fields->forEach([&](const BodyField& field) {
-      if (field.kind == BodyField::groupEnd) {
-        --level;
-      } else {
-        element(field, level * kIndent, column);
-        level += field.kind == BodyField::groupBegin ? 1U : 0U;
-      }
+    fields->forEach([this, column = valueColumn(*fields)](const BodyField& field) {
+      if (field.kind != BodyField::groupEnd) element(field, column);
     });
   }
 
@@ -121,14 +116,14 @@ class TextBlock {
   static char* copy(char* to, std::string_view text) {
     return std::copy(text.begin(), text.end(), to);
   }
-  char* colour(char* to, std::string_view code) const { return coloured_ ? copy(to, code) : to; }
+  static char* colour(char* to, std::string_view code) { return coloured ? copy(to, code) : to; }
 
   // Writes the label, which is the key in words: "event_id" becomes "Event id:". Behind it there is
   // room for a value of that size, and for marks.
   char* beginLine(const FactKey& key, std::size_t valueRoom, bool valueFollows = true) {
     char* const place = to_.reserve(FactKey::labelRoom + valueRoom + kMarksRoom);
     const std::size_t width = key.size + 1;
-    if (!coloured_) {
+    if constexpr (!coloured) {
       std::memcpy(place, key.label.data(), FactKey::labelRoom);
       return place + (valueFollows ? FactKey::labelWidth : width);
     }
@@ -142,7 +137,10 @@ class TextBlock {
     to_.advanceTo(place);
   }
 
-  void element(const BodyField& field, std::size_t indent, std::size_t column) {
+  static std::size_t indentOf(const BodyField& field) { return (field.depth + 1) * kIndent; }
+
+  void element(const BodyField& field, std::size_t column) {
+    const std::size_t indent = indentOf(field);
     char* place = to_.reserve(shownRoom(field.key.size()) + shownRoom(field.text.size()) + indent +
                               column + kMarksRoom);
     place = writeBlanks(place, indent);
@@ -162,20 +160,15 @@ class TextBlock {
   // Where the values begin: behind the longest key, unless it is very long.
   static std::size_t valueColumn(const BodyFields& fields) {
     std::size_t column = 0;
-    std::size_t level = 1;
-    fields.forEach([&](const BodyField& field) {
-      if (field.kind == BodyField::value) {
-        const std::size_t width = level * kIndent + field.key.size() + 2;
-        column = std::max(column, std::min(width, kWidestAligned));
-      }
-      level += field.kind == BodyField::groupBegin ? 1U : 0U;
-      level -= field.kind == BodyField::groupEnd ? 1U : 0U;
+    fields.forEach([&column](const BodyField& field) {
+      if (field.kind != BodyField::value) return;
+      const std::size_t width = indentOf(field) + field.key.size() + 2;
+      column = std::max(column, std::min(width, kWidestAligned));
     });
     return column;
   }
 
   TextPen to_;
-  const bool coloured_;
 };
 
 class TextForm : public EventForm {
@@ -188,13 +181,22 @@ class TextForm : public EventForm {
     facts_.read(decoded);
     if (!first_) to += '\n';
     first_ = false;
-    TextBlock block(to, coloured_);
+    if (coloured_) {
+      writeBlock<true>(to);
+    } else {
+      writeBlock<false>(to);
+    }
+  }
+
+ private:
+  template <bool coloured>
+  void writeBlock(TextBuffer& to) {
+    TextBlock<coloured> block(to);
     if (heading_) block.heading(*heading_);
     heading_.reset();
     block.write(facts_);
   }
 
- private:
   const bool coloured_;
   bool first_ = true;
   std::optional<std::string> heading_;  // to come before the next event

@@ -41,6 +41,11 @@ bool isWhiteSpace(const Pegasus::Char16* units, Uint32 from, Uint32 to) {
   return true;
 }
 
+/// Copies of a String mostly share their units.
+bool isSame(const String& text, const String& other) {
+  return text.getChar16Data() == other.getChar16Data() && text.size() == other.size();
+}
+
 bool standsAt(const String& text, Uint32 at, const String& piece) {
   const Pegasus::Char16* place = text.getChar16Data() + at;
   const Uint32 size = piece.size();
@@ -201,12 +206,22 @@ void Recording::addElement(const String& element, Uint32 keySize) {
 
 void Recording::bodySet(const Quarn_Event* event, const String& before, const String& text) {
   if (event != event_) return;
+  if (pieces_.size() == 1 && isSame(pieces_.front().text, text)) return setWhole();
   const bool goesOn =
       before.size() > 0 && text.size() >= before.size() && standsAt(text, 0, before);
   if (goesOn) return join(text.subString(before.size()), before.size());
   fields_.clear();
   complete_ = true;
   join(text, 0);
+}
+
+/// Most Bodies are one text as it was made.
+void Recording::setWhole() {
+  const Piece& piece = pieces_.front();
+  fields_.clear();
+  complete_ = piece.marks->cover(piece.text);
+  piece.marks->moveInto(fields_, 0);
+  dropPieces();
 }
 
 void Recording::bodyAppended(const Quarn_Event* event, Uint32 start, const String& text) {

@@ -134,6 +134,7 @@ class Recording {
     bool used;
   };
 
+  void setWhole();
   void join(const Pegasus::String& text, Pegasus::Uint32 start);
   Piece* pieceAt(const Pegasus::String& text, Pegasus::Uint32 at, std::size_t& next);
   void dropPieces();

@@ -7,19 +7,7 @@
 
 namespace mpuevent::tool {
 
-namespace {
-
-/// The digits of a number below 1000, in room of a fixed size.
-struct Digits {
-  std::array<char, 4> alone;   ///< as it is written by itself
-  std::array<char, 3> behind;  ///< all three, as they are written behind others
-  unsigned char count;         ///< of those alone
-};
-
-constexpr unsigned kGroup = 1000;
-constexpr unsigned kTwoGroups = kGroup * kGroup;
-
-constexpr auto kDigits = [] {
+constinit const std::array<Digits, kGroup> kDigits = [] {
   std::array<Digits, kGroup> table{};
   for (unsigned number = 0; number < kGroup; ++number) {
     const char digits[] = {static_cast<char>('0' + number / 100),
@@ -33,13 +21,11 @@ constexpr auto kDigits = [] {
   return table;
 }();
 
-char* putAlone(char* to, std::uint32_t group) {
-  const Digits& digits = kDigits[group];
-  std::memcpy(to, digits.alone.data(), digits.alone.size());
-  return to + digits.count;
-}
+namespace {
 
-char* putBehind(char* to, std::uint32_t group) {
+constexpr unsigned kTwoGroups = kGroup * kGroup;
+
+char* putBehind(char* to, std::uint64_t group) {
   const Digits& digits = kDigits[group];
   std::memcpy(to, digits.behind.data(), digits.behind.size());
   return to + digits.behind.size();
@@ -47,14 +33,11 @@ char* putBehind(char* to, std::uint32_t group) {
 
 }  // namespace
 
-char* writeDecimal(char* to, std::uint64_t number) {
+char* writeLongDecimal(char* to, std::uint64_t number) {
   const auto last = static_cast<std::uint32_t>(number % kTwoGroups);
-  if (number >= kTwoGroups) {
-    to = writeDecimal(to, number / kTwoGroups);
-    return putBehind(putBehind(to, last / kGroup), last % kGroup);
-  }
-  if (last < kGroup) return putAlone(to, last);
-  return putBehind(putAlone(to, last / kGroup), last % kGroup);
+  to = number < kTwoGroups ? writeDecimal(to, last / kGroup)
+                           : putBehind(writeDecimal(to, number / kTwoGroups), last / kGroup);
+  return putBehind(to, last % kGroup);
 }
 
 }  // namespace mpuevent::tool

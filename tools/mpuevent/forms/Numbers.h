@@ -1,8 +1,10 @@
 #ifndef MPUEVENT_TOOL_NUMBERS_H
 #define MPUEVENT_TOOL_NUMBERS_H
 
+#include <array>
 #include <charconv>
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 #include "TextBuffer.h"
@@ -13,8 +15,25 @@ namespace mpuevent::tool {
 /// The room that writeDecimal() needs.
 inline constexpr std::size_t kDecimalRoom = 24;
 
+/// The digits of a number below 1000, in room of a fixed size.
+struct Digits {
+  std::array<char, 4> alone;   ///< as it is written by itself
+  std::array<char, 3> behind;  ///< all three, as they are written behind others
+  unsigned char count;         ///< of those alone
+};
+
+inline constexpr unsigned kGroup = 1000;
+extern const std::array<Digits, kGroup> kDigits;
+
+char* writeLongDecimal(char* to, std::uint64_t number);
+
 /// Writes the number in decimal to where there is kDecimalRoom; returns the end.
-char* writeDecimal(char* to, std::uint64_t number);
+inline char* writeDecimal(char* to, std::uint64_t number) {
+  if (number >= kGroup) return writeLongDecimal(to, number);
+  const Digits& digits = kDigits[number];
+  std::memcpy(to, digits.alone.data(), digits.alone.size());
+  return to + digits.count;
+}
 
 template <typename Text>
 void appendDecimal(Text& to, std::uint64_t number) {

@@ -27,11 +27,11 @@ constexpr bool isLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 
 constexpr std::size_t kBlock = 16;
 
 template <typename Block>
-std::uint64_t anyBits(const Block& block) {
-  std::array<std::uint64_t, sizeof block / sizeof(std::uint64_t)> words;
+std::uint32_t anyBits(const Block& block) {
+  std::array<std::uint32_t, sizeof block / sizeof(std::uint32_t)> words;
   std::memcpy(words.data(), block.data(), sizeof block);
-  std::uint64_t any = 0;
-  for (const std::uint64_t word : words) any |= word;
+  std::uint32_t any = 0;
+  for (const std::uint32_t word : words) any |= word;
   return any;
 }
 
@@ -41,20 +41,21 @@ enum class Kind { other, ascii, plain };
 // Copies a text of a block or more, as far as it is ASCII, the last units of it once more. Loops of
 // fixed length over units of their own become vector code, by themselves at least, and all blocks
 // are judged together.
+template <std::size_t block>
 [[gnu::noinline]] Kind copyBlocks(char* to, const Char16* from, std::size_t size) {
-  std::array<std::uint16_t, kBlock> wide{};
-  std::array<unsigned char, kBlock> marks{};
-  std::array<unsigned char, kBlock> highest{};
-  std::array<unsigned char, kBlock> lowest;
+  std::array<std::uint16_t, block> wide{};
+  std::array<unsigned char, block> marks{};
+  std::array<unsigned char, block> highest{};
+  std::array<unsigned char, block> lowest;
   lowest.fill(0xFF);
   const auto copyBlock = [&](std::size_t at) {
-    std::array<std::uint16_t, kBlock> units;
-    std::copy_n(from + at, kBlock, units.begin());
-    std::array<unsigned char, kBlock> bytes;
-    for (std::size_t i = 0; i < kBlock; ++i) bytes[i] = static_cast<unsigned char>(units[i]);
-    std::memcpy(to + at, bytes.data(), kBlock);
-    for (std::size_t i = 0; i < kBlock; ++i) wide[i] |= units[i];
-    for (std::size_t i = 0; i < kBlock; ++i) {
+    std::array<std::uint16_t, block> units;
+    std::copy_n(from + at, block, units.begin());
+    std::array<unsigned char, block> bytes;
+    for (std::size_t i = 0; i < block; ++i) bytes[i] = static_cast<unsigned char>(units[i]);
+    std::memcpy(to + at, bytes.data(), block);
+    for (std::size_t i = 0; i < block; ++i) wide[i] |= units[i];
+    for (std::size_t i = 0; i < block; ++i) {
       const unsigned char byte = bytes[i];
       marks[i] |= ((byte == '"') | (byte == '\\')) != 0 ? 0xFF : 0;
       highest[i] = std::max(highest[i], byte);
@@ -62,23 +63,25 @@ enum class Kind { other, ascii, plain };
     }
   };
   std::size_t at = 0;
-  for (; size - at > 2 * kBlock; at += 2 * kBlock) {
+  for (; size - at > 2 * block; at += 2 * block) {
     copyBlock(at);
-    copyBlock(at + kBlock);
+    copyBlock(at + block);
   }
-  if (size - at > kBlock) copyBlock(at);
-  copyBlock(size - kBlock);
-  for (std::size_t i = 0; i < kBlock; ++i) {
+  if (size - at > block) copyBlock(at);
+  copyBlock(size - block);
+  for (std::size_t i = 0; i < block; ++i) {
     const bool special = (highest[i] >= 0x7F) | (lowest[i] < ' ');
     marks[i] = static_cast<unsigned char>(marks[i] | special);
   }
-  constexpr std::uint64_t notAscii = 0xFF80FF80FF80FF80;
+  constexpr std::uint32_t notAscii = 0xFF80FF80;
   if ((anyBits(wide) & notAscii) != 0) return Kind::other;
   return anyBits(marks) == 0 ? Kind::plain : Kind::ascii;
 }
 
 Kind copyAscii(char* to, const Char16* from, std::size_t size) {
-  if (size >= kBlock) return copyBlocks(to, from, size);
+  if (size >= kBlock) return copyBlocks<kBlock>(to, from, size);
+  if (size >= kBlock / 2) return copyBlocks<kBlock / 2>(to, from, size);
+  if (size >= kBlock / 4) return copyBlocks<kBlock / 4>(to, from, size);
   const bool isPlain = std::all_of(from, from + size, [&to](std::uint16_t unit) {
     *to++ = static_cast<char>(unit);
     return unit >= ' ' && unit < 0x7F && unit != '"' && unit != '\\';

@@ -3,7 +3,6 @@
 
 #include <cassert>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -22,38 +21,39 @@ class PaddedView {
   constexpr PaddedView() : PaddedView({nothing.data(), 0}, true) {}
 
   constexpr const char* data() const { return data_; }
-  constexpr std::size_t size() const { return size_; }
-  constexpr bool empty() const { return size_ == 0; }
-  constexpr bool isPlain() const { return plain_; }
+  constexpr std::size_t size() const { return sizeAndPlain_ >> 1; }
+  constexpr bool empty() const { return size() == 0; }
+  constexpr bool isPlain() const { return (sizeAndPlain_ & 1) != 0; }
   // NOLINTNEXTLINE(google-explicit-constructor): it is a text like any other.
-  constexpr operator std::string_view() const { return {data_, size_}; }
+  constexpr operator std::string_view() const { return {data_, size()}; }
 
   /// Which must lie within the text. `plain`: it is known to be.
   constexpr PaddedView part(std::size_t at, std::size_t count, bool plain) const {
-    assert(at <= size_ && count <= size_ - at && (!plain || plain_));
+    assert(at <= size() && count <= size() - at && (!plain || isPlain()));
     return PaddedView({data_ + at, count}, plain);
   }
 
   /// Copies it to where there is room for all of it and the padding; returns the end.
   char* copyTo(char* to) const {
     std::memcpy(to, data_, padding);
-    for (std::size_t at = padding; at < size_; at += padding) {
+    for (std::size_t at = padding; at < size(); at += padding) {
       std::memcpy(to + at, data_ + at, padding);
     }
-    return to + size_;
+    return to + size();
   }
 
  private:
   friend class Utf8Text;
   constexpr PaddedView(std::string_view text, bool plain)
-      : data_(text.data()), size_(static_cast<std::uint32_t>(text.size())), plain_(plain) {}
+      : data_(text.data()), sizeAndPlain_(text.size() << 1 | (plain ? 1U : 0U)) {}
 
   static constexpr std::string_view nothing{"                                "};
   static_assert(nothing.size() == padding);
 
   const char* data_;
-  std::uint32_t size_;  // of 32 bits, so that all of it goes into two registers
-  bool plain_;
+  // In one, so that all of it goes into two registers: what is written in parts and read as a whole
+  // has to wait.
+  std::size_t sizeAndPlain_;
 };
 
 }  // namespace mpuevent::tool

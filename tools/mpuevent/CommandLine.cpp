@@ -3,10 +3,13 @@
 #include <MPUEvent/Version.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "DecodeCommand.h"
@@ -65,6 +68,7 @@ class CommandLine {
 
   std::variant<Command, Answer, UsageError> parse(int argc, const char* const* argv) {
     if (argc < 2) return UsageError{{}, help(app_)};
+    addOptions(argv[1]);
     try {
       app_.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
@@ -81,6 +85,7 @@ class CommandLine {
   }
 
   void show(const std::function<void(CLI::App&)>& show) {
+    addOptions({});
     show(app_);
     for (CLI::App* command : app_.get_subcommands([](CLI::App*) { return true; })) show(*command);
   }
@@ -105,11 +110,20 @@ class CommandLine {
 
   template <typename Options>
   void add(const std::string& name, const std::string& description, Options& options,
-           void (*addOptions)(CLI::App&, Options&), ExitCode (*run)(const Options&)) {
+           void (*addTo)(CLI::App&, Options&), ExitCode (*run)(const Options&)) {
     CLI::App* command = add(name, description);
-    addOptions(*command, options);
     command->callback(
         [this, &options, run] { command_ = [options, run] { return run(options); }; });
+    optionsOf_.emplace_back(name, [=, &options] { addTo(*command, options); });
+  }
+
+  // The options of a command alone, or of all if it is none: those of all take milliseconds.
+  void addOptions(std::string_view command) {
+    const auto isWanted = [command](const auto& options) { return options.first == command; };
+    const bool one = std::any_of(optionsOf_.begin(), optionsOf_.end(), isWanted);
+    for (const auto& options : optionsOf_) {
+      if (!one || isWanted(options)) options.second();
+    }
   }
 
   std::string help(const CLI::App& command) const {
@@ -156,6 +170,7 @@ class CommandLine {
     return option ? error.what() : "no command '" + first + "'";
   }
 
+  std::vector<std::pair<std::string, std::function<void()>>> optionsOf_;  // by their command
   CLI::App app_{"Decodes the event logs of a storage controller.", "mpuevent"};
   DecodeOptions decode_;
   ExplainOptions explain_;

@@ -27,6 +27,11 @@ std::string lower(std::string_view text) {
   return result;
 }
 
+bool isSame(std::string_view word, std::string_view other) {
+  return std::equal(word.begin(), word.end(), other.begin(), other.end(),
+                    [](char a, char b) { return lower(a) == lower(b); });
+}
+
 }  // namespace
 
 template <typename WordOf>
@@ -82,7 +87,7 @@ void Words::add(std::string text, unsigned code, bool listed) {
 std::vector<std::uint8_t> Words::codesOf(std::string_view word) const {
   std::vector<std::uint8_t> codes;
   for (const Word& known : words_) {
-    if (lower(known.text) == lower(word)) codes.push_back(known.code);
+    if (isSame(known.text, word)) codes.push_back(known.code);
   }
   return codes;
 }
@@ -91,10 +96,8 @@ std::vector<std::string> Words::listed() const {
   std::vector<std::string> told;
   for (const Word& word : words_) {
     if (!word.listed) continue;
-    const auto isSame = [&word](std::string_view other) {
-      return lower(other) == lower(word.text);
-    };
-    if (std::none_of(told.begin(), told.end(), isSame)) told.push_back(word.text);
+    const auto isThis = [&word](std::string_view other) { return isSame(other, word.text); };
+    if (std::none_of(told.begin(), told.end(), isThis)) told.push_back(word.text);
   }
   return told;
 }

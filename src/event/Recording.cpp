@@ -25,8 +25,7 @@ RecordedField elementFrom(Uint32 start, Uint32 keySize, Uint32 end, Uint32 depth
   constexpr Uint32 closingMarks = 3;  // "</" and ">"
   const Uint32 valueStart = start + keySize + 2;
   const Uint32 valueEnd = end - keySize - closingMarks;
-  return {start,      end - start,           start + 1, keySize,
-          valueStart, valueEnd - valueStart, depth,     false};
+  return {start, end - start, start + 1, keySize, valueStart, valueEnd - valueStart, depth, false};
 }
 
 bool isWhiteSpace(Pegasus::Char16 unit) {

@@ -283,6 +283,12 @@ if ! "${tool[@]}" help decode | grep -q 'does not unpack'; then
   head -c 3000 bundle.tar >cut.tar
   expect 3 decode -o jsonl cut.tar log
   same 'tar cut off' "$(grep -c '^mpuevent: cut.tar.*: broken: ' err) $(files | grep -c 'log $')" '1 1'
+  # Where its library cannot be loaded an archive is told of, and all else is decoded.
+  if soname=$(grep -aom 1 'libarchive\.so\.[0-9]*' "${tool[-1]}"); then
+    mkdir unloadable && : >"unloadable/$soname"
+    LD_LIBRARY_PATH=$here/unloadable expect 3 decode -o jsonl bundle.gzip packed bundle.tar log
+    same 'no libarchive' "$(grep -c "^mpuevent: bundle.*: broken: .*$soname: " err) $(files)" '2 packed log '
+  fi
 fi
 
 # Trace lines, each before the event that it is about

@@ -53,7 +53,7 @@ bool holds(const Choice::TextTest& test, const Record& record) {
 }  // namespace
 
 // Asked of every record that is read: plain loops, as most often there are one or two tests.
-bool Choice::chooses(std::span<const unsigned char> bytes) const {
+bool Choice::allHold(std::span<const unsigned char> bytes) const {
   const Record record = headerOf(bytes);
   for (const NumberTest& test : numbers_) {
     if (!holds(test, record)) return false;

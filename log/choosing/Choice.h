@@ -32,7 +32,9 @@ class Choice {
   }
 
   /// `record` has 152 bytes or more.
-  bool chooses(std::span<const unsigned char> record) const;
+  bool chooses(std::span<const unsigned char> record) const {
+    return (numbers_.empty() && texts_.empty()) || allHold(record);
+  }
 
   struct NumberTest {
     HeaderNumber number;
@@ -49,6 +51,8 @@ class Choice {
   const std::vector<TextTest>& texts() const { return texts_; }
 
  private:
+  bool allHold(std::span<const unsigned char> record) const;
+
   std::vector<NumberTest> numbers_;
   std::vector<TextTest> texts_;
 };

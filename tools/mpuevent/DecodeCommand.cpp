@@ -187,10 +187,11 @@ class Decoding {
   void write(const LogFile& file, const log::LogUnit& unit, std::uint64_t index) {
     const std::unique_ptr<Pegasus::Quarn_Event> event = decode(unit);
     const std::size_t begin = output_.text().size();
-    form_->write({file.name, index, unit.offset, unit.record,
-                  EventDecoder::className(log::headerOf(unit.record).source()), *event,
-                  fields_ ? &*fields_ : nullptr, options_.choosing.timeOf(event->getTimestamp())},
-                 output_.text());
+    const Record record = log::headerOf(unit.record);
+    form_->write(
+        {file.name, index, unit.offset, unit.record, EventDecoder::className(record.source()),
+         *event, fields_ ? &*fields_ : nullptr, options_.choosing.timeOf(record.timestamp())},
+        output_.text());
     if (redaction_) redaction_->name(output_.text(), begin);
   }
 

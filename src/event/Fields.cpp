@@ -12,7 +12,7 @@ constexpr std::size_t wordSize = 4;
 
 /// Of a number whose bytes are held, the last one before `end`.
 inline std::uint64_t heldNumber(RecordView layout, std::size_t end, Width width) {
-  if (width == Width::u32) return layout.u32(end - wordSize);  // most are
+  if (width == Width::u32) return layout.u32Before(end);  // most are
   return layout.numberBefore(end, width == Width::u24 ? 3 : byteCount(width));
 }
 

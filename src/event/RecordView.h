@@ -50,6 +50,10 @@ class RecordView {
   std::uint64_t u48(std::size_t at) const { return holds(at, 6) ? bigEndian<6>(at) : 0; }
   std::uint64_t u64(std::size_t at) const { return holds(at, 8) ? bigEndian<8>(at) : 0; }
 
+  /// The word before `end`, which is held.
+  std::uint32_t u32Before(std::size_t end) const {
+    return static_cast<std::uint32_t>(bigEndian<4>(end - 4));
+  }
   /// The number of `width` bytes, 1 to 8, before `end`, that are all held.
   std::uint64_t numberBefore(std::size_t end, std::size_t width) const {
     if (size_ >= 8 && size_ != toEnd) {

@@ -192,7 +192,7 @@ EventProperties::EventProperties(std::optional<tool::Moment> epoch)
 
 Properties EventProperties::factsOf(const log::LogUnit& unit, const Place* place) {
   const Pegasus::FieldRecorder fields;
-  const std::unique_ptr<Pegasus::Quarn_Event> event = tool::EventDecoder().decode(unit);
+  const std::unique_ptr<Pegasus::Quarn_Event> event = tool::EventDecoder::decode(unit);
   std::optional<tool::Moment> time;
   if (epoch_) time = *epoch_ + event->getTimestamp();
   const auto file = place != nullptr ? std::optional<std::string_view>(place->file) : std::nullopt;

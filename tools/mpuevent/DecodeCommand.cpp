@@ -199,7 +199,7 @@ class Decoding {
     std::unique_ptr<Pegasus::Quarn_Event> event = run_.takeDecoded();
     if (!event) {
       if (trace_) trace_->drop();
-      event = decoder_.decode(unit);
+      event = EventDecoder::decode(unit);
     }
     if (trace_ && trace_->any()) {
       output_.flush();
@@ -215,7 +215,6 @@ class Decoding {
   std::optional<TraceLines> trace_;
   std::optional<Pegasus::FieldRecorder> fields_;
   std::optional<Redaction> redaction_;
-  EventDecoder decoder_;
   Output output_;
   LogRun run_;
   std::optional<std::size_t> lastFile_;

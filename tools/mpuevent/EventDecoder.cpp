@@ -1,8 +1,12 @@
 #include "EventDecoder.h"
 
+#include <CMAP/CMAPMessageHeader.h>
 #include <CMAP/Quarn_istream.h>
+#include <MPUEvent/MPUEvent.h>
 
 #include <algorithm>
+
+#include "modules/newEvent.h"
 
 namespace mpuevent::tool {
 
@@ -17,13 +21,21 @@ EventDecoder::MessageHeader EventDecoder::messageHeader(const log::LogUnit& unit
   return header;
 }
 
+std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const log::LogUnit& unit) {
+  if (unit.record.size() < Record::headerSize) return nullptr;
+  // The decoders only read it.
+  auto* const record =
+      reinterpret_cast<Pegasus::EmpEvLogMsg_s*>(const_cast<unsigned char*>(unit.record.data()));
+  const auto length = static_cast<int>(std::min(unit.record.size(), longestRecord));
+  return std::unique_ptr<Pegasus::Quarn_Event>(newEvent(record, length));
+}
+
 std::unique_ptr<Pegasus::Quarn_Event> EventDecoder::decode(const MessageHeader& header,
                                                            std::span<const unsigned char> record) {
   Pegasus::Quarn_imemstream stream(record.data(),
                                    static_cast<int>(std::min(record.size(), longestRecord)));
-  envelope_.setCMAPMessageHeader(Pegasus::CMAPMessageHeader(header.data()));
-  envelope_.deserialize(stream);
-  return std::unique_ptr<Pegasus::Quarn_Event>(envelope_.create_Quarn_Event());
+  const Pegasus::MPUEvent envelope(Pegasus::CMAPMessageHeader(header.data()), stream);
+  return std::unique_ptr<Pegasus::Quarn_Event>(envelope.create_Quarn_Event());
 }
 
 std::string_view EventDecoder::className(std::uint8_t source) {

@@ -305,7 +305,7 @@ void LogRun::readUnits(const LogFile& file, log::LogReader& reader) {
 bool LogRun::isChosen(const log::LogUnit& unit) {
   if (!choosing_.choice.chooses(unit.record)) return false;
   if (!grep_ && !notGrep_) return true;
-  decoded_ = EventDecoder().decode(unit);
+  decoded_ = EventDecoder::decode(unit);
   return (!grep_ || grep_->matches(*decoded_)) && (!notGrep_ || !notGrep_->matches(*decoded_));
 }
 

@@ -166,7 +166,7 @@ ExitCode readHexEvent(const ExplainOptions& options, std::optional<log::KeptUnit
 void writeEvent(const ExplainOptions& options, const log::KeptUnit& found, TextBuffer& to) {
   const log::LogUnit unit = found.unit();
   const Pegasus::FieldRecorder fields;
-  const auto event = EventDecoder().decode(unit);
+  const auto event = EventDecoder::decode(unit);
   const bool named = options.file != "-";
   makeTextForm(ShowPayload::never, false)
       ->write({named ? std::optional<std::string_view>(options.file) : std::nullopt, found.index(),

@@ -104,7 +104,7 @@ Specimen::Facts Specimen::decode() const {
   Facts facts;
   std::unique_ptr<Pegasus::Quarn_Event> event;
   try {
-    event = EventDecoder().decode(header, record);
+    event = EventDecoder::decode(header, record);
   } catch (const Pegasus::CMAPOperationFailedException&) {
     // The header promises more bytes than there are.
   }

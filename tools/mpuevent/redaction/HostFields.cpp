@@ -57,7 +57,7 @@ HostFields hostFieldsOf(const log::LogUnit& unit) {
   const Record record = log::recordOf(unit.record);
   if (record.source() != kIscsiSource && record.source() != kIsnsSource) return found;
   const Pegasus::FieldRecorder recorder;
-  const std::unique_ptr<Pegasus::Quarn_Event> event = EventDecoder().decode(unit);
+  const std::unique_ptr<Pegasus::Quarn_Event> event = EventDecoder::decode(unit);
   const Pegasus::String body = event->getBody();
   Utf8Text utf8;
   const BodyFields fields(recorder, utf8.assign(body), body.size());

@@ -78,14 +78,13 @@ class Batch::Decoder {
       return nullptr;
     }
     try {
-      return decoder_.decode(log::LogUnit{0, nullptr, record});
+      return EventDecoder::decode(log::LogUnit{0, nullptr, record});
     } catch (const Pegasus::Exception& error) {
       reason = std::string_view(utf8_.assign(error.getMessage()));
       return nullptr;
     }
   }
 
-  EventDecoder decoder_;
   EventFacts facts_{ShowPayload::automatic};
   EventFacts undecodedFacts_{ShowPayload::automatic};
   FactRow row_;

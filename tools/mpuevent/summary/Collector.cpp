@@ -150,7 +150,7 @@ void Collector::keepError(const LogFile& file, const log::LogUnit& unit, std::ui
 ErrorSummary Collector::describe(const Error& error) const {
   const log::LogUnit unit{error.offset, error.header.empty() ? nullptr : error.header.data(),
                           error.record};
-  const std::unique_ptr<Pegasus::Quarn_Event> event = EventDecoder().decode(unit);
+  const std::unique_ptr<Pegasus::Quarn_Event> event = EventDecoder::decode(unit);
   const Record record = log::recordOf(unit.record);
   ErrorSummary summary;
   if (error.file < summary_.files.size()) summary.file = summary_.files[error.file].name;

@@ -79,7 +79,7 @@ std::uint32_t Kinds::kindOf(const log::LogUnit& unit) {
 }
 
 std::uint32_t Kinds::decode(const log::LogUnit& unit) {
-  const std::unique_ptr<Pegasus::Quarn_Event> event = decoder_.decode(unit);
+  const std::unique_ptr<Pegasus::Quarn_Event> event = EventDecoder::decode(unit);
   const Record record = log::recordOf(unit.record);
   Source& source = sources_[record.source()];
   if (source.name.empty()) {

@@ -53,7 +53,6 @@ class Kinds {
   std::uint32_t kindOfTexts(const log::LogUnit& unit, const Pegasus::Quarn_Event& event);
 
   const FirmwareText firmwareText_;
-  EventDecoder decoder_;
   std::uint64_t leftOut_ = 0;
   std::vector<KindSummary> kinds_;
   std::unordered_map<std::string, std::uint32_t> kindsByTexts_;

@@ -70,8 +70,8 @@ template <std::size_t block>
   if (size - at > block) copyBlock(at);
   copyBlock(size - block);
   for (std::size_t i = 0; i < block; ++i) {
-    const bool special = (highest[i] >= 0x7F) | (lowest[i] < ' ');
-    marks[i] = static_cast<unsigned char>(marks[i] | special);
+    marks[i] |=
+        static_cast<unsigned char>((highest[i] >= 0x7F ? 1 : 0) | (lowest[i] < ' ' ? 1 : 0));
   }
   constexpr std::uint32_t notAscii = 0xFF80FF80;
   if ((anyBits(wide) & notAscii) != 0) return Kind::other;

@@ -25,7 +25,7 @@ namespace {
 
 constexpr unsigned kTwoGroups = kGroup * kGroup;
 
-char* putBehind(char* to, std::uint64_t group) {
+char* putBehind(char* to, std::uint32_t group) {
   const Digits& digits = kDigits[group];
   std::memcpy(to, digits.behind.data(), digits.behind.size());
   return to + digits.behind.size();

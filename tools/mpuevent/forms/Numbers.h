@@ -30,7 +30,7 @@ char* writeLongDecimal(char* to, std::uint64_t number);
 /// Writes the number in decimal to where there is kDecimalRoom; returns the end.
 inline char* writeDecimal(char* to, std::uint64_t number) {
   if (number >= kGroup) return writeLongDecimal(to, number);
-  const Digits& digits = kDigits[number];
+  const Digits& digits = kDigits[static_cast<std::size_t>(number)];
   std::memcpy(to, digits.alone.data(), digits.alone.size());
   return to + digits.count;
 }

@@ -2,13 +2,13 @@
 #define MPUEVENT_TOOL_NUMBERS_H
 
 #include <array>
-#include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <span>
 
 #include "TextBuffer.h"
 #include "event/HexDigits.h"
+#include "event/Numbers.h"
 
 namespace mpuevent::tool {
 
@@ -40,13 +40,17 @@ void appendDecimal(Text& to, std::uint64_t number) {
   to.advanceTo(writeDecimal(to.reserve(kDecimalRoom), number));
 }
 
+/// The room that writeHex() needs.
+inline constexpr std::size_t kHexRoom = 24;
+
 /// "0x1a2b"
+inline char* writeHex(char* to, std::uint64_t number) {
+  return putHexDigits(putLiteral(to, "0x"), number, 1, Letters::small);
+}
+
 template <typename Text>
 void appendHex(Text& to, std::uint64_t number) {
-  constexpr std::size_t mostDigits = 16;
-  to += "0x";
-  char* const digits = to.reserve(mostDigits);
-  to.advanceTo(std::to_chars(digits, digits + mostDigits, number, 16).ptr);
+  to.advanceTo(writeHex(to.reserve(kHexRoom), number));
 }
 
 /// Two upper-case digits for each byte, nothing between them.

@@ -63,9 +63,7 @@ class TextBlock {
     end(place);
   }
   void offset(const FactKey& key, std::uint64_t offset) {
-    to_.advanceTo(beginLine(key, 0));
-    appendHex(to_, offset);
-    to_ += '\n';
+    end(writeHex(beginLine(key, kHexRoom), offset));
   }
   template <typename Text>
   void text(const FactKey& key, Text utf8) {

@@ -117,10 +117,6 @@ class BodyWriter {
     if (isRecorded()) [[unlikely]]
       markElement(start, keySize);
   }
-  /// Whole elements one behind the other, the last of which was written last, for what records.
-  void tellRow(std::span<const ElementStart> starts) {
-    marks().addRow(starts, size(), separator_ == Separator::blank ? 1 : 0);
-  }
 
  protected:
   static constexpr std::size_t slack = 64;

@@ -76,17 +76,6 @@ void ElementMarks::add(std::size_t start, std::size_t keySize, std::size_t end, 
   fields_.add(elementFrom(unitCount(start), unitCount(keySize), unitCount(end), depth_));
 }
 
-void ElementMarks::addRow(std::span<const ElementStart> starts, std::size_t end,
-                          std::size_t spaces) {
-  goOnAt(starts.front().at, end);
-  const Uint32 depth = depth_;
-  Uint32 next = unitCount(end);
-  const std::span<RecordedField> fields = fields_.add(starts.size());
-  for (std::size_t i = starts.size(); i-- > 0; next = starts[i].at) {
-    fields[i] = elementFrom(starts[i].at, starts[i].keySize, next - unitCount(spaces), depth);
-  }
-}
-
 void ElementMarks::open(std::size_t start, std::size_t keySize) {
   const std::size_t valueStart = start + keySize + 2;
   goOnAt(start, valueStart);

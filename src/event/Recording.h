@@ -23,12 +23,6 @@ class RecordedFields {
     if (count_ == room_) [[unlikely]]
       grow();
   }
-  /// Adds so many, for the caller to fill.
-  std::span<RecordedField> add(std::size_t count) {
-    while (room_ - count_ <= count) grow();
-    count_ += count;
-    return {end() - count, count};
-  }
   void dropLast() { --count_; }
   void clear() { count_ = 0; }
 
@@ -47,21 +41,12 @@ class RecordedFields {
   std::unique_ptr<RecordedField[]> fields_ = std::make_unique_for_overwrite<RecordedField[]>(first);
 };
 
-/// An element of a row of them.
-struct ElementStart {
-  Pegasus::Uint32 at;
-  Pegasus::Uint32 keySize;
-};
-
 /// Where the elements of one text lie, in the order of their opening tags.
 class ElementMarks {
  public:
   /// Notes an element that was written whole, from `start` up to `end`. White space may follow it
   /// up to `next`.
   void add(std::size_t start, std::size_t keySize, std::size_t end, std::size_t next);
-  /// Notes one or more elements, each up to where the next one starts and the last one up to `end`,
-  /// but for `spaces` behind each.
-  void addRow(std::span<const ElementStart> starts, std::size_t end, std::size_t spaces);
   /// The opening tag of an element begins at `start`.
   void open(std::size_t start, std::size_t keySize);
   /// The element opened last of those still open has its closing tag from `valueEnd` to `end`.

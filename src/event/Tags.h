@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstring>
-#include <iterator>
 #include <string_view>
 
 #include "event/BodyWriter.h"
@@ -95,7 +94,7 @@ class ElementRun {
       : body_(body), recorded_(body.isRecorded()), separator_(body.separator()) {
     reserve(0);
   }
-  ~ElementRun() { tellAll(); }
+  ~ElementRun() { body_.endAt(place_); }
   ElementRun(const ElementRun&) = delete;
   ElementRun& operator=(const ElementRun&) = delete;
 
@@ -107,7 +106,7 @@ class ElementRun {
 
   /// Drops what was written behind the first `size` bytes of the body.
   void cut(std::size_t size) {
-    tellAll();
+    body_.endAt(place_);
     body_.cut(size);
     reserve(0);
   }
@@ -128,7 +127,7 @@ class ElementRun {
     char* const start = place_;
     place_ = tags.putClosing(valueEnd, separator_);
     if (recorded_) [[unlikely]]
-      tell(start, tags.keySize());
+      tell(static_cast<std::size_t>(place_ - start), tags.keySize());
   }
 
  private:
@@ -136,17 +135,8 @@ class ElementRun {
     place_ = body_.reserve(needed);
     limit_ = place_ + body_.room();
   }
-  void tell(const char* start, std::size_t keySize) {
-    const auto at = static_cast<Pegasus::Uint32>(start - body_.view().data());
-    starts_[toTell_++] = {at, static_cast<Pegasus::Uint32>(keySize)};
-    if (toTell_ == std::size(starts_)) tellAll();
-  }
-  /// What records is told of many at once, and the body where it ends.
-  void tellAll() {
-    body_.endAt(place_);
-    if (toTell_ != 0) [[unlikely]]
-      body_.tellRow({starts_, toTell_});
-    toTell_ = 0;
+  void tell(std::size_t size, std::size_t keySize) {
+    body_.tellElement(bodySize() - size, keySize);
   }
 
   BodyWriter& body_;
@@ -154,8 +144,6 @@ class ElementRun {
   char* limit_;
   bool recorded_;
   Separator separator_;
-  std::size_t toTell_ = 0;
-  ElementStart starts_[32];
 };
 
 /// Writes one element whose value `put(place)` writes, at most `most` bytes of it; it returns where
